@@ -1,0 +1,63 @@
+# How every target of the tree is made: language level, warnings, sanitizers, precompiled headers.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_SKIP_INSTALL_RPATH ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "" FORCE)
+endif()
+
+option(ZOLT_CLANG_TIDY "Run clang-tidy beside the compiler" OFF)
+set(ZOLT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+
+if(ZOLT_CLANG_TIDY)
+  find_program(CLANG_TIDY NAMES clang-tidy REQUIRED)
+  set(CMAKE_CXX_CLANG_TIDY ${CLANG_TIDY})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                    -Wno-missing-field-initializers -Werror)
+add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+                        QT_STRICT_ITERATORS)
+include_directories(${PROJECT_SOURCE_DIR}/src)
+
+if(ZOLT_SANITIZE)
+  add_compile_options(-fsanitize=${ZOLT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+  add_link_options(-fsanitize=${ZOLT_SANITIZE})
+  add_compile_definitions(ZOLT_SANITIZED)
+endif()
+
+# zolt_library(name SOURCES ... LINK ...): one room or part of a room. Sees Qt Core and Gui, never Widgets.
+function(zolt_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_link_libraries(${name} PUBLIC Qt6::Core Qt6::Gui ${ARG_LINK})
+  if(NOT name STREQUAL zolt_base)
+    target_link_libraries(${name} PUBLIC zolt_base)
+    target_precompile_headers(${name} REUSE_FROM zolt_base)
+  endif()
+endfunction()
+
+# zolt_program(name SOURCES ... LINK ...): an executable without widgets.
+function(zolt_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  zolt_library(${name}_objects SOURCES ${ARG_SOURCES} LINK ${ARG_LINK})
+  add_executable(${name} $<TARGET_OBJECTS:${name}_objects>)
+  target_link_libraries(${name} PRIVATE ${ARG_LINK} zolt_base Qt6::Core Qt6::Gui)
+endfunction()
+
+# zolt_test(name SOURCES ... LINK ...): one test program; ctest runs each of its cases by itself.
+function(zolt_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name}_objects OBJECT ${ARG_SOURCES})
+  target_link_libraries(${name}_objects PUBLIC zolt_test_support ${ARG_LINK})
+  target_precompile_headers(${name}_objects REUSE_FROM zolt_test_support)
+  add_executable(${name})
+  target_link_libraries(${name} PRIVATE ${name}_objects)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+                       PROPERTIES TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
+include(GoogleTest)

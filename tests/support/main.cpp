@@ -1,0 +1,12 @@
+#include <gmock/gmock.h>
+
+#include <QCoreApplication>
+
+#include <clocale>
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}
