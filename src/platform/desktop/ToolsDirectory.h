@@ -1,0 +1,39 @@
+// The one directory that holds all external tools, and which of them are missing there. Any thread.
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace zolt {
+
+/// A tool that a command needs and that the tools directory does not hold.
+struct MissingTool
+{
+    QString name;
+    QString package; ///< the Debian package that brings it; empty if there is none
+};
+
+/// The directory of the tools, with no slash at its end: the environment's ZOLT_TOOLS if it is set and not empty,
+/// else ../libexec/zolt/tools beside the running program, else "tools" in the tree that the program was built in.
+QString toolsDirectory();
+
+/// As toolsDirectory() without the environment, for a program that lies in `programDirectory`.
+QString toolsDirectoryBeside(const QString& programDirectory);
+
+/// The path of a tool in the tools directory, whether it is there or not.
+QString toolPath(const QString& name);
+
+/// The Debian package that brings the tool; empty if there is none or the tool is not known.
+QString packageOfTool(const QString& name);
+
+/// The names of all tools that the program knows, in alphabetical order.
+QStringList knownTools();
+
+/// Those of the tools that are not executable files in the tools directory, in the order given.
+QList<MissingTool> missingTools(const QStringList& names);
+
+/// A sentence for the user: which tool is missing where, and what to install or to do.
+QString missingToolMessage(const MissingTool& tool);
+
+} // namespace zolt
