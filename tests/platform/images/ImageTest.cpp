@@ -1,0 +1,95 @@
+#include "platform/errors/Exceptions.h"
+#include "platform/images/ImageData.h"
+
+#include <QBuffer>
+#include <QColor>
+
+using namespace zolt;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QImage painted(QImage::Format format, const QColor& color = Qt::red)
+{
+    QImage pixels(5, 3, format);
+    pixels.fill(color);
+    return pixels;
+}
+
+QByteArray encoded(const QImage& pixels, const char* format)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    EXPECT_TRUE(pixels.save(&buffer, format));
+    return bytes;
+}
+
+} // namespace
+
+TEST(Image, DecodesPngAndJpegWithSizeAndDepth)
+{
+    const auto photograph = Image::fromData(encoded(painted(QImage::Format_RGB32), "jpeg"));
+    ASSERT_TRUE(photograph && photograph->lastBitmap());
+    EXPECT_EQ(photograph->lastBitmap()->pixelsWide(), 5);
+    EXPECT_EQ(photograph->lastBitmap()->pixelsHigh(), 3);
+    EXPECT_EQ(photograph->lastBitmap()->bitsPerPixel(), 24);
+    const auto translucent = Image::fromData(encoded(painted(QImage::Format_ARGB32, QColor(9, 9, 9, 128)), "png"));
+    ASSERT_TRUE(translucent && translucent->lastBitmap());
+    EXPECT_EQ(translucent->lastBitmap()->bitsPerPixel(), 32);
+    const auto grey = Image::fromData(encoded(painted(QImage::Format_Grayscale8), "png"));
+    ASSERT_TRUE(grey && grey->lastBitmap());
+    EXPECT_EQ(grey->lastBitmap()->bitsPerPixel(), 8);
+}
+
+TEST(Image, BytesWithoutAPictureGiveNoObject)
+{
+    EXPECT_EQ(Image::fromData({}), nullptr);
+    EXPECT_EQ(Image::fromData("no picture at all"), nullptr);
+    EXPECT_EQ(Image::fromData(encoded(painted(QImage::Format_RGB32), "png").left(20)), nullptr);
+    EXPECT_EQ(Image::fromPixels({}), nullptr);
+}
+
+TEST(Image, HeaderWithAHugeSizeGivesNoObject)
+{
+    QByteArray bytes = encoded(painted(QImage::Format_RGB32), "bmp");
+    for (const int at : {18, 22})
+        bytes.replace(at, 4, QByteArray::fromHex("00000100"));
+    EXPECT_EQ(Image::fromData(bytes), nullptr);
+}
+
+TEST(Image, IconWithSeveralSizesHasSeveralFormsAndTheLastCounts)
+{
+    // Two entries that point at two PNG files of different sizes.
+    const QByteArray small = encoded(QImage(16, 16, QImage::Format_ARGB32), "png");
+    const QByteArray large = encoded(QImage(32, 32, QImage::Format_ARGB32), "png");
+    const auto number = [](quint32 value) { return QByteArray(reinterpret_cast<const char*>(&value), 4); };
+    QByteArray icon = QByteArray::fromHex("000001000200");
+    icon += QByteArray::fromHex("1010000001002000") + number(small.size()) + number(38);
+    icon += QByteArray::fromHex("2020000001002000") + number(large.size()) + number(38 + small.size());
+    const auto image = Image::fromData(icon + small + large);
+    ASSERT_TRUE(image);
+    ASSERT_EQ(image->representations().size(), 2u);
+    EXPECT_EQ(image->lastBitmap()->pixelsWide(), 32);
+    EXPECT_EQ(Image::fromData(getPNGDataForImage(image))->drawn().width(), 32);
+}
+
+TEST(ImageData, WritesPngWhateverTheImageWas)
+{
+    const auto image = Image::fromData(encoded(painted(QImage::Format_RGB32), "bmp"));
+    ASSERT_TRUE(image);
+    const QByteArray png = getPNGDataForImage(image);
+    EXPECT_TRUE(png.startsWith("\x89PNG\r\n\x1a\n"));
+    EXPECT_EQ(png, getBitmapDataForImage(image, ImageFileType::PNG));
+    EXPECT_EQ(Image::fromData(png)->drawn().convertToFormat(QImage::Format_RGB32), painted(QImage::Format_RGB32));
+}
+
+TEST(ImageData, NoImageIsAnAssertion)
+{
+    try {
+        getPNGDataForImage(nullptr);
+        FAIL() << "nothing was thrown";
+    } catch (const AssertionException& fault) {
+        EXPECT_EQ(fault.reason(), u"Invalid parameter not satisfying: nil != image"_s);
+    }
+}
