@@ -44,8 +44,11 @@ endfunction()
 # zolt_program(name SOURCES ... LINK ...): an executable without widgets.
 function(zolt_program name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
-  zolt_library(${name}_objects SOURCES ${ARG_SOURCES} LINK ${ARG_LINK})
-  add_executable(${name} $<TARGET_OBJECTS:${name}_objects>)
+  add_library(${name}_objects OBJECT ${ARG_SOURCES})
+  target_link_libraries(${name}_objects PUBLIC Qt6::Core Qt6::Gui zolt_base ${ARG_LINK})
+  target_precompile_headers(${name}_objects REUSE_FROM zolt_base)
+  add_executable(${name})
+  target_link_libraries(${name} PRIVATE ${name}_objects)
   target_link_libraries(${name} PRIVATE ${ARG_LINK} zolt_base Qt6::Core Qt6::Gui)
 endfunction()
 

@@ -1,0 +1,17 @@
+#include "platform/controls/TextField.h"
+
+namespace zolt {
+
+const TextFieldStyle& TextField::editableStyle()
+{
+    static const TextFieldStyle style;
+    return style;
+}
+
+const TextFieldStyle& TextField::labelStyle()
+{
+    static const TextFieldStyle style{.border = false, .editable = false, .controlColourBackground = true};
+    return style;
+}
+
+} // namespace zolt

@@ -1,0 +1,166 @@
+#include "platform/process/ChildProcess.h"
+
+#include "platform/errors/Exceptions.h"
+#include "platform/process/ChildRegistry.h"
+#include "platform/process/SpawnPlan.h"
+#include "platform/threads/MainQueue.h"
+
+#include <QEventLoop>
+#include <QSocketNotifier>
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace zolt {
+
+namespace {
+
+constexpr int neverEnded = -1;
+constexpr int lostStatus = 127 << 8; // somebody else collected the child: count it as failed
+constexpr int shortWaitMilliseconds = 2; // a tool that has closed its output is nearly always gone within this
+
+[[noreturn]] void throwCannotStart(const QString& tool, int fault)
+{
+    throw PlatformException(QStringLiteral("InvalidArgumentException"),
+                            QStringLiteral("cannot start \"%1\": %2").arg(tool, QString::fromLocal8Bit(std::strerror(fault))));
+}
+
+} // namespace
+
+ChildProcess::ChildProcess() = default;
+
+ChildProcess::~ChildProcess()
+{
+    if (pid_ > 0 && !reap()) childRegistry().adoptOrphan(pid_);
+    if (pidFd_ >= 0) ::close(pidFd_);
+}
+
+void ChildProcess::launch()
+{
+    childRegistry().reapOrphans();
+    spawn();
+    if (pipe_) pipe_->closeWriteEnd();
+}
+
+void ChildProcess::spawn()
+{
+    const std::lock_guard guard(mutex_);
+    SpawnPlan plan(launchPath_, arguments_, environment_);
+    if (pipe_) plan.sendOutputTo(pipe_->writeDescriptor());
+    if (!directory_.isEmpty()) plan.startIn(directory_);
+    pid_t child = -1;
+    if (const int fault = plan.spawn(&child); fault != 0) throwCannotStart(launchPath_, fault);
+    pidFd_ = int(::syscall(SYS_pidfd_open, child, 0));
+    if (pidFd_ < 0) {
+        const int fault = errno; // out of descriptors: nothing could ever wait for this child
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        throwCannotStart(launchPath_, fault);
+    }
+    pid_ = child;
+    childRegistry().add(child);
+}
+
+bool ChildProcess::reap()
+{
+    const std::lock_guard guard(mutex_);
+    if (ended_ || pid_ <= 0) return true;
+    int status = 0;
+    const pid_t collected = ::waitpid(pid_, &status, WNOHANG);
+    if (collected == 0) return false;
+    waitStatus_ = collected > 0 ? status : lostStatus;
+    ended_ = true;
+    childRegistry().remove(pid_);
+    return true;
+}
+
+bool ChildProcess::exited(int timeoutMilliseconds)
+{
+    pollfd waited{pidFd_, POLLIN, 0};
+    return ::poll(&waited, 1, timeoutMilliseconds) > 0 && reap();
+}
+
+void ChildProcess::waitUntilExit()
+{
+    {
+        const std::lock_guard guard(mutex_);
+        if (pid_ <= 0 || ended_) return;
+    }
+    if (isMainThread()) {
+        if (!exited(shortWaitMilliseconds)) waitInEventLoop();
+    } else {
+        waitBlocking();
+    }
+}
+
+void ChildProcess::waitInEventLoop()
+{
+    // A descriptor of its own: waits nest, and an event loop takes one watcher for each descriptor.
+    const int watched = ::fcntl(pidFd_, F_DUPFD_CLOEXEC, 0);
+    {
+        QEventLoop loop;
+        QSocketNotifier end(watched, QSocketNotifier::Read);
+        while (!exited(0)) loop.processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    ::close(watched);
+}
+
+void ChildProcess::waitBlocking()
+{
+    bool outputOpen = true;
+    for (bool done = false; !done;) {
+        bool discarding = false;
+        {
+            const std::lock_guard guard(mutex_);
+            discarding = discarding_ && pipe_ && outputOpen;
+        }
+        pollfd waited[2] = {{pidFd_, POLLIN, 0}, {discarding ? pipe_->fileHandleForReading()->descriptor() : -1, POLLIN, 0}};
+        if (::poll(waited, 2, -1) < 0) continue;
+        if (waited[1].revents) outputOpen = !pipe_->fileHandleForReading()->availableData().isEmpty();
+        done = waited[0].revents && reap();
+    }
+}
+
+void ChildProcess::discardRemainingOutput()
+{
+    const std::lock_guard guard(mutex_);
+    discarding_ = true;
+}
+
+void ChildProcess::terminate()
+{
+    if (isRunning()) ::syscall(SYS_pidfd_send_signal, pidFd_, SIGTERM, nullptr, 0);
+}
+
+bool ChildProcess::isRunning()
+{
+    {
+        const std::lock_guard guard(mutex_);
+        if (pid_ <= 0) return false;
+    }
+    return !reap();
+}
+
+int ChildProcess::terminationStatus()
+{
+    const std::lock_guard guard(mutex_);
+    if (!ended_) return neverEnded;
+    return WIFEXITED(waitStatus_) ? WEXITSTATUS(waitStatus_) : WTERMSIG(waitStatus_);
+}
+
+ChildProcess::TerminationReason ChildProcess::terminationReason()
+{
+    const std::lock_guard guard(mutex_);
+    return ended_ && WIFSIGNALED(waitStatus_) ? TerminationReason::UncaughtSignal : TerminationReason::Exit;
+}
+
+void ChildProcess::terminateAll() { childRegistry().terminateGroups(); }
+
+} // namespace zolt

@@ -1,0 +1,85 @@
+// One run of an external tool.
+#pragma once
+
+#include "platform/process/Environment.h"
+#include "platform/process/Pipe.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <mutex>
+
+#include <sys/types.h>
+
+namespace zolt {
+
+/// Set up, launched once, waited for by any number of threads. Wraps posix_spawn; the child gets standard input from
+/// /dev/null, no descriptors but 0 to 2, default signal handling and a process group of its own, so that Ctrl-C at a
+/// terminal reaches this program alone.
+class ChildProcess
+{
+public:
+    ChildProcess();
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    void setLaunchPath(const QString& path) { launchPath_ = path; }
+    void setArguments(const QStringList& arguments) { arguments_ = arguments; }
+    void setEnvironment(const Environment& environment) { environment_ = environment; }
+    /// Working directory of the child; an empty text means this program's own.
+    void setCurrentDirectoryPath(const QString& path) { directory_ = path; }
+    /// The pipe that takes standard output and standard error together, in the order they are written.
+    void setStandardOutputAndError(std::shared_ptr<Pipe> pipe) { pipe_ = std::move(pipe); }
+    const std::shared_ptr<Pipe>& standardOutput() const { return pipe_; }
+
+    /// Starts the tool. @throws PlatformException naming the tool if it cannot be started
+    void launch();
+
+    /// Returns when the child has ended, at once if it was never launched. Any thread, several at a time. On the main
+    /// thread the event loop goes on during the wait, so that output is still read.
+    void waitUntilExit();
+
+    /// From now on waitUntilExit reads what the child still writes and throws it away, so that a child whose output
+    /// nobody wants any more does not block on a full pipe. Any thread.
+    void discardRemainingOutput();
+
+    /// Asks the child to end (SIGTERM); nothing happens if it has ended or was never launched. Any thread.
+    void terminate();
+
+    /// True from launch to the child's end. Any thread.
+    bool isRunning();
+
+    /// The exit status, or the number of the signal that ended the child; not 0 before its end. Any thread.
+    int terminationStatus();
+
+    enum class TerminationReason { Exit, UncaughtSignal };
+    /// How the child ended. Any thread.
+    TerminationReason terminationReason();
+
+    /// Ends every running child's process group with SIGTERM; for a program that is told to stop at once. Any thread.
+    static void terminateAll();
+
+private:
+    void spawn();
+    bool reap();
+    bool exited(int timeoutMilliseconds);
+    void waitInEventLoop();
+    void waitBlocking();
+
+    QString launchPath_;
+    QStringList arguments_;
+    Environment environment_;
+    QString directory_;
+    std::shared_ptr<Pipe> pipe_;
+
+    std::mutex mutex_; // guards what follows
+    pid_t pid_ = -1;
+    int pidFd_ = -1;
+    bool ended_ = false;
+    bool discarding_ = false;
+    int waitStatus_ = 0;
+};
+
+} // namespace zolt

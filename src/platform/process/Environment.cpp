@@ -1,0 +1,87 @@
+#include "platform/process/Environment.h"
+
+#include "platform/desktop/ToolsDirectory.h"
+
+#include <mutex>
+
+#include <unistd.h>
+
+namespace zolt {
+
+namespace {
+
+const QString pathKey = QStringLiteral("PATH");
+const QString unbufferedKey = QStringLiteral("NSUnbufferedIO");
+
+QByteArray environmentBytes()
+{
+    QByteArray all;
+    for (char** entry = environ; entry && *entry; ++entry) all.append(*entry).append('\0');
+    return all;
+}
+
+Environment parsed(const QByteArray& bytes)
+{
+    Environment environment;
+    for (const QByteArray& entry : bytes.split('\0')) {
+        const qsizetype equals = entry.indexOf('=', 1);
+        if (equals < 0) continue;
+        environment.insert(QString::fromLocal8Bit(entry.first(equals)), QString::fromLocal8Bit(entry.sliced(equals + 1)));
+    }
+    return environment;
+}
+
+/// The last map made and what it was made from, so that equal inputs give maps that share their data.
+struct Remembered
+{
+    std::mutex mutex;
+    QByteArray bytes;
+    QString tools;
+    Environment environment;
+    Environment unbuffered;
+};
+
+Remembered& remembered()
+{
+    static Remembered* const state = new Remembered; // task threads may ask until the very end
+    return *state;
+}
+
+} // namespace
+
+Environment childEnvironment()
+{
+    const QByteArray bytes = environmentBytes();
+    const QString tools = toolsDirectory();
+    Remembered& last = remembered();
+    const std::lock_guard guard(last.mutex);
+    if (last.environment.isEmpty() || bytes != last.bytes || tools != last.tools) {
+        last.bytes = bytes;
+        last.tools = tools;
+        last.environment = parsed(bytes);
+        appendDirectoryToPath(last.environment, tools);
+        last.unbuffered = last.environment;
+        last.unbuffered.insert(unbufferedKey, QStringLiteral("YES"));
+    }
+    return last.environment;
+}
+
+void setUnbufferedIO(Environment& environment)
+{
+    {
+        Remembered& last = remembered();
+        const std::lock_guard guard(last.mutex);
+        if (environment.isSharedWith(last.environment)) {
+            environment = last.unbuffered;
+            return;
+        }
+    }
+    environment.insert(unbufferedKey, QStringLiteral("YES"));
+}
+
+void appendDirectoryToPath(Environment& environment, const QString& directory)
+{
+    environment.insert(pathKey, environment.value(pathKey) + u':' + directory);
+}
+
+} // namespace zolt

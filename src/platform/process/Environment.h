@@ -1,0 +1,21 @@
+// What a child process finds in its environment.
+#pragma once
+
+#include <QMap>
+#include <QString>
+
+namespace zolt {
+
+/// Names to values. Copies share their data until one is changed, so thousands of waiting tasks hold one map.
+using Environment = QMap<QString, QString>;
+
+/// The program's own environment, with PATH set to its present value, ":" and the tools directory. Any thread.
+Environment childEnvironment();
+
+/// Sets "NSUnbufferedIO" to "YES", which asks a tool not to hold its output back. Any thread.
+void setUnbufferedIO(Environment& environment);
+
+/// The value of PATH becomes itself, ":" and the directory.
+void appendDirectoryToPath(Environment& environment, const QString& directory);
+
+} // namespace zolt

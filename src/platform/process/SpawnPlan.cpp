@@ -1,0 +1,76 @@
+#include "platform/process/SpawnPlan.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+namespace zolt {
+
+namespace {
+
+std::vector<char*> pointersTo(std::vector<QByteArray>& texts)
+{
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (QByteArray& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// Undoes what this program or its libraries changed: the mask, and the signals they ignore, such as SIGPIPE.
+void resetSignals(posix_spawnattr_t& attributes)
+{
+    sigset_t none, all;
+    sigemptyset(&none);
+    sigfillset(&all);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setsigdefault(&attributes, &all);
+}
+
+} // namespace
+
+SpawnPlan::SpawnPlan(const QString& launchPath, const QStringList& arguments, const Environment& environment)
+    : program_(QFile::encodeName(launchPath))
+{
+    arguments_.reserve(std::size_t(arguments.size()) + 1);
+    arguments_.push_back(program_);
+    for (const QString& argument : arguments) arguments_.push_back(QFile::encodeName(argument));
+    environment_.reserve(std::size_t(environment.size()));
+    for (auto entry = environment.begin(); entry != environment.end(); ++entry) {
+        environment_.push_back(entry.key().toLocal8Bit() + '=' + entry.value().toLocal8Bit());
+    }
+    posix_spawn_file_actions_init(&actions_);
+    posix_spawnattr_init(&attributes_);
+    posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawnattr_setpgroup(&attributes_, 0);
+    resetSignals(attributes_);
+    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+}
+
+SpawnPlan::~SpawnPlan()
+{
+    posix_spawnattr_destroy(&attributes_);
+    posix_spawn_file_actions_destroy(&actions_);
+}
+
+void SpawnPlan::sendOutputTo(int descriptor)
+{
+    posix_spawn_file_actions_adddup2(&actions_, descriptor, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions_, descriptor, STDERR_FILENO);
+}
+
+void SpawnPlan::startIn(const QString& directory)
+{
+    posix_spawn_file_actions_addchdir_np(&actions_, QFile::encodeName(directory).constData());
+}
+
+int SpawnPlan::spawn(pid_t* child)
+{
+    posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+    return posix_spawn(child, program_.constData(), &actions_, &attributes_, pointersTo(arguments_).data(),
+                       pointersTo(environment_).data());
+}
+
+} // namespace zolt
