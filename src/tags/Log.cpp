@@ -1,0 +1,7 @@
+#include "tags/Log.h"
+
+namespace zolt {
+
+Q_LOGGING_CATEGORY(tagsLog, "zolt.tags")
+
+} // namespace zolt

@@ -1,0 +1,111 @@
+// How the readers and writers of this folder meet the tag library: opening files, texts, the fields it knows of any
+// tag.
+#pragma once
+
+#include "tags/TagLibTagsHelper.h"
+
+#include "platform/errors/Exceptions.h"
+
+#include <QFile>
+
+#include <taglib/audioproperties.h>
+#include <taglib/tag.h>
+#include <taglib/tstring.h>
+
+namespace zolt {
+
+/// True for a regular file. The library reads folders and pipes too, and never comes back from some of them.
+bool isRegularFile(const QString& path);
+
+/// Makes the library's new text frames UTF-8. Once for the program, before any file is open, so that no thread sees
+/// the library's one frame factory change.
+void useUtf8Frames();
+
+/// Writes a fault that a broken file caused to the log.
+void logUnreadable(const QString& path, const char* reason);
+
+/// The text of a string of the library.
+QString textOf(const TagLib::String& string);
+
+/// True if a writer touches the field: it has text, or empty fields are written too.
+inline bool isWritten(const OptionalText& text, bool writeEmptyTags)
+{
+    return writeEmptyTags || (text && !text->isEmpty());
+}
+
+/// A text that every kind of tag has, in the record and in the library.
+struct GenericText
+{
+    const OptionalText& (TagsObject::*text)() const;
+    void (TagsObject::*setText)(OptionalText);
+    TagLib::String (TagLib::Tag::*value)() const;
+    void (TagLib::Tag::*setValue)(const TagLib::String&);
+};
+
+/// The same for a number, which is a text in the record.
+struct GenericNumber
+{
+    const OptionalText& (TagsObject::*text)() const;
+    void (TagsObject::*setText)(OptionalText);
+    unsigned int (TagLib::Tag::*value)() const;
+    void (TagLib::Tag::*setValue)(unsigned int);
+};
+
+extern const GenericText genericTitle;
+extern const GenericText genericArtist;
+extern const GenericText genericAlbum;
+extern const GenericText genericComment;
+extern const GenericText genericGenre;
+extern const GenericNumber genericYear;
+extern const GenericNumber genericTrack;
+
+/// Copies the field from the file to the record.
+void readField(const GenericText& field, const TagLib::Tag& tag, TagsObject& tags);
+/// As for texts; the number 0 leaves the record's field as it is.
+void readField(const GenericNumber& field, const TagLib::Tag& tag, TagsObject& tags);
+
+/// Copies title, artist, year, album, track, comment and genre: all that every kind of tag has.
+void readGenericFields(const TagLib::Tag& tag, TagsObject& tags);
+
+/// Copies the field from the record to the file if isWritten says so; an absent text as the empty one.
+void writeField(const GenericText& field, TagLib::Tag& tag, const TagsObject& tags, bool writeEmptyTags);
+/// As for texts; a number is what the text starts with, else 0.
+void writeField(const GenericNumber& field, TagLib::Tag& tag, const TagsObject& tags, bool writeEmptyTags);
+
+/// The file opened without looking at its audio; no object if it does not open.
+template <class File> std::unique_ptr<File> openFile(const QString& path)
+{
+    useUtf8Frames();
+    if (!isRegularFile(path)) return nullptr;
+    auto file = std::make_unique<File>(QFile::encodeName(path).constData(), false, TagLib::AudioProperties::Average);
+    return file->isValid() ? std::move(file) : nullptr;
+}
+
+/// As openFile. @throws AssertionException if the file does not open
+template <class File> std::unique_ptr<File> openFileForTagging(const QString& path)
+{
+    auto file = openFile<File>(path);
+    if (!file) throw AssertionException(QStringLiteral("Unable to open the output file for tagging."));
+    return file;
+}
+
+/// A blank record, filled by `fill(file, record)` if the file opens. What a broken file makes the library throw (a
+/// string or a block too large, say) leaves the record blank.
+template <class File, class Fill> std::shared_ptr<TagsObject> readTags(const QString& path, const Fill& fill)
+{
+    const auto blank = [] {
+        auto tags = std::make_shared<TagsObject>();
+        TagLibTagsHelper().setBlankTags(*tags);
+        return tags;
+    };
+    try {
+        auto tags = blank();
+        if (const auto file = openFile<File>(path)) fill(*file, *tags);
+        return tags;
+    } catch (const std::exception& fault) {
+        logUnreadable(path, fault.what());
+        return blank();
+    }
+}
+
+} // namespace zolt

@@ -1,0 +1,144 @@
+#include "tags/mp4/Mp4Parser.h"
+
+#include "tags/mp4/RandomAccessFile.h"
+
+#include <QtEndian>
+
+using namespace Qt::StringLiterals;
+
+namespace zolt {
+namespace {
+
+constexpr quint64 smallHeader = 8;
+constexpr quint64 largeHeader = 16;
+constexpr quint32 sizeToEnd = 0;
+constexpr quint32 sizeFollows = 1;
+
+// A day in fragments of a second has 172,800 atoms.
+constexpr size_t mostFileAtoms = 1'000'000;
+// The largest picture that images take has 256 MiB; tables of a day of audio have 20.
+constexpr quint64 largestBox = 512 << 20;
+constexpr int mostBoxes = 200'000;
+constexpr int deepest = 16;
+
+constexpr quint32 containers[] = {atomType("moov"), atomType("trak"), atomType("mdia"), atomType("minf"),
+                                  atomType("stbl"), atomType("dinf"), atomType("udta"), atomType("meta"),
+                                  atomType("ilst"), atomType("moof"), atomType("traf"), atomType("mfra")};
+
+[[noreturn]] void broken(const char* reason) { throw Mp4Error(QString::fromLatin1(reason)); }
+
+/// Length of what stands before the children. Some writers leave out the version and flags of "meta":
+/// then its handler follows at once.
+qsizetype headLength(quint32 type, QByteArrayView payload)
+{
+    if (type != atomType("meta") || payload.isEmpty()) return 0;
+    if (payload.size() >= 8 && qFromBigEndian<quint32>(payload.data() + 4) == atomType("hdlr")) return 0;
+    return 4;
+}
+
+/// One walk over one atom's bytes, which counts what it meets.
+class Parser
+{
+public:
+    Mp4Box box(quint32 type, QByteArrayView payload, int depth)
+    {
+        if (++count_ > mostBoxes) broken("too many atoms");
+        if (std::find(std::begin(containers), std::end(containers), type) == std::end(containers))
+            return {.type = type, .body = payload.toByteArray()};
+        if (depth > deepest) broken("atoms nested too deeply");
+        const qsizetype head = headLength(type, payload);
+        if (head > payload.size()) broken("an atom is too short");
+        Mp4Box container{.type = type, .head = payload.first(head).toByteArray()};
+        readChildren(container, payload.sliced(head), depth);
+        return container;
+    }
+
+    void readChildren(Mp4Box& container, QByteArrayView bytes, int depth)
+    {
+        while (!isClosing(bytes)) {
+            const std::optional<Mp4FileAtom> atom = atomHeader(bytes, static_cast<quint64>(bytes.size()));
+            if (!atom || atom->toEnd) broken("an atom does not fit into the one around it");
+            const auto headerLength = static_cast<qsizetype>(atom->headerSize);
+            const auto length = static_cast<qsizetype>(atom->size);
+            const QByteArrayView payload = bytes.first(length).sliced(headerLength);
+            // Items are told apart by their own readers, and may have any name.
+            const bool opened = container.type != atomType("ilst") && depth >= 0;
+            container.children.push_back(opened ? box(atom->type, payload, depth + 1) : leaf(atom->type, payload));
+            bytes = bytes.sliced(length);
+        }
+        container.body = bytes.toByteArray();
+    }
+
+private:
+    Mp4Box leaf(quint32 type, QByteArrayView payload)
+    {
+        if (++count_ > mostBoxes) broken("too many atoms");
+        return {.type = type, .body = payload.toByteArray()};
+    }
+
+    /// Old writers end a list of user data with a zero.
+    static bool isClosing(QByteArrayView bytes)
+    {
+        return bytes.size() < qsizetype(smallHeader) &&
+               std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == 0; });
+    }
+
+    int count_ = 0;
+};
+
+} // namespace
+
+std::optional<Mp4FileAtom> atomHeader(QByteArrayView bytes, quint64 available)
+{
+    if (bytes.size() < qsizetype(smallHeader)) return std::nullopt;
+    const auto size = qFromBigEndian<quint32>(bytes.data());
+    Mp4FileAtom atom{.type = qFromBigEndian<quint32>(bytes.data() + 4), .headerSize = smallHeader, .size = size};
+    if (size == sizeToEnd) {
+        atom.size = available;
+        atom.toEnd = true;
+    } else if (size == sizeFollows) {
+        if (bytes.size() < qsizetype(largeHeader)) return std::nullopt;
+        atom.headerSize = largeHeader;
+        atom.size = qFromBigEndian<quint64>(bytes.data() + 8);
+    }
+    if (atom.size < atom.headerSize || atom.size > available) return std::nullopt;
+    return atom;
+}
+
+std::vector<Mp4FileAtom> fileAtoms(const RandomAccessFile& file)
+{
+    std::vector<Mp4FileAtom> atoms;
+    const quint64 size = file.size();
+    for (quint64 offset = 0; offset < size; offset = atoms.back().end()) {
+        const quint64 available = size - offset;
+        auto atom = atomHeader(file.read(offset, std::min(available, largeHeader)), available);
+        if (!atom) broken("an atom reaches beyond the end of the file");
+        if (atoms.size() >= mostFileAtoms) broken("too many atoms");
+        atom->offset = offset;
+        atoms.push_back(*atom);
+    }
+    return atoms;
+}
+
+Mp4Box loadBox(const RandomAccessFile& file, const Mp4FileAtom& atom)
+{
+    if (atom.size > largestBox) broken("an atom is too large");
+    const QByteArray payload = file.read(atom.offset + atom.headerSize, atom.size - atom.headerSize);
+    return Parser().box(atom.type, payload, 0);
+}
+
+Mp4Box parsedBox(QByteArrayView bytes)
+{
+    const auto atom = atomHeader(bytes, static_cast<quint64>(bytes.size()));
+    if (!atom) broken("an atom is cut short");
+    return Parser().box(atom->type, bytes.first(qsizetype(atom->size)).sliced(qsizetype(atom->headerSize)), 0);
+}
+
+std::vector<Mp4Box> parsedLeaves(QByteArrayView bytes)
+{
+    Mp4Box list{.type = atomType("ilst")};
+    Parser().readChildren(list, bytes, 0);
+    return std::move(list.children);
+}
+
+} // namespace zolt

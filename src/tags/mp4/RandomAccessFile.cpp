@@ -1,0 +1,138 @@
+#include "tags/mp4/RandomAccessFile.h"
+
+#include "tags/mp4/Mp4Error.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace zolt {
+namespace {
+
+constexpr quint64 bufferSize = 1 << 20;
+constexpr quint64 kernelPieceSize = 1 << 30;
+
+int openFile(const QString& path, RandomAccessFile::Mode mode)
+{
+    constexpr int flags[] = {O_RDONLY, O_RDWR, O_RDWR | O_CREAT | O_TRUNC};
+    // A pipe without a writer would hold the caller for ever.
+    return ::open(QFile::encodeName(path).constData(), flags[static_cast<int>(mode)] | O_CLOEXEC | O_NONBLOCK, 0600);
+}
+
+bool isRegularFile(int descriptor)
+{
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+RandomAccessFile::RandomAccessFile(const QString& path, Mode mode) : path_(path), descriptor_(openFile(path, mode))
+{
+    if (descriptor_ < 0) fail("open");
+    if (isRegularFile(descriptor_)) return;
+    ::close(descriptor_);
+    throw Mp4Error(u"%1 is not a regular file"_s.arg(path_));
+}
+
+RandomAccessFile::~RandomAccessFile() { ::close(descriptor_); }
+
+void RandomAccessFile::fail(const char* operation) const
+{
+    const QString reason = QString::fromLocal8Bit(std::strerror(errno));
+    throw Mp4Error(u"cannot %1 %2: %3"_s.arg(QLatin1StringView(operation), path_, reason));
+}
+
+quint64 RandomAccessFile::size() const
+{
+    struct stat status;
+    if (fstat(descriptor_, &status) != 0) fail("examine");
+    return static_cast<quint64>(status.st_size);
+}
+
+QByteArray RandomAccessFile::read(quint64 position, quint64 length) const
+{
+    QByteArray bytes(static_cast<qsizetype>(length), Qt::Uninitialized);
+    quint64 done = 0;
+    while (done < length) {
+        const ssize_t count = pread(descriptor_, bytes.data() + done, length - done, off_t(position + done));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) fail("read");
+        if (count == 0) throw Mp4Error(u"%1 ends too early"_s.arg(path_));
+        done += static_cast<quint64>(count);
+    }
+    return bytes;
+}
+
+void RandomAccessFile::write(quint64 position, const QByteArray& bytes)
+{
+    const auto length = static_cast<quint64>(bytes.size());
+    quint64 done = 0;
+    while (done < length) {
+        const ssize_t count = pwrite(descriptor_, bytes.constData() + done, length - done, off_t(position + done));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) fail("write");
+        done += static_cast<quint64>(count);
+    }
+}
+
+void RandomAccessFile::copyFrom(const RandomAccessFile& source, quint64 sourcePosition, quint64 length,
+                                quint64 position)
+{
+    quint64 done = 0;
+    while (done < length) {
+        quint64 count = copyInKernel(source, sourcePosition + done, length - done, position + done);
+        // Not every file system, and no pair of them, has to be able to.
+        if (count == 0) count = copyThroughBuffer(source, sourcePosition + done, length - done, position + done);
+        done += count;
+    }
+}
+
+/// @return bytes copied; 0 if the kernel cannot copy between these files
+quint64 RandomAccessFile::copyInKernel(const RandomAccessFile& source, quint64 sourcePosition, quint64 length,
+                                       quint64 position)
+{
+    auto from = static_cast<off_t>(sourcePosition);
+    auto to = static_cast<off_t>(position);
+    const ssize_t count =
+        copy_file_range(source.descriptor_, &from, descriptor_, &to, std::min(length, kernelPieceSize), 0);
+    return count > 0 ? static_cast<quint64>(count) : 0;
+}
+
+quint64 RandomAccessFile::copyThroughBuffer(const RandomAccessFile& source, quint64 sourcePosition, quint64 length,
+                                            quint64 position)
+{
+    const quint64 count = std::min(length, bufferSize);
+    write(position, source.read(sourcePosition, count));
+    return count;
+}
+
+void RandomAccessFile::resize(quint64 size)
+{
+    if (ftruncate(descriptor_, static_cast<off_t>(size)) != 0) fail("resize");
+}
+
+void RandomAccessFile::flush()
+{
+    if (fsync(descriptor_) != 0) fail("write");
+}
+
+void RandomAccessFile::takeModeAndOwner(const RandomAccessFile& other)
+{
+    struct stat status;
+    if (fstat(other.descriptor_, &status) != 0) other.fail("examine");
+    // Only root may give files away, but anyone may choose among the own groups.
+    const bool owned = fchown(descriptor_, status.st_uid, status.st_gid) == 0 ||
+                       fchown(descriptor_, static_cast<uid_t>(-1), status.st_gid) == 0;
+    // Set-id bits and the group's access must not go to another owner.
+    const mode_t mode = status.st_mode & (owned ? 07777 : 0707);
+    if (fchmod(descriptor_, mode) != 0) fail("set the access of");
+}
+
+} // namespace zolt
