@@ -25,7 +25,10 @@ constexpr quint32 containers[] = {atomType("moov"), atomType("trak"), atomType("
                                   atomType("stbl"), atomType("dinf"), atomType("udta"), atomType("meta"),
                                   atomType("ilst"), atomType("moof"), atomType("traf"), atomType("mfra")};
 
-[[noreturn]] void broken(const char* reason) { throw Mp4Error(QString::fromLatin1(reason)); }
+[[noreturn]] void broken(const char* reason)
+{
+    throw Mp4Error(QString::fromLatin1(reason));
+}
 
 /// Length of what stands before the children. Some writers leave out the version and flags of "meta":
 /// then its handler follows at once.
@@ -36,53 +39,49 @@ qsizetype headLength(quint32 type, QByteArrayView payload)
     return 4;
 }
 
+bool isContainer(quint32 type)
+{
+    return std::find(std::begin(containers), std::end(containers), type) != std::end(containers);
+}
+
+/// Old writers end a list of user data with a zero.
+bool isClosing(QByteArrayView bytes)
+{
+    return bytes.size() < qsizetype(smallHeader) &&
+           std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == 0; });
+}
+
 /// One walk over one atom's bytes, which counts what it meets.
 class Parser
 {
 public:
-    Mp4Box box(quint32 type, QByteArrayView payload, int depth)
+    Mp4Box box(quint32 type, QByteArrayView payload, bool opened, int depth)
     {
         if (++count_ > mostBoxes) broken("too many atoms");
-        if (std::find(std::begin(containers), std::end(containers), type) == std::end(containers))
-            return {.type = type, .body = payload.toByteArray()};
+        if (!opened || !isContainer(type)) return {.type = type, .body = payload.toByteArray()};
         if (depth > deepest) broken("atoms nested too deeply");
         const qsizetype head = headLength(type, payload);
         if (head > payload.size()) broken("an atom is too short");
         Mp4Box container{.type = type, .head = payload.first(head).toByteArray()};
-        readChildren(container, payload.sliced(head), depth);
+        // Items are told apart by their own readers, and may have any name.
+        readChildren(container, payload.sliced(head), type != atomType("ilst"), depth + 1);
         return container;
     }
 
-    void readChildren(Mp4Box& container, QByteArrayView bytes, int depth)
+    void readChildren(Mp4Box& container, QByteArrayView bytes, bool opened, int depth)
     {
         while (!isClosing(bytes)) {
             const std::optional<Mp4FileAtom> atom = atomHeader(bytes, static_cast<quint64>(bytes.size()));
             if (!atom || atom->toEnd) broken("an atom does not fit into the one around it");
-            const auto headerLength = static_cast<qsizetype>(atom->headerSize);
             const auto length = static_cast<qsizetype>(atom->size);
-            const QByteArrayView payload = bytes.first(length).sliced(headerLength);
-            // Items are told apart by their own readers, and may have any name.
-            const bool opened = container.type != atomType("ilst") && depth >= 0;
-            container.children.push_back(opened ? box(atom->type, payload, depth + 1) : leaf(atom->type, payload));
+            const QByteArrayView payload = bytes.first(length).sliced(static_cast<qsizetype>(atom->headerSize));
+            container.children.push_back(box(atom->type, payload, opened, depth));
             bytes = bytes.sliced(length);
         }
         container.body = bytes.toByteArray();
     }
 
 private:
-    Mp4Box leaf(quint32 type, QByteArrayView payload)
-    {
-        if (++count_ > mostBoxes) broken("too many atoms");
-        return {.type = type, .body = payload.toByteArray()};
-    }
-
-    /// Old writers end a list of user data with a zero.
-    static bool isClosing(QByteArrayView bytes)
-    {
-        return bytes.size() < qsizetype(smallHeader) &&
-               std::all_of(bytes.begin(), bytes.end(), [](char byte) { return byte == 0; });
-    }
-
     int count_ = 0;
 };
 
@@ -124,20 +123,21 @@ Mp4Box loadBox(const RandomAccessFile& file, const Mp4FileAtom& atom)
 {
     if (atom.size > largestBox) broken("an atom is too large");
     const QByteArray payload = file.read(atom.offset + atom.headerSize, atom.size - atom.headerSize);
-    return Parser().box(atom.type, payload, 0);
+    return Parser().box(atom.type, payload, true, 0);
 }
 
 Mp4Box parsedBox(QByteArrayView bytes)
 {
     const auto atom = atomHeader(bytes, static_cast<quint64>(bytes.size()));
     if (!atom) broken("an atom is cut short");
-    return Parser().box(atom->type, bytes.first(qsizetype(atom->size)).sliced(qsizetype(atom->headerSize)), 0);
+    const QByteArrayView whole = bytes.first(static_cast<qsizetype>(atom->size));
+    return Parser().box(atom->type, whole.sliced(static_cast<qsizetype>(atom->headerSize)), true, 0);
 }
 
 std::vector<Mp4Box> parsedLeaves(QByteArrayView bytes)
 {
-    Mp4Box list{.type = atomType("ilst")};
-    Parser().readChildren(list, bytes, 0);
+    Mp4Box list;
+    Parser().readChildren(list, bytes, false, 0);
     return std::move(list.children);
 }
 

@@ -41,7 +41,10 @@ RandomAccessFile::RandomAccessFile(const QString& path, Mode mode) : path_(path)
     throw Mp4Error(u"%1 is not a regular file"_s.arg(path_));
 }
 
-RandomAccessFile::~RandomAccessFile() { ::close(descriptor_); }
+RandomAccessFile::~RandomAccessFile()
+{
+    ::close(descriptor_);
+}
 
 void RandomAccessFile::fail(const char* operation) const
 {
@@ -130,9 +133,8 @@ void RandomAccessFile::takeModeAndOwner(const RandomAccessFile& other)
     // Only root may give files away, but anyone may choose among the own groups.
     const bool owned = fchown(descriptor_, status.st_uid, status.st_gid) == 0 ||
                        fchown(descriptor_, static_cast<uid_t>(-1), status.st_gid) == 0;
-    // Set-id bits and the group's access must not go to another owner.
-    const mode_t mode = status.st_mode & (owned ? 07777 : 0707);
-    if (fchmod(descriptor_, mode) != 0) fail("set the access of");
+    // What the old group was granted is not for another one.
+    if (fchmod(descriptor_, status.st_mode & (owned ? 0777 : 0707)) != 0) fail("set the access of");
 }
 
 } // namespace zolt

@@ -45,8 +45,7 @@ public:
 private:
     [[noreturn]] void fail(const char* operation) const;
     quint64 copyInKernel(const RandomAccessFile& source, quint64 sourcePosition, quint64 length, quint64 position);
-    quint64 copyThroughBuffer(const RandomAccessFile& source, quint64 sourcePosition, quint64 length,
-                              quint64 position);
+    quint64 copyThroughBuffer(const RandomAccessFile& source, quint64 sourcePosition, quint64 length, quint64 position);
 
     const QString path_;
     const int descriptor_;
