@@ -33,25 +33,6 @@ qsizetype pastDigits(QStringView text, qsizetype at)
     return at;
 }
 
-/// Length of the decimal number at the start of the text; 0 if there is none.
-qsizetype numberLength(QStringView text)
-{
-    const qsizetype start = isSign(text, 0) ? 1 : 0;
-    qsizetype end = pastDigits(text, start);
-    qsizetype digits = end - start;
-    if (end < text.size() && text[end] == u'.') {
-        const qsizetype fraction = pastDigits(text, end + 1);
-        digits += fraction - end - 1;
-        if (digits > 0) end = fraction;
-    }
-    if (digits == 0) return 0;
-    if (end < text.size() && (text[end] == u'e' || text[end] == u'E')) {
-        const qsizetype exponent = isSign(text, end + 1) ? end + 2 : end + 1;
-        if (isDigit(text, exponent)) end = pastDigits(text, exponent);
-    }
-    return end;
-}
-
 template<class Integer> Integer wholeNumber(QStringView text)
 {
     text = withoutLeadingBlanks(text);
@@ -84,6 +65,7 @@ bool isInSet(QChar character, CharacterSet set)
     case CharacterSet::WhiteSpace: return blank;
     case CharacterSet::WhiteSpaceAndNewlines: return blank || isNewline(character);
     case CharacterSet::Newlines: return isNewline(character);
+    case CharacterSet::DecimalDigits: return character.isDigit();
     case CharacterSet::Backspace: return character == u'\b';
     }
     return false;
@@ -133,10 +115,35 @@ QString substringTo(const QString& text, qsizetype index)
     return text.first(index);
 }
 
+qsizetype wholeNumberLength(QStringView text)
+{
+    const qsizetype start = isSign(text, 0) ? 1 : 0;
+    const qsizetype end = pastDigits(text, start);
+    return end > start ? end : 0;
+}
+
+qsizetype decimalNumberLength(QStringView text)
+{
+    const qsizetype start = isSign(text, 0) ? 1 : 0;
+    qsizetype end = pastDigits(text, start);
+    qsizetype digits = end - start;
+    if (end < text.size() && text[end] == u'.') {
+        const qsizetype fraction = pastDigits(text, end + 1);
+        digits += fraction - end - 1;
+        if (digits > 0) end = fraction;
+    }
+    if (digits == 0) return 0;
+    if (end < text.size() && (text[end] == u'e' || text[end] == u'E')) {
+        const qsizetype exponent = isSign(text, end + 1) ? end + 2 : end + 1;
+        if (isDigit(text, exponent)) end = pastDigits(text, exponent);
+    }
+    return end;
+}
+
 double doubleValue(QStringView text)
 {
     text = withoutLeadingBlanks(text);
-    const qsizetype length = numberLength(text);
+    const qsizetype length = decimalNumberLength(text);
     if (length == 0) return 0.0;
     if (text[0] == u'+') return doubleValue(text.sliced(1));
     const QByteArray digits = text.first(length).toLatin1();

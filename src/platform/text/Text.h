@@ -12,11 +12,12 @@ namespace zolt {
 /// A text that may be absent; absent and empty are different.
 using OptionalText = std::optional<QString>;
 
-/// Sets of characters that `trimmed` removes.
+/// Sets of characters that `trimmed` removes and that a scanner stops at.
 enum class CharacterSet {
     WhiteSpace,            ///< Unicode space separators and tab
     WhiteSpaceAndNewlines, ///< the above and every newline character
     Newlines,              ///< LF, CR, VT, FF, NEL, LS, PS
+    DecimalDigits,         ///< decimal digits of any script
     Backspace              ///< U+0008 alone
 };
 
@@ -47,6 +48,12 @@ QString substringTo(const QString& text, qsizetype index);
 
 /// The longest decimal number at the start, leading blanks skipped; 0.0 if there is none. No locale.
 double doubleValue(QStringView text);
+
+/// How many units the whole number at the very start of the text takes, its sign included; 0 if there is none.
+qsizetype wholeNumberLength(QStringView text);
+
+/// As wholeNumberLength, for a decimal number with fraction and exponent.
+qsizetype decimalNumberLength(QStringView text);
 
 /// The longest whole number at the start, leading blanks skipped, held to 32 bits; 0 if there is none.
 int intValue(QStringView text);
