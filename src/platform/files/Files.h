@@ -1,0 +1,26 @@
+// Operations on files and directories. No state; any thread. Nothing here throws.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace zolt {
+
+/// Writes the text as UTF-8 to a temporary file beside `path` and renames it into place, so that a reader sees the
+/// old text or the new one whole. @return false if that could not be done; what was there before then stands
+bool writeTextAtomically(const QString& path, const QString& text);
+
+/// Moves a file to the user's trash, from where the desktop can restore it. @return false if it stays where it is
+bool moveToTrash(const QString& path);
+
+/// Removes a file, a link (never what it points to) or an empty directory. @return false if nothing was removed
+bool removeItem(const QString& path);
+
+/// The names in a directory in the order that the file system gives them, hidden ones included, "." and ".." not.
+/// A directory that cannot be read gives an empty list.
+QStringList directoryListing(const QString& path);
+
+/// True if the path is a directory or a link to one.
+bool isDirectory(const QString& path);
+
+} // namespace zolt
