@@ -1,0 +1,133 @@
+#include "platform/desktop/UserDefaults.h"
+
+#include "platform/Log.h"
+#include "platform/text/Text.h"
+
+#include <QDir>
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString standardPath()
+{
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation))
+        .filePath(u"zolt/settings.ini"_s);
+}
+
+} // namespace
+
+UserDefaults& UserDefaults::standard()
+{
+    static UserDefaults defaults(standardPath());
+    return defaults;
+}
+
+UserDefaults::UserDefaults(const QString& path)
+{
+    load(path);
+}
+
+void UserDefaults::load(const QString& path)
+{
+    path_ = path;
+    saved_.clear();
+    const QSettings file(path, QSettings::IniFormat);
+    for (const QString& key : file.allKeys())
+        saved_[key] = file.value(key);
+}
+
+void UserDefaults::registerDefaults(const Values& values)
+{
+    const std::lock_guard guard(mutex_);
+    for (const auto& [key, value] : values)
+        registered_[key] = value;
+}
+
+std::optional<QVariant> UserDefaults::objectForKey(const QString& key) const
+{
+    const std::lock_guard guard(mutex_);
+    for (const Values* layer : {&saved_, &registered_}) {
+        if (const auto found = layer->find(key); found != layer->end()) return found->second;
+    }
+    return std::nullopt;
+}
+
+QString UserDefaults::stringForKey(const QString& key) const
+{
+    return objectForKey(key).value_or(QVariant()).toString();
+}
+
+int UserDefaults::integerForKey(const QString& key) const
+{
+    return intValue(stringForKey(key));
+}
+
+double UserDefaults::doubleForKey(const QString& key) const
+{
+    return doubleValue(stringForKey(key));
+}
+
+bool UserDefaults::boolForKey(const QString& key) const
+{
+    const QString text = stringForKey(key);
+    return text == u"true" || doubleValue(text) != 0.0;
+}
+
+void UserDefaults::set(const QString& key, const QVariant& value)
+{
+    change(key, value);
+}
+
+void UserDefaults::remove(const QString& key)
+{
+    change(key, std::nullopt);
+}
+
+void UserDefaults::change(const QString& key, const std::optional<QVariant>& value)
+{
+    const std::lock_guard fileGuard(fileMutex_);
+    {
+        const std::lock_guard guard(mutex_);
+        if (value) {
+            saved_[key] = *value;
+        } else {
+            saved_.erase(key);
+        }
+    }
+    if (!inMemory_) save(key, value);
+}
+
+/// Writes one key and leaves the rest of the file as another running program may have set it meanwhile.
+void UserDefaults::save(const QString& key, const std::optional<QVariant>& value) const
+{
+    QSettings file(path_, QSettings::IniFormat);
+    if (value) {
+        file.setValue(key, *value);
+    } else {
+        file.remove(key);
+    }
+    file.sync();
+    if (file.status() == QSettings::NoError) return;
+    qCWarning(platformLog).noquote() << "The settings could not be saved to" << path_
+                                     << "- see that the file and its directory can be written.";
+}
+
+void UserDefaults::keepInMemory()
+{
+    const std::lock_guard guard(fileMutex_);
+    inMemory_ = true;
+}
+
+void UserDefaults::reopen(const QString& path)
+{
+    const std::lock_guard fileGuard(fileMutex_);
+    inMemory_ = false;
+    load(path);
+}
+
+} // namespace zolt
