@@ -1,0 +1,7 @@
+#include "encode/EncodeLog.h"
+
+namespace zolt {
+
+Q_LOGGING_CATEGORY(encodeLog, "zolt.encode")
+
+} // namespace zolt

@@ -1,0 +1,64 @@
+#include "platform/audio/AudioFileReader.h"
+
+#include "platform/audio/OpenFiles.h"
+#include "platform/audio/SampleSource.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+
+namespace zolt {
+
+struct AudioFileReader::State
+{
+    explicit State(const QString& path) : file(path) {}
+
+    QFile file;
+    std::optional<OpenFileMark> mark;
+    std::unique_ptr<SampleSource> source;
+};
+
+namespace {
+
+AudioStatus openFile(QFile& file)
+{
+    const QFileInfo facts(file.fileName());
+    if (!facts.exists()) return audioStatus::NotFound;
+    // A pipe would make the opening wait for its writer.
+    if (!facts.isFile()) return audioStatus::UnsupportedFileType;
+    errno = 0;
+    if (file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return audioStatus::Ok;
+    return audioStatusFromErrno(errno);
+}
+
+} // namespace
+
+AudioFileReader::AudioFileReader(std::unique_ptr<State> state) : state_(std::move(state)) {}
+
+AudioFileReader::~AudioFileReader() = default;
+
+AudioStatus AudioFileReader::open(const QString& path, std::unique_ptr<AudioFileReader>& reader)
+{
+    return audioGuarded([&] {
+        auto state = std::make_unique<State>(path);
+        if (const auto status = openFile(state->file)) return status;
+        state->mark.emplace(state->file);
+        if (const auto status = openSampleSource(state->file, state->source)) return status;
+        reader.reset(new AudioFileReader(std::move(state)));
+        return audioStatus::Ok;
+    });
+}
+
+AudioStatus AudioFileReader::dataFormat(AudioFormat& format) const
+{
+    format = state_->source->format();
+    return audioStatus::Ok;
+}
+
+AudioStatus AudioFileReader::lengthInFrames(int64_t& frames) const
+{
+    return audioGuarded([&] { return state_->source->lengthInFrames(frames); });
+}
+
+} // namespace zolt

@@ -1,0 +1,66 @@
+#include "platform/audio/Demuxer.h"
+
+#include <QFile>
+
+namespace zolt {
+
+namespace {
+
+/// The largest piece of memory that the codec libraries may ask for at once. An index of this size is that of an
+/// audio file of weeks; what asks for more is a damaged header.
+constexpr size_t largestAllocation = size_t(64) << 20;
+
+void prepareLibraries()
+{
+    static std::once_flag done;
+    std::call_once(done, [] {
+        av_max_alloc(largestAllocation);
+        av_log_set_level(AV_LOG_QUIET); // faults come back as statuses; the libraries would print them
+    });
+}
+
+} // namespace
+
+AudioStatus Demuxer::open(const QString& path, Container container)
+{
+    prepareLibraries();
+    const auto* format = av_find_input_format(demuxerName(container));
+    if (!format) return audioStatus::UnsupportedFileType;
+    AVDictionary* options = nullptr;
+    av_dict_set(&options, "protocol_whitelist", "file", 0);
+    AVFormatContext* context = nullptr;
+    const int result = avformat_open_input(&context, "file:" + QFile::encodeName(path), format, &options);
+    av_dict_free(&options);
+    if (result < 0) return audioStatusFromCodecError(result);
+    context_.reset(context);
+    return findStream(container);
+}
+
+AudioStatus Demuxer::findStream(Container container)
+{
+    // An MP3 file has no header: its rate and channels stand in its frames.
+    if (container == Container::Mp3) {
+        const int result = avformat_find_stream_info(context_.get(), nullptr);
+        if (result < 0) return audioStatusFromCodecError(result);
+    }
+    for (unsigned i = 0; i < context_->nb_streams; ++i) {
+        AVStream* stream = context_->streams[i];
+        const bool wanted = !stream_ && stream->codecpar->codec_type == AVMEDIA_TYPE_AUDIO;
+        if (wanted) stream_ = stream;
+        stream->discard = wanted ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
+    }
+    return stream_ ? audioStatus::Ok : audioStatus::UnsupportedFormat;
+}
+
+AudioStatus Demuxer::next(AVPacket& packet)
+{
+    for (;;) {
+        av_packet_unref(&packet);
+        const int result = av_read_frame(context_.get(), &packet);
+        if (result == AVERROR_EOF) return audioStatus::Ok;
+        if (result < 0) return audioStatusFromCodecError(result);
+        if (packet.stream_index == stream_->index && packet.size > 0) return audioStatus::Ok;
+    }
+}
+
+} // namespace zolt
