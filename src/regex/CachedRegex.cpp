@@ -1,0 +1,89 @@
+#include "regex/CachedRegex.h"
+
+#include "regex/Bookkeeping.h"
+
+namespace zolt {
+
+bool CachedRegex::isOfSamePattern(const RegexText& pattern, std::uint32_t withOptions) const
+{
+    return icu && options == withOptions && regexString.isSame(pattern);
+}
+
+bool CachedRegex::isOfEqualPattern(const RegexText& pattern, std::uint32_t withOptions) const
+{
+    return icu && options == withOptions && (regexString.isSame(pattern) || regexString == pattern);
+}
+
+void CachedRegex::open(const char16_t* units, UParseError& position, UErrorCode& status)
+{
+    RKL_REQUIRE(!icu && units);
+    icu.reset(uregex_open(units, static_cast<int32_t>(regexString.length()), options, &position, &status));
+    if (U_SUCCESS(status)) captureCount = uregex_groupCount(icu.get(), &status);
+}
+
+void CachedRegex::setSubject(const RegexText& subject, TextRange range, ConversionBuffers& buffers, UErrorCode& status)
+{
+    RKL_REQUIRE(icu && range.liesWithin(subject.length()));
+    const std::size_t hash = subject.hash();
+    const bool stays = setToString.isSame(subject) && setToLength == subject.length() && setToHash == hash;
+    if (!stays) holdSubject(subject, hash);
+    const bool unitsMoved = findUnits(buffers);
+    if (!unitsMoved && setToRange == range) return;
+    forgetRanges();
+    uregex_setText(icu.get(), setToUniChar + range.location, static_cast<int32_t>(range.length), &status);
+    if (U_SUCCESS(status)) setToRange = range;
+}
+
+void CachedRegex::holdSubject(const RegexText& subject, std::size_t hash)
+{
+    clearSubject();
+    setToString = subject.owned();
+    setToHash = hash;
+    setToLength = subject.length();
+    setToNeedsConversion = !setToString.directUnits();
+}
+
+/// Finds the characters of the held subject; true if `icu` does not read them yet.
+bool CachedRegex::findUnits(ConversionBuffers& buffers)
+{
+    const char16_t* before = setToUniChar;
+    bool isNew = false;
+    if (setToNeedsConversion) {
+        const ConversionBuffers::Filled filled = buffers.bufferFor(setToString, setToHash);
+        buffer = filled.buffer;
+        isNew = filled.isNew;
+        setToUniChar = buffer->uniChar;
+    } else {
+        setToUniChar = setToString.directUnits();
+    }
+    RKL_REQUIRE(setToUniChar);
+    return isNew || setToUniChar != before;
+}
+
+void CachedRegex::forgetRanges()
+{
+    setToRange = lastFindRange = lastMatchRange = TextRange();
+}
+
+void CachedRegex::clearSubject()
+{
+    setToString = RegexText();
+    setToHash = 0;
+    setToLength = 0;
+    setToNeedsConversion = false;
+    setToUniChar = nullptr;
+    buffer = nullptr;
+    forgetRanges();
+}
+
+void CachedRegex::clear()
+{
+    icu.reset();
+    captureCount = -1;
+    clearSubject();
+    regexString = RegexText();
+    regexHash = 0;
+    options = 0;
+}
+
+} // namespace zolt

@@ -1,0 +1,7 @@
+#include "regex/Log.h"
+
+namespace zolt {
+
+Q_LOGGING_CATEGORY(regexLog, "zolt.regex")
+
+} // namespace zolt
