@@ -44,6 +44,10 @@ public:
     QString toolTip() const { return read(toolTip_); }
     void setToolTip(const QString& toolTip) { write(toolTip_, toolTip); }
 
+    /// A number that tells controls with one action apart, such as a tab's index.
+    int tag() const { return tag_; }
+    void setTag(int tag) { tag_ = tag; }
+
     /// What happens when a person uses the control. Set before the control is shown; run on the main thread.
     void setAction(std::function<void()> action) { action_ = std::move(action); }
     /// Runs the action, if there is one. Main thread.
@@ -81,9 +85,13 @@ private:
     std::atomic<bool> enabled_ = true;
     std::atomic<bool> hasSuperview_ = false;
     std::atomic<bool> changePosted_ = false;
+    std::atomic<int> tag_ = 0;
     std::atomic<ControlObserver*> observer_ = nullptr;
     QString toolTip_;
     std::function<void()> action_;
 };
+
+/// Who asked for an action: a control, or nobody.
+using Sender = Control*;
 
 } // namespace zolt

@@ -1,0 +1,37 @@
+// Decodes one FLAC file with flac.
+#pragma once
+
+#include "engine/ZOLTAsyncNSTask.h"
+
+namespace zolt {
+
+class TagsObject;
+
+class DecodeFlacTask : public ZOLTAsyncNSTask
+{
+public:
+    /// @param fileName   full path of the source
+    /// @param arguments  flac's argument vector; its last element is the output path
+    static std::shared_ptr<DecodeFlacTask> initAsyncTaskWithFileNameQueueLaunchPathArguments(const QString& fileName,
+                                                                                            ZOLTTaskQueue* queue,
+                                                                                            const QString& launchPath,
+                                                                                            const QStringList& arguments);
+
+    void processTaskOutput(const OptionalText& output) override;
+    /// The source's tags, read with metaflac; blocks.
+    std::shared_ptr<TagsObject> getFlacTags() const;
+    bool deleteOriginal() const { return deleteOriginal_; }
+    void setDeleteOriginal(bool deleteOriginal) override { deleteOriginal_ = deleteOriginal; }
+    /// Keeps the text of a failure alone, copies the tags into AIFF output whatever the outcome, and deletes the source
+    /// after success if asked to. Stands being run twice.
+    void cleanup() override;
+
+private:
+    DecodeFlacTask() = default;
+    void copyTags(const QString& output);
+
+    QString fileName_;
+    std::atomic<bool> deleteOriginal_ = false;
+};
+
+} // namespace zolt

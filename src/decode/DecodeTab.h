@@ -1,0 +1,57 @@
+// Turns compressed audio files into WAV or AIFF files.
+#pragma once
+
+#include "platform/controls/CheckBox.h"
+#include "platform/controls/Matrix.h"
+#include "platform/controls/TextField.h"
+#include "shell/BaseTab.h"
+
+namespace zolt {
+
+class DecodeFlacTask;
+class ZOLTTask;
+
+class DecodeTab : public BaseTab
+{
+public:
+    DecodeTab();
+
+    void awakeFromNib() override;
+    /// Shows or hides the two FLAC options and their heading.
+    void showFLacOptions(bool show);
+    void clearFiles() override;
+    std::shared_ptr<DecodeFlacTask> decodeFlacOutputPathForFormatInQueue(const QString& file, const QString& folder,
+                                                                        const QString& format, ZOLTTaskQueue* queue) const;
+    /// The FLAC options show as soon as one FLAC file is in the list, and go again only with clearFiles.
+    void filesAdded() override;
+    void executeCommand(Sender sender) override;
+    QStringList toolsNeeded() const override;
+
+    /// flac's argument vector for one file.
+    /// @param format  Constants::WAV or Constants::AIFF
+    QStringList flacArguments(const QString& file, const QString& folder, const QString& format) const;
+    /// shntool's argument vector for one Shorten file. Its layout is fixed: the source stands at index 9.
+    static QStringList shnArguments(const QString& file, const QString& folder, const QString& format);
+    /// As shnArguments through shntool's custom output, for Wavpack; no command uses it.
+    static QStringList wavpackArguments(const QString& file, const QString& folder, const QString& format);
+
+    /// Whether the present build has a task for files of this extension (upper case); others are skipped.
+    static bool decodes(const QString& extension);
+    /// Where flac writes what it decodes from the file.
+    static QString outputPath(const QString& file, const QString& folder, const QString& format);
+    /// The title of the selected output format.
+    QString outputFormat() const;
+
+    // Outlets.
+    std::shared_ptr<Matrix> outputFormatMatrix;
+    std::shared_ptr<CheckBox> decodeFlacThroughErrors = std::make_shared<CheckBox>();
+    std::shared_ptr<CheckBox> flacKeepForeignMetadataButton = std::make_shared<CheckBox>();
+    std::shared_ptr<TextField> flacOptionsLabel = std::make_shared<TextField>(TextField::labelStyle());
+    std::shared_ptr<CheckBox> sourceDecodeButton = std::make_shared<CheckBox>();
+    std::shared_ptr<CheckBox> deleteOriginalsButton = std::make_shared<CheckBox>();
+
+private:
+    std::shared_ptr<ZOLTTask> taskFor(const QString& file, const QString& folder, const QString& format) const;
+};
+
+} // namespace zolt

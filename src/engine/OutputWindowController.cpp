@@ -1,0 +1,25 @@
+#include "engine/OutputWindowController.h"
+
+#include "platform/desktop/Interfaces.h"
+
+namespace zolt {
+
+OutputWindowController::OutputWindowController()
+    : window_(std::make_shared<Window>()), textField_(std::make_shared<TextView>()), font_{QStringLiteral("Courier"), 10.0}
+{
+}
+
+void OutputWindowController::loadWindow() { loadInterface(QStringLiteral("OutputWindow"), this); }
+
+void OutputWindowController::textAppend(const QString&) {}
+
+void OutputWindowController::setTextValueTitle(const QString& text, const QString& title)
+{
+    textField_->setFont(font_);
+    textField_->setString(text);
+    window_->setTitle(title);
+}
+
+void OutputWindowController::showWindow() { window_->makeKeyAndOrderFront(); }
+
+} // namespace zolt

@@ -1,0 +1,141 @@
+#include "engine/ZOLTAsyncNSTask.h"
+
+#include "engine/Log.h"
+#include "platform/errors/Exceptions.h"
+
+namespace zolt {
+
+std::shared_ptr<ZOLTAsyncNSTask> ZOLTAsyncNSTask::initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue,
+                                                                                           const QString& launchPath,
+                                                                                           const QStringList& arguments)
+{
+    std::shared_ptr<ZOLTAsyncNSTask> task(new ZOLTAsyncNSTask);
+    task->setUpAsyncTask(queue, launchPath, arguments);
+    return task;
+}
+
+void ZOLTAsyncNSTask::setUpAsyncTask(ZOLTTaskQueue* queue, const QString& launchPath, const QStringList& arguments)
+{
+    setUpWithQueue(queue);
+    launchPath_ = launchPath;
+    arguments_ = arguments;
+    environment_ = childEnvironment();
+}
+
+void ZOLTAsyncNSTask::appendToPATH(const QString& directory)
+{
+    Environment environment = get(environment_);
+    appendDirectoryToPath(environment, directory);
+    put(environment_, environment);
+}
+
+void ZOLTAsyncNSTask::processTaskOutput(const OptionalText& output)
+{
+    if (const auto collector = results()) collector->appendResultsForTask(output, this);
+}
+
+void ZOLTAsyncNSTask::startTask()
+{
+    markRunning();
+    const auto process = prepared();
+    const auto handle = process->standardOutput()->fileHandleForReading();
+    observe(handle.get());
+    handle->readInBackgroundAndNotify(); // before the launch, so that nothing a quick tool writes is missed
+    process->launch();
+}
+
+std::shared_ptr<ChildProcess> ZOLTAsyncNSTask::prepared()
+{
+    auto process = std::make_shared<ChildProcess>();
+    const auto pipe = std::make_shared<Pipe>();
+    process->setLaunchPath(launchPath_);
+    process->setArguments(arguments_);
+    process->setStandardOutputAndError(pipe);
+    const std::lock_guard guard(mutex_);
+    setUnbufferedIO(environment_);
+    process->setEnvironment(environment_);
+    process->setCurrentDirectoryPath(currentDirectoryPath_);
+    outputPipe_ = pipe;
+    taskOutput_ = pipe->fileHandleForReading();
+    task_ = process;
+    return process;
+}
+
+void ZOLTAsyncNSTask::observe(const FileHandle* handle)
+{
+    NotificationCenter::standard().addObserver(
+        this, FileHandleReadCompletionNotification, handle,
+        [weak = std::weak_ptr(std::static_pointer_cast<ZOLTAsyncNSTask>(shared_from_this()))](const Notification& notification) {
+            if (const auto task = weak.lock()) task->taskDataAvailable(notification);
+        });
+}
+
+void ZOLTAsyncNSTask::taskDataAvailable(const Notification& notification)
+{
+    const Hold hold(shared_from_this());
+    const auto* bytes = std::any_cast<QByteArray>(&notification.object);
+    if (!bytes || bytes->isEmpty()) return stopTask(nullptr);
+    // Asked for on every way out: a fault in a parser must not leave the row running for ever.
+    struct NextRead
+    {
+        std::shared_ptr<FileHandle> handle;
+        ~NextRead() { handle->readInBackgroundAndNotify(); }
+    } const nextRead{get(taskOutput_)};
+    processTaskOutput(decodeUtf8(*bytes));
+}
+
+void ZOLTAsyncNSTask::stopTask(Sender)
+{
+    const Hold hold(shared_from_this());
+    if (const auto process = get(task_)) {
+        process->waitUntilExit(); // first: a cancel does not shorten the tool's run
+        process->terminate();
+        if (stillRunning(process)) return; // a later notification ends the task
+        NotificationCenter::standard().removeObserver(this, FileHandleReadCompletionNotification,
+                                                      process->standardOutput()->fileHandleForReading().get());
+        if (!cancelled()) readStatus(process);
+    }
+    setActive(false);
+    setDone(true);
+    runHook("cleanup", &ZOLTAsyncNSTask::cleanup);
+    ZOLTTask::stopTask(nullptr);
+    runHook("finalCleanup", &ZOLTAsyncNSTask::finalCleanup);
+    reportCompleted();
+}
+
+bool ZOLTAsyncNSTask::stillRunning(const std::shared_ptr<ChildProcess>& process)
+{
+    try {
+        if (!process->isRunning()) return false;
+        get(taskOutput_)->readInBackgroundAndNotify();
+        return true;
+    } catch (const PlatformException& fault) {
+        qCWarning(engineLog, "exception in task isRunning even though we're in stopTask %s", fault.what());
+        return false;
+    }
+}
+
+void ZOLTAsyncNSTask::readStatus(const std::shared_ptr<ChildProcess>& process)
+{
+    if (process->terminationStatus() != 0) return setError(true);
+    process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(); // thrown away
+}
+
+void ZOLTAsyncNSTask::runHook(const char* name, void (ZOLTAsyncNSTask::*hook)())
+{
+    // A tag that cannot be written never costs a row its end.
+    guarded(name, [this, hook] { (this->*hook)(); });
+}
+
+void ZOLTAsyncNSTask::finishAfterFault() { stopTask(nullptr); }
+
+QString ZOLTAsyncNSTask::description() const
+{
+    QString text;
+    const auto add = [&text](const QString& value) { text += u'"' + value + QStringLiteral("\"\n "); };
+    add(launchPath_);
+    for (const QString& argument : arguments_) add(argument);
+    return text;
+}
+
+} // namespace zolt

@@ -1,0 +1,304 @@
+#include "engine/ZOLTTaskQueue.h"
+
+#include "engine/Log.h"
+#include "engine/OutputWindowController.h"
+#include "engine/ZOLTTask.h"
+#include "platform/desktop/Desktop.h"
+#include "platform/desktop/Interfaces.h"
+#include "platform/desktop/UserDefaults.h"
+#include "platform/errors/Exceptions.h"
+#include "platform/threads/MainQueue.h"
+#include "shell/Constants.h"
+
+#include <unordered_set>
+
+namespace zolt {
+
+namespace {
+
+constexpr int informationalRequest = 10;
+constexpr std::int32_t notFound = -1; // the not-found index taken as 32 bits
+
+/// Runs its work however the scope is left.
+template<class Work> struct AtEnd
+{
+    Work work;
+    ~AtEnd() { work(); }
+};
+
+template<class Container> std::vector<typename Container::value_type> copied(const Container& container, std::mutex& mutex)
+{
+    const std::lock_guard guard(mutex);
+    return {container.begin(), container.end()};
+}
+
+} // namespace
+
+ZOLTTaskQueue::ZOLTTaskQueue()
+    : tableView_(std::make_shared<Table>()), panel_(std::make_shared<Window>()),
+      maxThreads_(UserDefaults::standard().integerForKey(QStringLiteral("maxThreads")))
+{
+    tableView_->setDataSource(this);
+    loadInterface(QStringLiteral("StatusQueue"), this);
+}
+
+ZOLTTaskQueue::~ZOLTTaskQueue()
+{
+    NotificationCenter::standard().removeObserver(this, Constants::ZOLTMaxThreadsChangedNotification, nullptr);
+    tableView_->setDataSource(nullptr);
+    for (const auto& task : copied(panelArray_, containers_)) {
+        task->leftQueue();
+        task->leftPanel();
+    }
+}
+
+std::unique_ptr<ZOLTTaskQueue> ZOLTTaskQueue::initWithController(ZOLTController* controller)
+{
+    auto queue = std::make_unique<ZOLTTaskQueue>();
+    queue->zoltController_ = controller;
+    NotificationCenter::standard().addObserver(
+        queue.get(), Constants::ZOLTMaxThreadsChangedNotification, nullptr,
+        [self = queue.get()](const Notification& notification) { self->maxThreadsChanged(notification); });
+    return queue;
+}
+
+void ZOLTTaskQueue::maxThreadsChanged(const Notification& notification)
+{
+    if (const int* number = std::any_cast<int>(&notification.object)) maxThreads_ = *number;
+}
+
+void ZOLTTaskQueue::addTask(const TaskPointer& task)
+{
+    panel_->makeKeyAndOrderFront();
+    lock_.lock();
+    {
+        const std::lock_guard guard(containers_);
+        taskArray_.push_back(task);
+        panelArray_.push_back(task);
+    }
+    setTaskNumberInDock();
+    tableView_->reloadData();
+    if (activeTask_ < maxThreads_) {
+        startTask(task); // unguarded: what it throws leaves the lock held
+        raiseLowestActivePosition(task);
+        ++activeTask_;
+    }
+    lock_.unlock();
+}
+
+void ZOLTTaskQueue::addTasks(const Tasks& tasks)
+{
+    for (const auto& task : tasks) addTask(task);
+}
+
+void ZOLTTaskQueue::startTask(const TaskPointer& task) { task->startTask(); }
+
+void ZOLTTaskQueue::taskCompleted(const TaskPointer& task)
+{
+    const AtEnd closing{[this] { resetIfEmpty(); }};
+    try {
+        reportEnd(task);
+    } catch (const PlatformException& fault) {
+        qCWarning(engineLog, "Exception in queue taskCompleted: %s", fault.what());
+        lock_.unlock(); // may come without the hold: a fault can also arise after the lock was released
+    }
+}
+
+void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
+{
+    const ZOLTTask::Hold hold(task); // its results outlast the report
+    lock_.lock();
+    const std::int32_t index = indexOfOpen(task);
+    if (task->isDone()) --activeTask_; // kept: also for a task cancelled while waiting, which was never counted
+    const auto results = task->results();
+    removeOpenAt(index);
+    task->leftQueue();
+    setTaskNumberInDock();
+    tableView_->reloadData();
+    startWaitingTasks();
+    tableView_->scrollRowToVisible(lowestActivePosition_);
+    lock_.unlock();
+
+    if (activeTask_ == 0) {
+        const bool failed = sweep(false);
+        tableView_->reloadData();
+        if (!failed) {
+            panel_->close();
+            setTaskNumberInDock();
+            desktop().requestUserAttention(informationalRequest);
+        }
+    }
+    if (results && results->taskSetDone()) showOutputWindowTitle(results->results(), task->title());
+}
+
+std::int32_t ZOLTTaskQueue::indexOfOpen(const TaskPointer& task) const
+{
+    const std::lock_guard guard(containers_);
+    const auto found = std::find(taskArray_.begin(), taskArray_.end(), task);
+    return found == taskArray_.end() ? notFound : std::int32_t(found - taskArray_.begin());
+}
+
+void ZOLTTaskQueue::removeOpenAt(std::int32_t index)
+{
+    const std::lock_guard guard(containers_);
+    if (index < 0 || std::size_t(index) >= taskArray_.size()) {
+        throw RangeException(QStringLiteral("index %1 beyond bounds, %2 open tasks").arg(index).arg(taskArray_.size()));
+    }
+    taskArray_.erase(taskArray_.begin() + index);
+}
+
+ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::openTaskAt(std::size_t index) const
+{
+    const std::lock_guard guard(containers_);
+    return index < taskArray_.size() ? taskArray_[index] : nullptr;
+}
+
+void ZOLTTaskQueue::startWaitingTasks()
+{
+    for (std::size_t index = 0; activeTask_ < maxThreads_; ++index) {
+        const auto task = openTaskAt(index);
+        if (!task) return;
+        if (task->isActive() || task->isDone()) continue;
+        startFromReport(task);
+        panel_->makeKeyAndOrderFront();
+        raiseLowestActivePosition(task);
+        ++activeTask_;
+    }
+}
+
+void ZOLTTaskQueue::startFromReport(const TaskPointer& task)
+{
+    try {
+        startTask(task);
+    } catch (const PlatformException& fault) {
+        // Nobody else would ever end this task: its row gets its end once this report is over.
+        postToMain([task, reason = fault.reason()] { task->endAfterFault(reason); });
+        throw;
+    }
+}
+
+void ZOLTTaskQueue::raiseLowestActivePosition(const TaskPointer& task)
+{
+    const std::lock_guard guard(containers_);
+    // Tasks start in the order of their rows, so the row lies at or just below the last one started.
+    const auto hint = panelArray_.begin() + std::clamp<std::ptrdiff_t>(lowestActivePosition_, 0, std::ptrdiff_t(panelArray_.size()));
+    auto found = std::find(hint, panelArray_.end(), task);
+    if (found == panelArray_.end()) return; // above the hint: the position is higher already
+    lowestActivePosition_ = std::max<std::int32_t>(lowestActivePosition_, std::int32_t(found - panelArray_.begin()));
+}
+
+bool ZOLTTaskQueue::sweep(bool failedRows)
+{
+    const Tasks rows = copied(panelArray_, containers_);
+    Tasks dropped;
+    for (auto task = rows.rbegin(); task != rows.rend(); ++task) {
+        if ((*task)->error() != failedRows) continue;
+        (*task)->hide();
+        dropped.push_back(*task);
+    }
+    dropRows(dropped);
+    return dropped.size() < rows.size();
+}
+
+void ZOLTTaskQueue::dropRows(const Tasks& rows)
+{
+    const std::unordered_set<TaskPointer> leaving(rows.begin(), rows.end());
+    {
+        const std::lock_guard guard(containers_);
+        std::erase_if(panelArray_, [&leaving](const auto& task) { return leaving.contains(task); });
+    }
+    for (const auto& task : rows) task->leftPanel();
+}
+
+void ZOLTTaskQueue::resetIfEmpty()
+{
+    if (taskCount() > 0) return;
+    activeTask_ = 0;
+    lowestActivePosition_ = 0;
+}
+
+qsizetype ZOLTTaskQueue::numberOfRowsInTableView() const
+{
+    const std::lock_guard guard(containers_);
+    return qsizetype(panelArray_.size());
+}
+
+QString ZOLTTaskQueue::tableViewObjectValueForTableColumnRow(qsizetype) const { return QString(); }
+
+void ZOLTTaskQueue::tableViewWillDisplayCellForTableColumnRow(StatusQueueCell& cell, qsizetype row)
+{
+    TaskPointer task;
+    {
+        const std::lock_guard guard(containers_);
+        if (row < 0 || std::size_t(row) >= panelArray_.size()) return; // swept since the view counted its rows
+        task = panelArray_[std::size_t(row)];
+    }
+    cell.setProgressIndicator(task->progressIndicator());
+    cell.setCancelButton(task->cancelButton());
+    cell.setTextField(task->textField());
+    cell.setTopTextField(task->topTextField());
+    task->progressIndicator()->addToSuperview();
+    task->cancelButton()->addToSuperview();
+    task->textField()->addToSuperview();
+    task->topTextField()->addToSuperview();
+}
+
+int ZOLTTaskQueue::taskCount() const
+{
+    const std::lock_guard guard(containers_);
+    return int(taskArray_.size());
+}
+
+void ZOLTTaskQueue::setTaskNumberInDock()
+{
+    const int count = taskCount();
+    desktop().setBadgeLabel(count == 0 ? OptionalText() : QString::number(count));
+}
+
+void ZOLTTaskQueue::cancelFromLastToFirst(Sender sender)
+{
+    // The list shrinks behind the walk, and waiting tasks may start and end ahead of it.
+    for (int index = taskCount(); index-- > 0;) {
+        if (const auto task = openTaskAt(std::size_t(index))) task->cancelTask(sender);
+    }
+}
+
+void ZOLTTaskQueue::killAllTasks()
+{
+    cancelFromLastToFirst(nullptr);
+    tableView_->reloadData();
+}
+
+void ZOLTTaskQueue::cancelAllTasks(Sender sender) { cancelFromLastToFirst(sender); }
+
+void ZOLTTaskQueue::removeAllErrors(Sender)
+{
+    sweep(true);
+    tableView_->reloadData();
+    if (taskCount() == 0) panel_->close();
+    setTaskNumberInDock();
+}
+
+void ZOLTTaskQueue::showOutputWindowTitle(const QString& text, const OptionalText& title)
+{
+    const auto window = std::make_shared<OutputWindowController>();
+    window->loadWindow();
+    window->setTextValueTitle(text, title.value_or(QStringLiteral("Output")));
+    QPointF topLeft;
+    {
+        const std::lock_guard guard(containers_); // two reports at once still take one step each
+        outputWindowController_ = window;
+        topLeft = outputWindowTopLeft_ = Window::cascadeTopLeftFromPoint(outputWindowTopLeft_);
+        outputWindows_.push_back(window);
+    }
+    window->window()->setFrameTopLeftPoint(topLeft);
+    window->showWindow();
+}
+
+ZOLTTaskQueue::Tasks ZOLTTaskQueue::taskArray() const { return copied(taskArray_, containers_); }
+
+ZOLTTaskQueue::Tasks ZOLTTaskQueue::panelArray() const { return copied(panelArray_, containers_); }
+
+std::vector<std::shared_ptr<OutputWindowController>> ZOLTTaskQueue::outputWindows() const { return copied(outputWindows_, containers_); }
+
+} // namespace zolt

@@ -1,0 +1,116 @@
+// The one queue of the application.
+#pragma once
+
+#include "engine/StatusQueueCell.h"
+#include "platform/controls/Table.h"
+#include "platform/controls/Window.h"
+#include "platform/text/Text.h"
+#include "platform/threads/Lock.h"
+#include "platform/threads/NotificationCenter.h"
+
+#include <QPointF>
+
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace zolt {
+
+class OutputWindowController;
+class ZOLTController;
+class ZOLTTask;
+
+/// Keeps the tasks that have still to end and the rows of the panel, starts tasks up to a limit, and opens output
+/// windows. addTask comes from the main thread; taskCompleted comes from the main thread or from a task's own.
+class ZOLTTaskQueue : public TableDataSource
+{
+public:
+    using TaskPointer = std::shared_ptr<ZOLTTask>;
+    using Tasks = std::vector<TaskPointer>;
+
+    /// Loads the interface "StatusQueue" with the queue as owner; the limit comes from the default `maxThreads`.
+    ZOLTTaskQueue();
+    ~ZOLTTaskQueue() override;
+    ZOLTTaskQueue(const ZOLTTaskQueue&) = delete;
+    ZOLTTaskQueue& operator=(const ZOLTTaskQueue&) = delete;
+
+    /// As the constructor; the queue also follows ZOLTMaxThreadsChangedNotification from any sender.
+    static std::unique_ptr<ZOLTTaskQueue> initWithController(ZOLTController* controller);
+
+    /// The limit becomes the notification's number; running and waiting tasks are left alone.
+    void maxThreadsChanged(const Notification& notification);
+
+    /// Appends the task and its row, and starts it if the limit allows. What the task's start throws goes to the caller
+    /// and leaves `lock` held, so that whoever comes next waits: tools are looked up before a command is pressed.
+    void addTask(const TaskPointer& task);
+    /// addTask for each, in order.
+    void addTasks(const Tasks& tasks);
+    /// The seam for all starting.
+    virtual void startTask(const TaskPointer& task);
+    /// A task reports its end. A second report of one task is logged and survived; it costs one of `activeTask`.
+    void taskCompleted(const TaskPointer& task);
+
+    qsizetype numberOfRowsInTableView() const override;
+    /// No text: the row draws from its controls only.
+    QString tableViewObjectValueForTableColumnRow(qsizetype row) const override;
+    /// Gives the cell the four controls of the row and puts them on the table. Main thread.
+    void tableViewWillDisplayCellForTableColumnRow(StatusQueueCell& cell, qsizetype row);
+
+    /// How many tasks have not reported their end.
+    int taskCount() const;
+    /// The application's badge shows the count of open tasks, or nothing for none.
+    void setTaskNumberInDock();
+    /// Cancels every open task from the last to the first, then reloads the table.
+    void killAllTasks();
+    /// Cancels every open task from the last to the first.
+    void cancelAllTasks(Sender sender);
+    /// Drops the rows of failed tasks.
+    void removeAllErrors(Sender sender);
+    /// Opens a new window with the text, titled "Output" where the title is absent.
+    void showOutputWindowTitle(const QString& text, const OptionalText& title);
+
+    // What the panel's view and tests look at.
+    ZOLTController* zoltController() const { return zoltController_; }
+    const std::shared_ptr<Table>& tableView() const { return tableView_; }
+    const std::shared_ptr<Window>& panel() const { return panel_; }
+    Tasks taskArray() const;
+    Tasks panelArray() const;
+    std::vector<std::shared_ptr<OutputWindowController>> outputWindows() const;
+    std::int32_t activeTask() const { return activeTask_; }
+    std::int32_t maxThreads() const { return maxThreads_; }
+    std::int32_t lowestActivePosition() const { return lowestActivePosition_; }
+    const Lock& lock() const { return lock_; }
+
+private:
+    void reportEnd(const TaskPointer& task);
+    std::int32_t indexOfOpen(const TaskPointer& task) const;
+    void removeOpenAt(std::int32_t index);
+    void startWaitingTasks();
+    void startFromReport(const TaskPointer& task);
+    TaskPointer openTaskAt(std::size_t index) const;
+    void raiseLowestActivePosition(const TaskPointer& task);
+    bool sweep(bool failedRows);
+    void dropRows(const Tasks& rows);
+    void cancelFromLastToFirst(Sender sender);
+    void resetIfEmpty();
+
+    ZOLTController* zoltController_ = nullptr;
+    std::shared_ptr<OutputWindowController> outputWindowController_;
+    std::shared_ptr<Table> tableView_;
+    std::deque<TaskPointer> taskArray_;
+    std::deque<TaskPointer> panelArray_;
+    std::shared_ptr<Window> panel_;
+    Lock lock_;
+    std::atomic<std::int32_t> activeTask_ = 0;
+    std::atomic<std::int32_t> maxThreads_ = 0;
+    std::atomic<std::int32_t> lowestActivePosition_ = 0; // despite its name the highest row started since the queue ran empty
+    QPointF outputWindowTopLeft_;
+    std::vector<std::shared_ptr<OutputWindowController>> outputWindows_; // for good: nothing ever leaves
+
+    mutable std::mutex containers_; // keeps the containers whole; never held across a call out
+};
+
+} // namespace zolt

@@ -1,0 +1,119 @@
+#include "engine/ZOLTTaskResults.h"
+
+#include "engine/ZOLTTask.h"
+
+namespace zolt {
+
+namespace {
+
+const QString firstKey = QStringLiteral("0");
+const QString notFoundKey = QStringLiteral("-1"); // the index of a task outside the set, printed with 32 bits
+
+} // namespace
+
+ZOLTTaskResults::ZOLTTaskResults() = default;
+
+ZOLTTaskResults::~ZOLTTaskResults()
+{
+    // A following task that never came to be queued has no queue to break its ring with its own results.
+    if (taskAfterSetDone_ && !taskAfterSetClaimed_) taskAfterSetDone_->setResults(nullptr);
+}
+
+void ZOLTTaskResults::appendResults(const OptionalText& text)
+{
+    const std::lock_guard guard(mutex_);
+    append(firstKey, text);
+}
+
+void ZOLTTaskResults::appendResultsForTask(const OptionalText& text, const ZOLTTask* task)
+{
+    const std::lock_guard guard(mutex_);
+    append(keyOf(task), text);
+}
+
+void ZOLTTaskResults::append(const QString& key, const OptionalText& text)
+{
+    const auto slot = resultsDictionary_.find(key);
+    if (slot != resultsDictionary_.end()) appendText(*slot, text);
+}
+
+const QString& ZOLTTaskResults::keyOf(const ZOLTTask* task) const
+{
+    const auto found = keys_.find(task);
+    return found == keys_.end() ? notFoundKey : found->second;
+}
+
+QString ZOLTTaskResults::results() const
+{
+    const std::lock_guard guard(mutex_);
+    QString all;
+    for (std::size_t index = 0; index < tasksInSet_.size(); ++index) {
+        const auto slot = resultsDictionary_.constFind(QString::number(index));
+        if (slot != resultsDictionary_.constEnd()) all.append(*slot).append(u'\n');
+    }
+    return all;
+}
+
+void ZOLTTaskResults::setResults(const QString& text)
+{
+    const std::lock_guard guard(mutex_);
+    resultsDictionary_[firstKey] = text;
+}
+
+void ZOLTTaskResults::setResultsForTask(const QString& text, const ZOLTTask* task)
+{
+    const std::lock_guard guard(mutex_);
+    resultsDictionary_[keyOf(task)] = text;
+}
+
+void ZOLTTaskResults::addTaskInSet(const std::shared_ptr<ZOLTTask>& task)
+{
+    const std::lock_guard guard(mutex_);
+    const QString key = QString::number(tasksInSet_.size());
+    tasksInSet_.push_back(task);
+    keys_.emplace(task.get(), key); // a task entered twice keeps its first index
+    resultsDictionary_[key] = QString();
+}
+
+std::shared_ptr<ZOLTTask> ZOLTTaskResults::taskAfterSetDone() const
+{
+    const std::lock_guard guard(mutex_);
+    return taskAfterSetDone_;
+}
+
+void ZOLTTaskResults::setTaskAfterSetDone(const std::shared_ptr<ZOLTTask>& task)
+{
+    const std::lock_guard guard(mutex_);
+    taskAfterSetDone_ = task;
+    taskAfterSetClaimed_ = false;
+}
+
+std::shared_ptr<ZOLTTask> ZOLTTaskResults::claimTaskAfterSetDone()
+{
+    const std::lock_guard guard(mutex_);
+    if (taskAfterSetClaimed_ || !taskAfterSetDone_ || taskAfterSetDone_->isActive() || taskAfterSetDone_->isDone()) return nullptr;
+    taskAfterSetClaimed_ = true;
+    return taskAfterSetDone_;
+}
+
+ZOLTTaskResults::Tasks ZOLTTaskResults::tasksInSet() const
+{
+    const std::lock_guard guard(mutex_);
+    return tasksInSet_;
+}
+
+void ZOLTTaskResults::setTasksInSet(const Tasks& tasks)
+{
+    const std::lock_guard guard(mutex_);
+    tasksInSet_ = tasks;
+    keys_.clear();
+    for (std::size_t index = 0; index < tasks.size(); ++index) keys_.emplace(tasks[index].get(), QString::number(index));
+}
+
+bool ZOLTTaskResults::allTasksDone() const
+{
+    const std::lock_guard guard(mutex_);
+    return std::all_of(tasksInSet_.begin(), tasksInSet_.end(), [](const auto& task) { return task->isDone(); });
+}
+
+} // namespace zolt

@@ -1,0 +1,75 @@
+// The text of one task or of a set of tasks that belong together.
+#pragma once
+
+#include "platform/text/Text.h"
+
+#include <QHash>
+#include <QString>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <vector>
+
+namespace zolt {
+
+class ZOLTTask;
+
+/// Refers to its tasks, and they to it; the queue breaks the ring when it drops a task (see ZOLTTask::leftPanel).
+/// Operations may be called from any thread.
+class ZOLTTaskResults
+{
+public:
+    using Tasks = std::vector<std::shared_ptr<ZOLTTask>>;
+
+    ZOLTTaskResults();
+    ~ZOLTTaskResults();
+    ZOLTTaskResults(const ZOLTTaskResults&) = delete;
+    ZOLTTaskResults& operator=(const ZOLTTaskResults&) = delete;
+
+    /// Appends to the text under key "0", whichever task calls: in a shared set the texts of all tasks that use this
+    /// form meet in the first task's slot, in order of arrival. An absent text adds nothing.
+    void appendResults(const OptionalText& text);
+    /// Appends to the task's own text; lost with no report if the task is not in the set.
+    void appendResultsForTask(const OptionalText& text, const ZOLTTask* task);
+
+    /// The texts of the set in the order entered, each followed by a line end.
+    QString results() const;
+    /// The text under key "0" becomes the string.
+    void setResults(const QString& text);
+    /// The text under the task's key becomes the string; for a task outside the set `results` never looks there.
+    void setResultsForTask(const QString& text, const ZOLTTask* task);
+
+    /// Appends the task to the set, with an empty text.
+    void addTaskInSet(const std::shared_ptr<ZOLTTask>& task);
+
+    /// A task to queue once the set has ended; none by default.
+    std::shared_ptr<ZOLTTask> taskAfterSetDone() const;
+    void setTaskAfterSetDone(const std::shared_ptr<ZOLTTask>& task);
+    /// Hands out the task to queue, to the first who asks and to nobody after: two tasks of the set may end at once.
+    std::shared_ptr<ZOLTTask> claimTaskAfterSetDone();
+
+    bool taskSetDone() const { return taskSetDone_; }
+    void setTaskSetDone(bool done) { taskSetDone_ = done; }
+
+    /// The set in the order entered, as it stands now.
+    Tasks tasksInSet() const;
+    void setTasksInSet(const Tasks& tasks);
+    /// True if every task of the set has ended.
+    bool allTasksDone() const;
+
+private:
+    const QString& keyOf(const ZOLTTask* task) const;
+    void append(const QString& key, const OptionalText& text);
+
+    mutable std::mutex mutex_;
+    Tasks tasksInSet_;
+    QHash<QString, QString> resultsDictionary_;              // text by the task's index in the set, as text
+    std::unordered_map<const ZOLTTask*, QString> keys_;      // of each task in the set
+    std::shared_ptr<ZOLTTask> taskAfterSetDone_;
+    std::atomic<bool> taskSetDone_ = false;
+    bool taskAfterSetClaimed_ = false;
+};
+
+} // namespace zolt

@@ -1,0 +1,79 @@
+#include "platform/files/FileWalk.h"
+
+#include "platform/text/Text.h"
+
+#include <QFile>
+
+#include <memory>
+#include <vector>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace zolt {
+
+namespace {
+
+struct CloseDirectory
+{
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+using Directory = std::unique_ptr<DIR, CloseDirectory>;
+
+/// One walk; `inside_` holds the directories between its start and where it is.
+class Walk
+{
+public:
+    explicit Walk(const std::function<void(const QString&)>& visit) : visit_(visit) {}
+
+    void follow(const QString& path, unsigned char kind)
+    {
+        struct stat facts;
+        // Links and file systems that name no kinds need a closer look.
+        const bool unsure = kind == DT_LNK || kind == DT_UNKNOWN || kind == DT_DIR;
+        if (!unsure || ::stat(QFile::encodeName(path).constData(), &facts) != 0 || !S_ISDIR(facts.st_mode))
+            return visit_(path);
+        if (isInside(facts)) return;
+        inside_.push_back({facts.st_dev, facts.st_ino});
+        followEntries(path);
+        inside_.pop_back();
+    }
+
+private:
+    struct Identity
+    {
+        dev_t device;
+        ino_t inode;
+    };
+
+    bool isInside(const struct stat& facts) const
+    {
+        return std::any_of(inside_.begin(), inside_.end(), [&facts](const Identity& outer) {
+            return outer.device == facts.st_dev && outer.inode == facts.st_ino;
+        });
+    }
+
+    void followEntries(const QString& path)
+    {
+        const Directory directory(::opendir(QFile::encodeName(path).constData()));
+        if (!directory) return;
+        while (const dirent* entry = ::readdir(directory.get())) {
+            const QString name = QFile::decodeName(entry->d_name);
+            if (name == u"." || name == u"..") continue;
+            follow(path::appendingComponent(path, name), entry->d_type);
+        }
+    }
+
+    const std::function<void(const QString&)>& visit_;
+    std::vector<Identity> inside_;
+};
+
+} // namespace
+
+void walkFiles(const QString& path, const std::function<void(const QString& file)>& visit)
+{
+    Walk(visit).follow(path, DT_UNKNOWN);
+}
+
+} // namespace zolt

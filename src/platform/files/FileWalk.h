@@ -1,0 +1,16 @@
+// A walk through a directory and all that lies below it.
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace zolt {
+
+/// Calls `visit` with every path below `path` that is no directory, directories followed to any depth, entries in the
+/// order the file system gives them. A path that is no directory, or does not exist, is visited itself. A directory
+/// that the walk is inside of (same device and inode) is not entered again, so a link that loops is listed once. A
+/// directory that cannot be read counts as empty. Any thread.
+void walkFiles(const QString& path, const std::function<void(const QString& file)>& visit);
+
+} // namespace zolt

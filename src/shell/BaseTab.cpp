@@ -1,0 +1,139 @@
+#include "shell/BaseTab.h"
+
+#include "platform/desktop/Panels.h"
+#include "platform/desktop/ToolsDirectory.h"
+#include "platform/errors/Exceptions.h"
+#include "platform/files/FileWalk.h"
+#include "platform/files/Files.h"
+#include "shell/SystemFiles.h"
+#include "shell/ZOLTController.h"
+
+namespace zolt {
+
+BaseTab::BaseTab() : pathToCommandLineTools_(toolsDirectory()) { tableView->setDataSource(this); }
+
+BaseTab::~BaseTab() { tableView->setDataSource(nullptr); }
+
+void BaseTab::awakeFromNib() { tableView->registerForFileDrops(); }
+
+void BaseTab::listChanged()
+{
+    tableView->reloadData();
+    filesAdded();
+}
+
+void BaseTab::addFile(const QString& path)
+{
+    fileNames_->addSorted({path});
+    listChanged();
+}
+
+void BaseTab::addButtonClick(Sender)
+{
+    OpenPanelRequest request;
+    request.title = QStringLiteral("Choose files for processing");
+    request.prompt = QStringLiteral("Add Files");
+    request.treatsFilePackagesAsDirectories = true;
+    request.canChooseFiles = true;
+    request.canChooseDirectories = false;
+    request.allowsMultipleSelection = true;
+    if (const auto files = panels().openPanel(request)) addFiles(*files);
+}
+
+void BaseTab::clearButtonClick(Sender) { clearFiles(); }
+
+void BaseTab::clearFiles()
+{
+    fileNames_->clear();
+    tableView->reloadData();
+}
+
+void BaseTab::changeDisplayOptions(Sender) { displayRelevantOptions(); }
+
+qsizetype BaseTab::numberOfRowsInTableView() const { return fileNames_->count(); }
+
+QString BaseTab::tableViewObjectValueForTableColumnRow(qsizetype row) const { return path::lastComponent(fileNames_->at(row)); }
+
+int BaseTab::tableViewValidateDropProposedRowProposedDropOperation(qsizetype, int) const { return copyOperation; }
+
+bool BaseTab::tableViewAcceptDropRowDropOperation(const QStringList& paths, qsizetype, int)
+{
+    addFiles(paths);
+    return true;
+}
+
+void BaseTab::executeCommand(Sender) {}
+
+OptionalText BaseTab::openSavePanelTitle(const QString& fileName, const OptionalText& title) const
+{
+    SavePanelRequest request;
+    request.title = title;
+    request.fileName = fileName;
+    return panels().savePanel(request);
+}
+
+QStringList BaseTab::getFilesFileManagerBadExtensions(const QString& path, QSet<QString>& badExtensions) const
+{
+    QStringList files;
+    walkFiles(path, [&](const QString& file) {
+        if (!isValid(file)) badExtensions.insert(path::extension(file));
+        else if (!isSystemFile(file)) files.append(file);
+    });
+    return files;
+}
+
+void BaseTab::addFiles(const QStringList& paths)
+{
+    QSet<QString> badExtensions;
+    QStringList added;
+    for (const QString& path : paths) {
+        if (isDirectory(path)) added += getFilesFileManagerBadExtensions(path, badExtensions);
+        else if (isValid(path)) added.append(path); // kept: a system file given by itself is taken like any other
+        else badExtensions.insert(path::extension(path));
+    }
+    fileNames_->addSorted(added);
+    listChanged();
+    if (badExtensions.isEmpty()) return;
+    // The whole list is looked at: a refused drop on a list that already holds files gets the second text.
+    panels().runAlert(fileNames_->isEmpty() ? QStringLiteral("File types not supported by this tab")
+                                            : QStringLiteral("Some files types were not recognized by this tab and were skipped"),
+                      QString(), QStringLiteral("OK"));
+}
+
+OptionalText BaseTab::chooseOutputFolder() const
+{
+    OpenPanelRequest request;
+    request.title = QStringLiteral("Choose output directory");
+    request.canChooseFiles = false;
+    request.canChooseDirectories = true;
+    request.canCreateDirectories = true;
+    try {
+        const auto chosen = panels().openPanel(request);
+        if (!chosen || chosen->isEmpty()) return std::nullopt;
+        return chosen->first();
+    } catch (const PlatformException&) {
+        return std::nullopt;
+    }
+}
+
+bool BaseTab::confirmDeletion()
+{
+    constexpr int yes = 1;
+    return panels().runAlert(
+               QStringLiteral("You have chosen to delete the original files.  Are you sure you want to continue?"), QString(),
+               QStringLiteral("Yes"), QStringLiteral("No")) == yes;
+}
+
+void BaseTab::removeRows(const QList<qsizetype>& rows)
+{
+    fileNames_->removeAt(rows);
+    tableView->reloadData();
+}
+
+ZOLTTaskQueue* BaseTab::taskQueue() const { return zoltController ? zoltController->taskQueue() : nullptr; }
+
+QString BaseTab::label() const { return tabViewItem ? tabViewItem->label() : QString(); }
+
+bool BaseTab::isValid(const QString& path) const { return zoltController && zoltController->isValidFilePath(label(), path); }
+
+} // namespace zolt

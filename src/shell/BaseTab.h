@@ -1,0 +1,96 @@
+// What every tab inherits: a list of files, the ways to fill it, the checks on what enters it, and two hooks.
+#pragma once
+
+#include "platform/controls/Control.h"
+#include "platform/controls/TabView.h"
+#include "platform/controls/Table.h"
+#include "platform/text/Text.h"
+#include "shell/FileList.h"
+
+#include <QSet>
+
+#include <memory>
+
+namespace zolt {
+
+class ZOLTController;
+class ZOLTTaskQueue;
+
+/// One object of each tab class exists, for the life of the controller. Main thread.
+class BaseTab : public TableDataSource
+{
+public:
+    /// The kind of drop that a drag announces: everything is copied.
+    static constexpr int copyOperation = 1;
+
+    ~BaseTab() override;
+    BaseTab(const BaseTab&) = delete;
+    BaseTab& operator=(const BaseTab&) = delete;
+
+    /// The interface has been loaded: the table takes drops of files. Overrides call this first.
+    virtual void awakeFromNib();
+    /// Appends with no validation, sorts, reloads.
+    void addFile(const QString& path);
+    /// Hook after each addition.
+    virtual void filesAdded() {}
+    /// Asks for files and adds them.
+    void addButtonClick(Sender sender);
+    void clearButtonClick(Sender sender);
+    /// Empties the list.
+    virtual void clearFiles();
+    /// The action of option controls.
+    void changeDisplayOptions(Sender sender);
+    /// Hook: shows or hides option controls by the current choices. Called when the tab is selected.
+    virtual void displayRelevantOptions() {}
+
+    qsizetype numberOfRowsInTableView() const override;
+    /// The row's last path component; the full path stays in `fileNames`.
+    QString tableViewObjectValueForTableColumnRow(qsizetype row) const override;
+    /// Every drag is welcome; checking comes at the drop.
+    int tableViewValidateDropProposedRowProposedDropOperation(qsizetype row, int operation) const;
+    /// Adds the dropped paths wherever they fell. @return true
+    bool tableViewAcceptDropRowDropOperation(const QStringList& paths, qsizetype row, int operation);
+
+    /// Hook of the tab's command button.
+    virtual void executeCommand(Sender sender);
+    /// Asks where to save. @return the chosen path, or nothing
+    OptionalText openSavePanelTitle(const QString& fileName, const OptionalText& title) const;
+    /// The valid files at and below the path; extensions that were refused enter the set.
+    QStringList getFilesFileManagerBadExtensions(const QString& path, QSet<QString>& badExtensions) const;
+    /// Adds paths as a person gives them: directories whole, other files if the tab takes them. Refused ones are told
+    /// in one alert.
+    void addFiles(const QStringList& paths);
+    /// Asks for the folder to write to. @return the chosen path, or nothing
+    OptionalText chooseOutputFolder() const;
+
+    /// Takes the rows out of the list.
+    void removeRows(const QList<qsizetype>& rows);
+    /// The names of the tools that the command would run on the present list, for the look-up before it is pressed.
+    virtual QStringList toolsNeeded() const { return {}; }
+
+    const FileList& fileNames() const { return *fileNames_; }
+    /// The list object itself, for tasks that read it later.
+    const std::shared_ptr<FileList>& fileList() const { return fileNames_; }
+    const QString& pathToCommandLineTools() const { return pathToCommandLineTools_; }
+
+    // Outlets.
+    std::shared_ptr<TabViewItem> tabViewItem;
+    std::shared_ptr<Table> tableView = std::make_shared<Table>();
+    ZOLTController* zoltController = nullptr;
+
+protected:
+    BaseTab();
+    ZOLTTaskQueue* taskQueue() const;
+    QString label() const;
+    /// Asks whether the originals are really to be deleted.
+    static bool confirmDeletion();
+
+private:
+    bool isValid(const QString& path) const;
+    void listChanged();
+
+    std::shared_ptr<FileList> fileNames_ = std::make_shared<FileList>();
+    QString pathToCommandLineTools_;
+};
+
+} // namespace zolt

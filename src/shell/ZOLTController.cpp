@@ -1,0 +1,179 @@
+#include "shell/ZOLTController.h"
+
+#include "encode/CoreAudioHelper.h"
+#include "engine/ZOLTTaskQueue.h"
+#include "platform/Product.h"
+#include "platform/desktop/Desktop.h"
+#include "platform/desktop/Panels.h"
+#include "platform/files/FileWalk.h"
+#include "platform/text/Text.h"
+#include "shell/BaseTab.h"
+#include "shell/Constants.h"
+#include "shell/DefaultSettings.h"
+#include "shell/PreferencesController.h"
+#include "shell/SystemFiles.h"
+
+namespace zolt {
+
+namespace {
+
+using C = Constants;
+
+/// Extensions by tab label. The util tab has no entry: it takes every file. M4A is absent from "encode" and "lossy":
+/// there it is let in only when the file holds Apple Lossless.
+QHash<QString, QSet<QString>> acceptedByLabel()
+{
+    return {
+        {C::DECODE, {C::FLAC, C::SHN, C::WV, C::M4A, C::TTA, C::APE}},
+        {C::ENCODE, {C::WAV, C::AIF, C::AIFF, C::FLAC, C::SHN, C::WV, C::TTA, C::APE}},
+        {C::CHECKSUM, {C::WAV, C::AIFF, C::AIF, C::FLAC, C::SHN, C::MD5, C::FFP, C::TXT, C::APE, C::WV, C::TTA, C::ST5}},
+        {C::SHNTOOL, {C::FLAC, C::SHN, C::WAV, C::AIF, C::AIFF, C::TTA, C::WV, C::APE}},
+        {C::FIX_SBE, {C::FLAC, C::SHN, C::WAV, C::AIF, C::AIFF, C::WV, C::TTA}},
+        {C::LOSSY, {C::FLAC, C::SHN, C::WAV, C::AIFF, C::AIF, C::WV, C::TTA}},
+        {C::TAGS, {C::FLAC, C::M4A, C::MP3, C::WV, C::APE}},
+    };
+}
+
+QString upperExtension(const QString& path) { return path::extension(path).toUpper(); }
+
+/// With the about tab in front these count as input of the decoder, also where the encoder takes them.
+bool isDecoderInput(const QString& extension)
+{
+    static const QSet<QString> compressed{C::FLAC, C::SHN, C::WV, C::TTA, C::M4A, C::APE};
+    return compressed.contains(extension);
+}
+
+bool confirmed(const QString& title, const QString& message)
+{
+    constexpr int alternate = 0; // "No" is the default button
+    return panels().runAlert(title, message, QStringLiteral("No"), QStringLiteral("Yes")) == alternate;
+}
+
+} // namespace
+
+void ZOLTController::initialize() { registerDefaultSettings(); }
+
+ZOLTController::ZOLTController()
+    : preferencesController_(std::make_unique<PreferencesController>()), taskQueue_(ZOLTTaskQueue::initWithController(this)),
+      extensionMap_(acceptedByLabel())
+{
+    tabView->setDelegate([this](const TabView::Item& item) { tabViewDidSelectTabViewItem(*item); });
+}
+
+ZOLTController::~ZOLTController() = default;
+
+void ZOLTController::awakeFromNib()
+{
+    buildTextField->setStringValue(QStringLiteral("(Build %1)").arg(QLatin1String(product::build)));
+    ZoltTitleTextField->setStringValue(QStringLiteral("%1 %2").arg(QLatin1String(product::name), QLatin1String(product::version)));
+    preferencesController_->initToolbar();
+}
+
+void ZOLTController::applicationDidFinishLaunching()
+{
+    const std::pair<QString, BaseTab*> tabs[] = {
+        {C::DECODE, decodeTab}, {C::ENCODE, encodeTab}, {C::CHECKSUM, checksumTab}, {C::SHNTOOL, shntoolTab},
+        {C::FIX_SBE, fixTab},   {C::UTIL, utilTab},     {C::TAGS, tagsTab},         {C::LOSSY, lossyTab},
+    };
+    for (const auto& [label, tab] : tabs) tabMap_.insert(label, tab);
+    if (const auto item = selectedTabViewItem()) tabViewDidSelectTabViewItem(*item);
+}
+
+void ZOLTController::applicationOpenFiles(const QStringList& paths) { addFiles(paths); }
+
+const QSet<QString>* ZOLTController::acceptedExtensions(const QString& label) const
+{
+    const auto entry = extensionMap_.constFind(label);
+    return entry == extensionMap_.constEnd() ? nullptr : &*entry;
+}
+
+bool ZOLTController::isValidFilePath(const QString& label, const QString& path) const
+{
+    const auto* accepted = acceptedExtensions(label);
+    if (!accepted || label == C::CHECKSUM) return true;
+    const QString extension = upperExtension(path);
+    if (extension.isEmpty()) return label != C::TAGS;
+    if ((label == C::LOSSY || label == C::ENCODE) && extension == C::M4A) return CoreAudioHelper::isAppleLossless(path);
+    if (accepted->contains(extension)) return true;
+    const bool takesAudio = accepted->contains(C::WAV) || accepted->contains(C::AIF) || accepted->contains(C::AIFF);
+    return takesAudio && CoreAudioHelper::isAiffOrWav(path);
+}
+
+void ZOLTController::tabViewDidSelectTabViewItem(const TabViewItem& item)
+{
+    if (BaseTab* const tab = tabOfLabel(item.label())) tab->displayRelevantOptions();
+}
+
+void ZOLTController::windowWillClose() { desktop().terminate(); }
+
+void ZOLTController::applicationWillTerminate() { taskQueue_->killAllTasks(); }
+
+void ZOLTController::selectTab(Sender sender)
+{
+    if (sender) tabView->selectTabViewItemAtIndex(sender->tag());
+}
+
+std::shared_ptr<TabViewItem> ZOLTController::selectedTabViewItem() const { return tabView->selectedTabViewItem(); }
+
+void ZOLTController::showPreferencePanel(Sender) { preferencesController_->showWindow(); }
+
+QStringList ZOLTController::getFilesFileManager(const QString& path) const
+{
+    QStringList files;
+    walkFiles(path, [&files](const QString& file) {
+        if (!isSystemFile(file)) files.append(file);
+    });
+    return files;
+}
+
+void ZOLTController::addFiles(const QStringList& paths)
+{
+    const auto item = selectedTabViewItem();
+    const QString label = item ? item->label() : QString();
+    QStringList files;
+    for (const QString& path : paths) files += getFilesFileManager(path);
+    if (label == C::ABOUT) {
+        for (const QString& file : files) routeByExtension(file);
+        return;
+    }
+    files.removeIf([&](const QString& file) { return !passesFilter(label, file); });
+    if (BaseTab* const tab = tabOfLabel(label)) tab->addFiles(files);
+}
+
+bool ZOLTController::passesFilter(const QString& label, const QString& path) const
+{
+    if (label == C::CHECKSUM) return true;
+    const QString extension = upperExtension(path);
+    // Kept: this way in lets Apple Lossless into the encode tab alone, the tab's own way into the lossy tab too.
+    if (label == C::ENCODE && extension == C::M4A && CoreAudioHelper::isAppleLossless(path)) return true;
+    const auto* accepted = acceptedExtensions(label);
+    return !accepted || accepted->contains(extension);
+}
+
+void ZOLTController::routeByExtension(const QString& path)
+{
+    const QString extension = upperExtension(path);
+    if (isDecoderInput(extension)) return handTo(decodeTab, DecodeIndex, path);
+    if (extensionMap_[C::ENCODE].contains(extension)) return handTo(encodeTab, EncodeIndex, path);
+    if (extensionMap_[C::DECODE].contains(extension)) return handTo(decodeTab, DecodeIndex, path);
+    if (extensionMap_[C::CHECKSUM].contains(extension)) return handTo(checksumTab, ChecksumIndex, path);
+    tabView->selectTabViewItemAtIndex(EncodeIndex); // kept: also for a file that no tab takes
+}
+
+void ZOLTController::handTo(BaseTab* tab, int index, const QString& path)
+{
+    if (tab) tab->addFile(path);
+    tabView->selectTabViewItemAtIndex(index);
+}
+
+bool ZOLTController::windowShouldClose() const { return confirmed(QStringLiteral("Are you sure you want to quit?"), QString()); }
+
+ZOLTController::TerminateReply ZOLTController::applicationShouldTerminate() const
+{
+    const int count = taskQueue_->taskCount();
+    if (count < 1) return TerminateReply::Now;
+    const QString message = QStringLiteral("There are %1 tasks in the queue.  Are you sure you want to quit?").arg(count);
+    return confirmed(QStringLiteral("Tasks in Progress"), message) ? TerminateReply::Now : TerminateReply::Cancel;
+}
+
+} // namespace zolt
