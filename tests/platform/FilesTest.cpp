@@ -4,6 +4,12 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+#include <csignal>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace zolt;
 using namespace Qt::StringLiterals;
@@ -29,6 +35,28 @@ protected:
     }
 
     QTemporaryDir directory_;
+};
+
+/// As long as it lives no file of this process can grow beyond the limit: writing then fails as on a full disk.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+    {
+        getrlimit(RLIMIT_FSIZE, &saved_);
+        const rlimit limited{bytes, saved_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limited);
+        handler_ = std::signal(SIGXFSZ, SIG_IGN);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &saved_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    rlimit saved_{};
+    void (*handler_)(int) = nullptr;
 };
 
 /// Files whose trash is a directory of the test's own.
@@ -84,9 +112,23 @@ TEST_F(Files, WritingOverADirectoryFailsAndKeepsIt)
     EXPECT_EQ(directoryListing(directory_.path()), QStringList{u"d"_s});
 }
 
-TEST_F(Files, WritingToAFullDeviceFails)
+TEST_F(Files, AWriteThatTheSystemCutsShortKeepsTheOldTextAndLeavesNothingBeside)
 {
-    EXPECT_FALSE(writeTextAtomically(u"/dev/full"_s, u"text"_s));
+    place(u"a.txt"_s, "old");
+    for (const qsizetype size : {8000, 100000}) {
+        const FileSizeLimit limit(4096);
+        EXPECT_FALSE(writeTextAtomically(at(u"a.txt"_s), QString(size, u'x'))) << size;
+    }
+    EXPECT_EQ(bytesOf(u"a.txt"_s), QByteArray("old"));
+    EXPECT_EQ(directoryListing(directory_.path()), QStringList{u"a.txt"_s});
+}
+
+TEST_F(Files, ANamedPipeIsNotReplacedByAFile)
+{
+    const QByteArray pipe = QFile::encodeName(at(u"pipe"_s));
+    ASSERT_EQ(mkfifo(pipe.constData(), 0600), 0);
+    EXPECT_FALSE(writeTextAtomically(at(u"pipe"_s), u"text"_s));
+    EXPECT_FALSE(QFileInfo(at(u"pipe"_s)).isFile());
 }
 
 TEST_F(Files, AFileIsRemoved)
@@ -174,4 +216,5 @@ TEST_F(Trash, WithNoPlaceForATrashTheFileStays)
     place(u"a.flac"_s, "audio");
     EXPECT_FALSE(moveToTrash(at(u"a.flac"_s)));
     EXPECT_EQ(bytesOf(u"a.flac"_s), QByteArray("audio"));
+    EXPECT_EQ(directoryListing(directory_.path()).size(), 2);
 }

@@ -1,8 +1,10 @@
 #include "platform/files/Files.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QStandardPaths>
 
 #include <filesystem>
 
@@ -15,19 +17,31 @@ std::filesystem::path nativePath(const QString& path)
     return QFile::encodeName(path).toStdString();
 }
 
+/// Qt makes the trash in the user's data directory but not that directory itself, and where it finds neither it moves
+/// the file into the working directory instead: so the trash is made here first.
+bool userHasTrash()
+{
+    const QDir data(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+    return data.mkpath(QStringLiteral("Trash"));
+}
+
 } // namespace
 
 bool writeTextAtomically(const QString& path, const QString& text)
 {
+    const QFileInfo old(path);
+    if (old.exists() && !old.isFile()) return false; // a rename would put a file in a device's or pipe's place
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    file.write(text.toUtf8());
+    // Unbuffered and counted: Qt takes a write that a full disk cuts short for a success.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) return false;
+    const QByteArray bytes = text.toUtf8();
+    if (file.write(bytes) != bytes.size()) file.cancelWriting();
     return file.commit();
 }
 
 bool moveToTrash(const QString& path)
 {
-    return QFile::moveToTrash(path);
+    return userHasTrash() && QFile::moveToTrash(path);
 }
 
 bool removeItem(const QString& path)
