@@ -23,6 +23,15 @@ void CacheSpinLockStatus::rkl_cleanup_cacheSpinLockStatus() noexcept
     // Unlocked before the warning: who listens to the log may search texts too.
     const bool wasHeld = rkl_cacheSpinLock_.isHeldByCaller();
     unlock();
+    try {
+        warn(wasHeld);
+    } catch (...) {
+        // The exception that passes already is the one to tell; the log has no memory left, perhaps.
+    }
+}
+
+void CacheSpinLockStatus::warn(bool wasHeld)
+{
     if (wasHeld && !warnings_.stillHeld.test_and_set()) {
         qCWarning(regexLog, "The lock of the cached expressions was found still held; it has been unlocked.");
     } else if (!wasHeld && !warnings_.strangelyFree.test_and_set()) {

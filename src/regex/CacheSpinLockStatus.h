@@ -32,6 +32,7 @@ public:
 private:
     /// A word that has bit 0 alone means that the operation ended without its unlock: warns once and unlocks.
     void rkl_cleanup_cacheSpinLockStatus() noexcept;
+    void warn(bool wasHeld);
 
     CacheSpinLock& rkl_cacheSpinLock_;
     LockWarnings& warnings_;
