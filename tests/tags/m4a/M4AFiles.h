@@ -1,0 +1,66 @@
+// Sample M4A files for the tests, and what other programs see in them.
+#pragma once
+
+#include "tags/TagFiles.h"
+#include "tags/mp4/Mp4Box.h"
+
+namespace zolt::test {
+
+/// A folder of samples, each made on first use by the encoder of another program; all gone with the object.
+class M4AFiles
+{
+public:
+    /// Apple Lossless with the index behind the media data.
+    QString lossless();
+    /// The same in AAC.
+    QString aac();
+    /// Apple Lossless with the index first.
+    QString indexFirst();
+    /// Apple Lossless in fragments; `flags` as the writing program knows them.
+    QString fragmented(const QString& flags);
+    /// Apple Lossless with tags and a cover from AtomicParsley, which leaves free space at several places.
+    QString fromAtomicParsley();
+    /// Apple Lossless with 64-bit sizes and chunk offsets.
+    QString wide();
+
+    QString pathOf(const QString& name) const { return files_.pathOf(name); }
+    QString picture() { return files_.picture("png"); }
+    /// A file with these bytes.
+    QString stored(const QString& name, const QByteArray& bytes) const;
+    /// A copy that may be changed.
+    QString copyOf(const QString& path, const QString& name = QStringLiteral("copy.m4a")) const;
+
+private:
+    QString made(const QString& name, const QStringList& arguments);
+
+    TagFiles files_;
+};
+
+/// Every audio packet's time, length and digest, as another program reads them.
+QString packets(const QString& path);
+/// True if the file decodes from its start to its end without a word of complaint.
+bool decodesCleanly(const QString& path);
+
+/// The name, place and size of an atom as the tests' own small reader finds it.
+struct SeenAtom
+{
+    QByteArray name;
+    qsizetype offset;
+    qsizetype size;
+};
+/// The atoms that lie in `bytes` from `start` to `end` one behind the other.
+std::vector<SeenAtom> atomsIn(const QByteArray& bytes, qsizetype start, qsizetype end);
+/// The names of a file's uppermost atoms.
+QByteArrayList atomNames(const QByteArray& file);
+/// The payload of the atom at the end of the path, such as {"moov", "udta"}; nothing if there is none.
+std::optional<QByteArray> payloadOf(const QByteArray& file, const QByteArrayList& path);
+
+/// Bytes of an atom.
+QByteArray atom(const char* name, const QByteArray& payload = {});
+QByteArray wideAtom(const char* name, const QByteArray& payload = {});
+QByteArray bigEndian(quint64 number, int bytes);
+
+/// The file with its index changed, and the atoms that lie behind the index moved without correcting any offset.
+QByteArray withIndex(const QByteArray& file, const std::function<void(Mp4Box&)>& change);
+
+} // namespace zolt::test
