@@ -1,6 +1,5 @@
 #include "tags/mp4/Mp4Optimizer.h"
 
-#include "platform/Log.h"
 #include "tags/mp4/Mp4Layout.h"
 #include "tags/mp4/Mp4Tables.h"
 
@@ -74,19 +73,13 @@ private:
 
 } // namespace
 
-bool writeOptimized(const Mp4Document& document, const QString& target)
+void writeOptimized(const Mp4Document& document, const QString& target)
 {
-    try {
-        const Optimizer optimizer(document);
-        RandomAccessFile file(target, RandomAccessFile::Mode::Create);
-        optimizer.writeTo(file);
-        file.takeModeAndOwner(document.file());
-        file.flush();
-        return true;
-    } catch (const Mp4Error& fault) {
-        qCWarning(platformLog, "not optimised: %s", fault.what());
-        return false;
-    }
+    const Optimizer optimizer(document);
+    RandomAccessFile file(target, RandomAccessFile::Mode::Create);
+    optimizer.writeTo(file);
+    file.takeModeAndOwner(document.file());
+    file.flush();
 }
 
 } // namespace zolt

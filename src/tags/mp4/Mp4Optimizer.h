@@ -9,8 +9,8 @@ namespace zolt {
 /// gone, all positions right, everything else byte for byte. Flat memory: media data are copied in pieces.
 /// The old file's access bits and owner are taken over, and the bytes are on the disk when this returns.
 /// Blocks; any thread. The document's own file is only read.
-/// @return false, with the reason in the log, if the file cannot be written or cannot be rearranged safely;
-/// `target` is worth nothing then
-bool writeOptimized(const Mp4Document& document, const QString& target);
+/// @throws Mp4Error if the target cannot be written or the file cannot be rearranged safely; `target` is worth nothing
+/// then
+void writeOptimized(const Mp4Document& document, const QString& target);
 
 } // namespace zolt
