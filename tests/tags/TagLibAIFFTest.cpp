@@ -1,0 +1,117 @@
+#include "tags/TagLibTagsHelper.h"
+
+#include "tags/TagFiles.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const TagLibTagsHelper helper;
+
+TagsObject fullRecord()
+{
+    TagsObject tags;
+    tags.setTitleText(u"Название"_s);
+    tags.setArtistText(u"Künstler"_s);
+    tags.setAlbumText(u"アルバム"_s);
+    tags.setCommentText(u"הערה"_s);
+    tags.setGenreText(u"Жанр"_s);
+    tags.setComposerText(u"Compositeur é"_s);
+    tags.setDateText(u"1999-05-01"_s);
+    tags.setTrackText(u"3/12"_s);
+    tags.setDiscText(u"2/5"_s);
+    tags.setTrackTotalText(u"12"_s);
+    tags.setDiscTotalText(u"5"_s);
+    tags.setAlbumArt(Image::fromPixels(QImage(2, 2, QImage::Format_RGB32)));
+    tags.setCustomTagsDictionary({{u"MOOD"_s, u"calm"_s}});
+    return tags;
+}
+
+} // namespace
+
+TEST(TagLibAIFF, WritesNineFieldsAndNothingElse)
+{
+    TagFiles files;
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), fullRecord());
+    const auto frames = rawFrames(files.aiff());
+    EXPECT_EQ(frames.size(), 9u);
+    const std::tuple<QString, int, QString> expected[] = {
+        {u"TIT2"_s, 3, u"Название"_s},      {u"TPE1"_s, 3, u"Künstler"_s}, {u"TALB"_s, 3, u"アルバム"_s},
+        {u"TCON"_s, 3, u"Жанр"_s},          {u"TDRC"_s, 3, u"1999"_s},     {u"TRCK"_s, 3, u"3"_s},
+        {u"TCOM"_s, 0, u"Compositeur é"_s}, {u"TPOS"_s, 0, u"2"_s}};
+    for (const auto& [key, encoding, text] : expected) {
+        EXPECT_EQ(textsOf(frames, key), QStringList(text)) << key.toStdString();
+        for (const SeenTag& frame : frames) {
+            if (frame[u"key"_s] == key) {
+                EXPECT_EQ(frame[u"encoding"_s].toInt(), encoding) << key.toStdString();
+            }
+        }
+    }
+    EXPECT_EQ(countOf(frames, u"COMM"_s), 1);
+}
+
+TEST(TagLibAIFF, ComposerMirrorsTheDiscText)
+{
+    TagFiles files;
+    setTagsElsewhere(files.aiff(), {u"TPOS=2/3"_s, u"TCOM=never read"_s, u"TRCK=4/12"_s, u"TDRC=2001"_s});
+    const auto tags = helper.tagsForAIFFFile(files.aiff());
+    EXPECT_EQ(tags->discText(), OptionalText(u"2"_s));
+    EXPECT_EQ(tags->composerText(), OptionalText(u"2/3"_s));
+    EXPECT_EQ(tags->discTotalText(), OptionalText(QString()));
+    EXPECT_EQ(tags->trackText(), OptionalText(u"4"_s));
+    EXPECT_EQ(tags->trackTotalText(), OptionalText(QString()));
+    EXPECT_EQ(tags->dateText(), OptionalText(u"2001"_s));
+}
+
+TEST(TagLibAIFF, WithoutADiscTheComposerStaysEmpty)
+{
+    TagFiles files;
+    setTagsElsewhere(files.aiff(), {u"TCOM=never read"_s, u"TIT2=title"_s});
+    const auto tags = helper.tagsForAIFFFile(files.aiff());
+    EXPECT_EQ(tags->titleText(), OptionalText(u"title"_s));
+    EXPECT_EQ(tags->composerText(), OptionalText(QString()));
+    EXPECT_EQ(tags->discText(), OptionalText(QString()));
+    EXPECT_EQ(tags->dateText(), OptionalText(QString()));
+    EXPECT_EQ(tags->trackText(), OptionalText(QString()));
+}
+
+TEST(TagLibAIFF, WrittenTwiceHasTwoComposersAndTwoDiscs)
+{
+    TagFiles files;
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), fullRecord());
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), fullRecord());
+    const auto frames = rawFrames(files.aiff());
+    EXPECT_EQ(countOf(frames, u"TCOM"_s), 2);
+    EXPECT_EQ(countOf(frames, u"TPOS"_s), 2);
+    EXPECT_EQ(countOf(frames, u"TIT2"_s), 1);
+}
+
+TEST(TagLibAIFF, EmptyAndAbsentFieldsLeaveTheFileAsItIs)
+{
+    TagFiles files;
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), fullRecord());
+    TagsObject tags;
+    helper.setBlankTags(tags);
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), tags);
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), TagsObject());
+    EXPECT_EQ(rawFrames(files.aiff()).size(), 9u);
+}
+
+TEST(TagLibAIFF, ReadsBackWhatTheReaderCarries)
+{
+    TagFiles files;
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), fullRecord());
+    const auto tags = helper.tagsForAIFFFile(files.aiff());
+    EXPECT_EQ(tags->titleText(), OptionalText(u"Название"_s));
+    EXPECT_EQ(tags->artistText(), OptionalText(u"Künstler"_s));
+    EXPECT_EQ(tags->albumText(), OptionalText(u"アルバム"_s));
+    EXPECT_EQ(tags->commentText(), OptionalText(u"הערה"_s));
+    EXPECT_EQ(tags->genreText(), OptionalText(u"Жанр"_s));
+    EXPECT_EQ(tags->dateText(), OptionalText(u"1999"_s));
+    EXPECT_EQ(tags->trackText(), OptionalText(u"3"_s));
+    EXPECT_EQ(tags->discText(), OptionalText(u"2"_s));
+    EXPECT_EQ(tags->composerText(), OptionalText(u"2"_s));
+    EXPECT_FALSE(tags->albumArt());
+}

@@ -1,0 +1,251 @@
+#include "tags/TagLibTagsHelper.h"
+
+#include "tags/TagFiles.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const TagLibTagsHelper helper;
+
+void write(const QString& path, const TagsObject& tags, bool writeEmptyTags = false)
+{
+    helper.writeTagsForMP3FileTagObjectWriteEmptyTags(path, tags, writeEmptyTags);
+}
+
+TagsObject numbered(const OptionalText& track, const OptionalText& trackTotal, const OptionalText& disc,
+                    const OptionalText& discTotal)
+{
+    TagsObject tags;
+    tags.setTrackText(track);
+    tags.setTrackTotalText(trackTotal);
+    tags.setDiscText(disc);
+    tags.setDiscTotalText(discTotal);
+    return tags;
+}
+
+TagsObject texts()
+{
+    TagsObject tags = numbered(u"4"_s, u"12"_s, u"2"_s, u"3"_s);
+    tags.setTitleText(u"Название"_s);
+    tags.setArtistText(u"Künstler"_s);
+    tags.setAlbumText(u"アルバム"_s);
+    tags.setCommentText(u"הערה"_s);
+    tags.setGenreText(u"Жанр"_s);
+    tags.setComposerText(u"Compositeur é"_s);
+    tags.setDateText(u"1999-05-01"_s);
+    return tags;
+}
+
+SeenTag frame(const std::vector<SeenTag>& frames, const QString& key)
+{
+    for (const SeenTag& seen : frames)
+        if (seen[u"key"_s].toString() == key) return seen;
+    return {};
+}
+
+} // namespace
+
+TEST(TagLibMP3, WritesFourLatin1FramesAndTheOthersAsUtf8)
+{
+    TagFiles files;
+    write(files.mp3(), texts());
+    const auto frames = rawFrames(files.mp3());
+    const std::pair<QString, QString> latin1[] = {
+        {u"TPE2"_s, u"Künstler"_s}, {u"TCOM"_s, u"Compositeur é"_s}, {u"TRCK"_s, u"4/12"_s}, {u"TPOS"_s, u"2/3"_s}};
+    for (const auto& [key, text] : latin1) {
+        EXPECT_EQ(frame(frames, key)[u"encoding"_s].toInt(), 0) << key.toStdString();
+        EXPECT_EQ(frame(frames, key)[u"text"_s].toString(), text);
+        EXPECT_EQ(countOf(frames, key), 1);
+    }
+    const std::pair<QString, QString> utf8[] = {{u"TIT2"_s, u"Название"_s},
+                                                {u"TPE1"_s, u"Künstler"_s},
+                                                {u"TALB"_s, u"アルバム"_s},
+                                                {u"TCON"_s, u"Жанр"_s},
+                                                {u"TDRC"_s, u"1999"_s}};
+    for (const auto& [key, text] : utf8) {
+        EXPECT_EQ(frame(frames, key)[u"encoding"_s].toInt(), 3) << key.toStdString();
+        EXPECT_EQ(frame(frames, key)[u"text"_s].toString(), text);
+    }
+    EXPECT_EQ(frame(frames, u"COMM"_s)[u"encoding"_s].toInt(), 3);
+}
+
+TEST(TagLibMP3, TextOutsideLatin1KeepsTheFourFramesLatin1)
+{
+    TagFiles files;
+    TagsObject tags = texts();
+    tags.setArtistText(u"Имя \U0001D11E"_s);
+    tags.setComposerText(u"Ā Чайковский"_s);
+    write(files.mp3(), tags);
+    const auto frames = rawFrames(files.mp3());
+    EXPECT_EQ(frame(frames, u"TPE2"_s)[u"encoding"_s].toInt(), 0);
+    EXPECT_EQ(frame(frames, u"TPE2"_s)[u"text"_s].toString(), u"??? ??"_s);
+    EXPECT_EQ(frame(frames, u"TCOM"_s)[u"encoding"_s].toInt(), 0);
+    EXPECT_EQ(frame(frames, u"TCOM"_s)[u"text"_s].toString(), u"? ??????????"_s);
+    EXPECT_EQ(frame(frames, u"TPE1"_s)[u"text"_s].toString(), u"Имя \U0001D11E"_s);
+}
+
+TEST(TagLibMP3, ReadsBackAllButTheDate)
+{
+    TagFiles files;
+    write(files.mp3(), texts());
+    const auto tags = helper.tagsForMP3File(files.mp3());
+    EXPECT_EQ(tags->titleText(), OptionalText(u"Название"_s));
+    EXPECT_EQ(tags->artistText(), OptionalText(u"Künstler"_s));
+    EXPECT_EQ(tags->albumText(), OptionalText(u"アルバム"_s));
+    EXPECT_EQ(tags->commentText(), OptionalText(u"הערה"_s));
+    EXPECT_EQ(tags->genreText(), OptionalText(u"Жанр"_s));
+    EXPECT_EQ(tags->composerText(), OptionalText(u"Compositeur é"_s));
+    EXPECT_EQ(tags->trackText(), OptionalText(u"4"_s));
+    EXPECT_EQ(tags->trackTotalText(), OptionalText(u"12"_s));
+    EXPECT_EQ(tags->discText(), OptionalText(u"2"_s));
+    EXPECT_EQ(tags->discTotalText(), OptionalText(u"3"_s));
+    EXPECT_EQ(tags->dateText(), OptionalText(QString()));
+    EXPECT_TRUE(tags->customTagsDictionary().isEmpty());
+}
+
+TEST(TagLibMP3, PlainDiscIsTheDiscAndPlainTrackIsTheTotal)
+{
+    TagFiles files;
+    setTagsElsewhere(files.mp3(), {u"TPOS=2"_s, u"TRCK=5"_s});
+    const auto tags = helper.tagsForMP3File(files.mp3());
+    EXPECT_EQ(tags->discText(), OptionalText(u"2"_s));
+    EXPECT_EQ(tags->discTotalText(), OptionalText(QString()));
+    EXPECT_EQ(tags->trackText(), OptionalText(QString()));
+    EXPECT_EQ(tags->trackTotalText(), OptionalText(u"5"_s));
+}
+
+TEST(TagLibMP3, NumbersAreSplitAtTheFirstSlash)
+{
+    TagFiles files;
+    setTagsElsewhere(files.mp3(), {u"TPOS=2/3/4"_s, u"TRCK=4/12"_s});
+    const auto tags = helper.tagsForMP3File(files.mp3());
+    EXPECT_EQ(tags->discText(), OptionalText(u"2"_s));
+    EXPECT_EQ(tags->discTotalText(), OptionalText(u"3/4"_s));
+    EXPECT_EQ(tags->trackText(), OptionalText(u"4"_s));
+    EXPECT_EQ(tags->trackTotalText(), OptionalText(u"12"_s));
+}
+
+TEST(TagLibMP3, EmptyTotalsGiveTheNumbersAlone)
+{
+    TagFiles files;
+    write(files.mp3(), numbered(u"4"_s, QString(), u"2"_s, std::nullopt));
+    const auto frames = rawFrames(files.mp3());
+    EXPECT_EQ(frame(frames, u"TRCK"_s)[u"text"_s].toString(), u"4"_s);
+    EXPECT_EQ(frame(frames, u"TPOS"_s)[u"text"_s].toString(), u"2"_s);
+}
+
+TEST(TagLibMP3, TotalsWithoutNumbersAreNotWritten)
+{
+    TagFiles files;
+    write(files.mp3(), numbered(QString(), u"12"_s, std::nullopt, u"3"_s));
+    EXPECT_TRUE(rawFrames(files.mp3()).empty());
+}
+
+TEST(TagLibMP3, EmptyAndAbsentFieldsLeaveTheFileAsItIs)
+{
+    TagFiles files;
+    write(files.mp3(), texts());
+    const auto before = rawFrames(files.mp3());
+    TagsObject blank;
+    blank.setTitleText(QString());
+    write(files.mp3(), blank);
+    EXPECT_EQ(textsOf(rawFrames(files.mp3()), u"TIT2"_s), textsOf(before, u"TIT2"_s));
+    EXPECT_EQ(rawFrames(files.mp3()).size(), before.size());
+}
+
+TEST(TagLibMP3, WritingEmptyTagsEmptiesFieldsAndReplacesFramesByEmptyOnes)
+{
+    TagFiles files;
+    write(files.mp3(), texts());
+    write(files.mp3(), TagsObject(), true);
+    const auto frames = rawFrames(files.mp3());
+    for (const QString& key : {u"TPE2"_s, u"TCOM"_s, u"TRCK"_s, u"TPOS"_s})
+        EXPECT_EQ(textsOf(frames, key), QStringList(QString())) << key.toStdString();
+    EXPECT_EQ(frames.size(), 4u);
+    EXPECT_TRUE(isBlank(*helper.tagsForMP3File(files.mp3())));
+}
+
+TEST(TagLibMP3, EmptyTrackStaysEmptyThoughTheOlderTagHadANumber)
+{
+    TagFiles files;
+    write(files.mp3(), texts());
+    ASSERT_EQ(contentOf(files.mp3()).right(128).first(3), "TAG");
+    ASSERT_EQ(contentOf(files.mp3()).right(2).at(0), '\x04');
+    write(files.mp3(), numbered(QString(), u"9"_s, QString(), QString()), true);
+    EXPECT_EQ(textsOf(rawFrames(files.mp3()), u"TRCK"_s), QStringList(u"/9"_s));
+    TagsObject title;
+    title.setTitleText(u"only this"_s);
+    write(files.mp3(), title);
+    EXPECT_EQ(textsOf(rawFrames(files.mp3()), u"TRCK"_s), QStringList(u"/9"_s));
+    write(files.mp3(), TagsObject(), true);
+    EXPECT_EQ(textsOf(rawFrames(files.mp3()), u"TRCK"_s), QStringList(QString()));
+}
+
+TEST(TagLibMP3, FirstFrameOfEachNameIsReplacedOnly)
+{
+    TagFiles files;
+    write(files.mp3(), texts());
+    // A second composer frame, as other programs leave it.
+    QByteArray bytes = contentOf(files.mp3());
+    const QByteArray second("TCOM\0\0\0\x07\0\0\0second", 17);
+    const auto at = bytes.indexOf("TPOS");
+    bytes.insert(at, second).remove(bytes.indexOf(QByteArray(200, '\0')), second.size());
+    writeContent(files.mp3(), bytes);
+    ASSERT_EQ(textsOf(rawFrames(files.mp3()), u"TCOM"_s), QStringList({u"Compositeur é"_s, u"second"_s}));
+    TagsObject tags;
+    tags.setComposerText(u"new"_s);
+    write(files.mp3(), tags);
+    EXPECT_EQ(textsOf(rawFrames(files.mp3()), u"TCOM"_s), QStringList({u"second"_s, u"new"_s}));
+}
+
+TEST(TagLibMP3, DateIsItsLeadingNumber)
+{
+    TagFiles files;
+    TagsObject tags;
+    tags.setDateText(u"1999-05-01"_s);
+    write(files.mp3(), tags);
+    EXPECT_EQ(textsOf(rawFrames(files.mp3()), u"TDRC"_s), QStringList(u"1999"_s));
+    tags.setDateText(u"spring"_s);
+    write(files.mp3(), tags);
+    EXPECT_EQ(countOf(rawFrames(files.mp3()), u"TDRC"_s), 0);
+}
+
+TEST(TagLibMP3, ArtIsAddedAndOnlyTheFirstIsRemoved)
+{
+    TagFiles files;
+    TagsObject tags;
+    for (const int width : {20, 30, 40}) {
+        tags.setAlbumArt(Image::fromData(contentOf(files.picture("jpeg", width))));
+        write(files.mp3(), tags, width == 40);
+    }
+    EXPECT_EQ(countOf(rawFrames(files.mp3()), u"APIC"_s), 3);
+    EXPECT_EQ(helper.tagsForMP3File(files.mp3())->albumArt()->lastBitmap()->pixelsWide(), 20);
+    write(files.mp3(), TagsObject(), false);
+    EXPECT_EQ(countOf(rawFrames(files.mp3()), u"APIC"_s), 3);
+    write(files.mp3(), TagsObject(), true);
+    EXPECT_EQ(countOf(rawFrames(files.mp3()), u"APIC"_s), 2);
+    EXPECT_EQ(helper.tagsForMP3File(files.mp3())->albumArt()->lastBitmap()->pixelsWide(), 30);
+}
+
+TEST(TagLibMP3, ArtIsAPngFrameWithNothingElseSet)
+{
+    TagFiles files;
+    TagsObject tags;
+    tags.setAlbumArt(Image::fromData(contentOf(files.picture("jpeg"))));
+    write(files.mp3(), tags);
+    const auto seen = frame(seenTags(files.mp3()), u"APIC"_s);
+    EXPECT_EQ(seen[u"mime"_s].toString(), u"image/png"_s);
+    EXPECT_EQ(seen[u"type"_s].toInt(), 0);
+    EXPECT_EQ(seen[u"text"_s].toString(), QString());
+}
+
+TEST(TagLibMP3, ArtOfAnotherProgramIsRead)
+{
+    TagFiles files;
+    addArtElsewhere(files.mp3(), files.picture("jpeg", 33), u"image/jpeg"_s);
+    ASSERT_TRUE(helper.tagsForMP3File(files.mp3())->albumArt());
+    EXPECT_EQ(helper.tagsForMP3File(files.mp3())->albumArt()->lastBitmap()->pixelsWide(), 33);
+}

@@ -1,0 +1,227 @@
+// Files that are cut, flipped, zeroed, or no audio files at all: reading them ends, in bounds, with a record.
+#include "tags/TagLibTagsHelper.h"
+
+#include "platform/errors/Exceptions.h"
+#include "tags/TagFiles.h"
+
+#include <QDir>
+
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <random>
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const TagLibTagsHelper helper;
+
+struct Kind
+{
+    const char* name;
+    QString (TagFiles::*sample)();
+    std::shared_ptr<TagsObject> (TagLibTagsHelper::*read)(const QString&) const;
+    void (*write)(const QString&, const TagsObject&, bool);
+};
+
+void PrintTo(const Kind& tested, std::ostream* out)
+{
+    *out << tested.name;
+}
+
+const Kind kinds[] = {
+    {"FLAC", &TagFiles::flac, &TagLibTagsHelper::tagsForFlacFile,
+     [](const QString& path, const TagsObject& tags, bool empty) {
+         helper.writeTagsForFLACFileTagObjectWriteEmptyTags(path, tags, empty);
+     }},
+    {"MP3", &TagFiles::mp3, &TagLibTagsHelper::tagsForMP3File,
+     [](const QString& path, const TagsObject& tags, bool empty) {
+         helper.writeTagsForMP3FileTagObjectWriteEmptyTags(path, tags, empty);
+     }},
+    {"AIFF", &TagFiles::aiff, &TagLibTagsHelper::tagsForAIFFFile,
+     [](const QString& path, const TagsObject& tags, bool) { helper.writeTagsForAIFFFileTagObject(path, tags); }},
+    {"APE", &TagFiles::ape, &TagLibTagsHelper::tagsForAPEFile,
+     [](const QString& path, const TagsObject& tags, bool empty) {
+         helper.writeTagsForAPEFileTagObjectWriteEmptyTags(path, tags, empty);
+     }},
+    {"Wavpack", &TagFiles::wavpack, &TagLibTagsHelper::tagsForWavpackFile,
+     [](const QString& path, const TagsObject& tags, bool empty) {
+         helper.writeTagsForWavpackFileTagObjectWriteEmptyTags(path, tags, empty);
+     }},
+};
+
+class TagsFuzz : public testing::TestWithParam<Kind>
+{
+protected:
+    std::shared_ptr<TagsObject> read(const QString& path) { return (helper.*GetParam().read)(path); }
+
+    TagFiles files;
+};
+
+/// Breaks bytes in ways that files get broken, most of them near the start or the end, where tags lie.
+class Breaker
+{
+public:
+    QByteArray broken(QByteArray bytes)
+    {
+        const int strokes = 1 + below(4);
+        for (int i = 0; i < strokes && !bytes.isEmpty(); ++i)
+            strike(bytes);
+        return bytes;
+    }
+    int below(qsizetype limit) { return static_cast<int>(numbers_() % static_cast<quint32>(limit)); }
+
+private:
+    int place(qsizetype size)
+    {
+        const int near = below(std::min<qsizetype>(size, 1 << (4 + below(9))));
+        return below(3) == 0 ? static_cast<int>(size) - 1 - near : near;
+    }
+    void strike(QByteArray& bytes)
+    {
+        const int at = place(bytes.size());
+        switch (below(6)) {
+        case 0:
+            bytes.truncate(at);
+            break;
+        case 1:
+            bytes.remove(at, 1 + below(64));
+            break;
+        case 2:
+            std::fill_n(bytes.begin() + at, std::min<qsizetype>(1 + below(64), bytes.size() - at), '\0');
+            break;
+        case 3:
+            std::fill_n(bytes.begin() + at, std::min<qsizetype>(1 + below(4), bytes.size() - at), '\xff');
+            break;
+        case 4:
+            bytes[at] = static_cast<char>(below(256));
+            break;
+        default:
+            bytes[at] = static_cast<char>(bytes[at] ^ (1 << below(8)));
+        }
+    }
+
+    std::mt19937 numbers_{20241121}; // fixed, so that a failure comes back
+};
+
+TagsObject fullRecord(TagFiles& files)
+{
+    TagsObject tags;
+    tags.setTitleText(u"Название"_s);
+    tags.setArtistText(u"artist"_s);
+    tags.setDateText(u"1999"_s);
+    tags.setAlbumText(u"album"_s);
+    tags.setCommentText(u"a comment"_s);
+    tags.setDiscText(u"1"_s);
+    tags.setTrackText(u"2"_s);
+    tags.setTrackTotalText(u"3"_s);
+    tags.setGenreText(u"genre"_s);
+    tags.setComposerText(u"composer"_s);
+    tags.setCustomTagsDictionary({{u"MOOD"_s, u"calm"_s}});
+    tags.setAlbumArt(Image::fromData(contentOf(files.picture("png"))));
+    return tags;
+}
+
+long mostKibibytesSoFar()
+{
+    struct rusage usage = {};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(Formats, TagsFuzz, testing::ValuesIn(kinds),
+                         [](const auto& tested) { return std::string(tested.param.name); });
+
+TEST_P(TagsFuzz, BrokenFilesAreReadToAnEndInBoundedMemory)
+{
+    const QString sample = (files.*GetParam().sample)();
+    GetParam().write(sample, fullRecord(files), false);
+    const QByteArray whole = contentOf(sample);
+    const QString path = files.pathOf(u"broken"_s);
+    Breaker breaker;
+    for (int i = 0; i < 2000; ++i) {
+        SCOPED_TRACE(i);
+        writeContent(path, breaker.broken(whole));
+        const auto tags = read(path);
+        ASSERT_TRUE(tags && tags->titleText() && tags->composerText());
+    }
+#ifndef ZOLT_SANITIZED // a sanitizer keeps freed memory for a while
+    EXPECT_LT(mostKibibytesSoFar(), 512 * 1024);
+#endif
+}
+
+TEST_P(TagsFuzz, BrokenFilesAreTaggedOrRefused)
+{
+    const QString sample = (files.*GetParam().sample)();
+    const TagsObject record = fullRecord(files);
+    GetParam().write(sample, record, false);
+    const QByteArray whole = contentOf(sample);
+    const QString path = files.pathOf(u"broken"_s);
+    Breaker breaker;
+    for (int i = 0; i < 300; ++i) {
+        SCOPED_TRACE(i);
+        writeContent(path, breaker.broken(whole));
+        try {
+            GetParam().write(path, record, breaker.below(2) == 0);
+        } catch (const AssertionException& fault) {
+            EXPECT_EQ(fault.reason(), u"Unable to open the output file for tagging."_s);
+        }
+        EXPECT_TRUE(read(path));
+    }
+}
+
+TEST_P(TagsFuzz, FileCutAtEveryByteOfItsStartAndEndIsRead)
+{
+    const QString sample = (files.*GetParam().sample)();
+    GetParam().write(sample, fullRecord(files), false);
+    const QByteArray whole = contentOf(sample);
+    const QString path = files.pathOf(u"cut"_s);
+    for (qsizetype length = 0; length < std::min<qsizetype>(whole.size(), 300); ++length) {
+        writeContent(path, whole.first(length));
+        ASSERT_TRUE(read(path));
+        writeContent(path, whole.chopped(length));
+        ASSERT_TRUE(read(path));
+    }
+}
+
+TEST_P(TagsFuzz, WhatIsNoFileReadsBlankAndIsNotTagged)
+{
+    const QString pipe = files.pathOf(u"pipe"_s);
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString& path : {files.pathOf(u"missing"_s), files.pathOf(u"."_s), pipe, u"/dev/zero"_s}) {
+        EXPECT_TRUE(isBlank(*read(path))) << path.toStdString();
+        try {
+            GetParam().write(path, TagsObject(), false);
+            ADD_FAILURE() << path.toStdString() << " was tagged";
+        } catch (const AssertionException& fault) {
+            EXPECT_EQ(fault.reason(), u"Unable to open the output file for tagging."_s);
+        }
+    }
+}
+
+TEST_P(TagsFuzz, FilesWithoutTagsReadBlank)
+{
+    const QString path = files.pathOf(u"other"_s);
+    for (const QByteArray& bytes : {QByteArray(), QByteArray("x"), QByteArray("plain text\n").repeated(100),
+                                    QByteArray(70000, '\0'), QByteArray(70000, '\xff'), contentOf(files.wav())}) {
+        writeContent(path, bytes);
+        EXPECT_TRUE(isBlank(*read(path))) << bytes.left(20).toStdString();
+    }
+}
+
+TEST_P(TagsFuzz, KnownBadFilesAreRead)
+{
+    const QDir folder(QStringLiteral(ZOLT_FIXTURES));
+    if (!folder.exists()) GTEST_SKIP() << "left out: the folder " << ZOLT_FIXTURES << " is not there";
+    const auto names = folder.entryList(QDir::Files);
+    EXPECT_FALSE(names.isEmpty());
+    for (const QString& name : names) {
+        SCOPED_TRACE(name.toStdString());
+        EXPECT_TRUE(read(folder.filePath(name)));
+    }
+}
