@@ -52,9 +52,21 @@ QString numberOfTotal(const OptionalText& number, const OptionalText& total)
 void writeTrack(TagLib::MPEG::File& file, const TagsObject& tags)
 {
     replaceLatin1Frame(*file.ID3v2Tag(false), "TRCK", numberOfTotal(tags.trackText(), tags.trackTotalText()));
-    // Saving fills an empty track from the older tag at the file's end, which would bring the old number back.
+    // Saving fills a missing track number from the older tag at the file's end: its number must not outlive ours.
     if (auto* older = file.ID3v1Tag(false))
         older->setTrack(static_cast<unsigned int>(intValue(textOrEmpty(tags.trackText()))));
+}
+
+/// Saving evens out the two kinds of tag, and takes a track frame without a number away in doing so, its total
+/// included: such a frame is put back.
+void saveWithTrack(TagLib::MPEG::File& file)
+{
+    TagLib::ID3v2::Tag& tag = *file.ID3v2Tag(false);
+    const OptionalText track = firstFrameText(tag, "TRCK");
+    file.save();
+    if (!track || firstFrameText(tag, "TRCK") == track) return;
+    replaceLatin1Frame(tag, "TRCK", *track);
+    file.save(TagLib::MPEG::File::ID3v2, TagLib::File::StripNone, TagLib::ID3v2::v4, TagLib::File::DoNotDuplicate);
 }
 
 void writeArt(TagLib::ID3v2::Tag& tag, const TagsObject& tags, bool writeEmptyTags)
@@ -101,7 +113,7 @@ void TagLibTagsHelper::writeTagsForMP3FileTagObjectWriteEmptyTags(const QString&
     const auto file = openFileForTagging<TagLib::MPEG::File>(path);
     writeFields(*file, tags, writeEmptyTags);
     writeArt(*file->ID3v2Tag(false), tags, writeEmptyTags);
-    file->save();
+    saveWithTrack(*file);
 }
 
 } // namespace zolt
