@@ -1,5 +1,6 @@
 #include "platform/audio/AudioFileReader.h"
 
+#include "platform/audio/ClientReader.h"
 #include "platform/audio/OpenFiles.h"
 #include "platform/audio/SampleSource.h"
 
@@ -17,6 +18,7 @@ struct AudioFileReader::State
     QFile file;
     std::optional<OpenFileMark> mark;
     std::unique_ptr<SampleSource> source;
+    std::optional<ClientReader> client;
 };
 
 namespace {
@@ -43,8 +45,10 @@ AudioStatus AudioFileReader::open(const QString& path, std::unique_ptr<AudioFile
     return audioGuarded([&] {
         auto state = std::make_unique<State>(path);
         if (const auto status = openFile(state->file)) return status;
-        state->mark.emplace(state->file);
+        state->mark.emplace(path);
         if (const auto status = openSampleSource(state->file, state->source)) return status;
+        state->client.emplace(*state->source);
+        if (state->source->format().isLinear()) state->client->setFormat(state->source->format());
         reader.reset(new AudioFileReader(std::move(state)));
         return audioStatus::Ok;
     });
@@ -59,6 +63,17 @@ AudioStatus AudioFileReader::dataFormat(AudioFormat& format) const
 AudioStatus AudioFileReader::lengthInFrames(int64_t& frames) const
 {
     return audioGuarded([&] { return state_->source->lengthInFrames(frames); });
+}
+
+AudioStatus AudioFileReader::setClientFormat(const AudioFormat& format)
+{
+    return audioGuarded([&] { return state_->client->setFormat(format); });
+}
+
+AudioStatus AudioFileReader::read(void* buffer, int64_t frames, int64_t& taken)
+{
+    taken = 0;
+    return audioGuarded([&] { return state_->client->read(static_cast<uint8_t*>(buffer), frames, taken); });
 }
 
 } // namespace zolt

@@ -25,6 +25,17 @@ public:
     /// The number of frames in the file, at the file's own rate. Files that don't state it (MP3) are walked through.
     AudioStatus lengthInFrames(int64_t& frames) const;
 
+    /// Chooses the format in which `read` gives samples: linear, with as many channels as the file. Depth, byte order
+    /// and rate are converted. Without a choice a linear file is read as it stands.
+    /// @return UnsupportedFormat for any other format, above all for compressed ones
+    AudioStatus setClientFormat(const AudioFormat& format);
+
+    /// Reads on from where the last call ended, straight into the caller's memory.
+    /// @param buffer room for `frames` frames of the client format
+    /// @param taken  frames filled in: fewer than asked for at the end alone, 0 behind it; set with a failure too
+    /// @return InvalidFile for damaged data, and for lossless data that ends ahead of the stated length
+    AudioStatus read(void* buffer, int64_t frames, int64_t& taken);
+
 private:
     struct State;
     explicit AudioFileReader(std::unique_ptr<State> state);

@@ -129,10 +129,12 @@ AudioStatus CodecSource::feedDecoder()
     return damaged && isLossless() ? audioStatusFromCodecError(result) : audioStatus::Ok;
 }
 
-/// A lossless file that ends ahead of its stated length is cut; giving less in silence would lose music.
+/// A lossless file that ends ahead of its stated length is cut; giving less in silence would lose music. CAF files
+/// mostly state whole packets.
 AudioStatus CodecSource::endOfStream() const
 {
-    return isLossless() && given_ < length_ ? audioStatus::InvalidFile : audioStatus::Ok;
+    const int64_t unsure = container_ == Container::Caf ? format_.framesPerPacket : 0;
+    return isLossless() && given_ + unsure < length_ ? audioStatus::InvalidFile : audioStatus::Ok;
 }
 
 AudioStatus openThroughCodecs(QFile& file, Container container, std::unique_ptr<SampleSource>& source)

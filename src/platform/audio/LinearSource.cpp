@@ -6,6 +6,14 @@
 
 namespace zolt {
 
+namespace {
+
+constexpr int framesPerBlock = 4096;
+/// No sample format is wider.
+constexpr size_t widestSample = 8;
+
+} // namespace
+
 LinearSource::LinearSource(QFile& file, const LinearLayout& layout)
     : file_(file), layout_(layout), bytesLeft_(layout.frames * layout.format.bytesPerFrame)
 {
@@ -32,6 +40,31 @@ AudioStatus LinearSource::readBytes(uint8_t* buffer, int64_t bytes, int64_t& tak
     }
     bytesLeft_ -= taken;
     return audioStatus::Ok;
+}
+
+AudioStatus LinearSource::prepare()
+{
+    packing_ = PcmPacking::of(format_);
+    if (!packing_) return audioStatus::UnsupportedFormat;
+    packed_.resize(size_t(framesPerBlock) * format_.bytesPerFrame);
+    unpacked_.resize(framesPerBlock * widestSample * format_.channelsPerFrame);
+    plane_ = unpacked_.data();
+    return audioStatus::Ok;
+}
+
+AudioStatus LinearSource::readBlock(SampleBlock& block)
+{
+    int64_t taken = 0;
+    const auto status = readBytes(packed_.data(), static_cast<int64_t>(packed_.size()), taken);
+    const int64_t frames = taken / format_.bytesPerFrame;
+    packing_->unpack(packed_.data(), unpacked_.data(), frames * format_.channelsPerFrame);
+    block = {.planes = &plane_, .frames = static_cast<int>(frames)};
+    return status;
+}
+
+int LinearSource::sampleFormat() const
+{
+    return packing_ ? packing_->sampleFormat() : -1;
 }
 
 } // namespace zolt

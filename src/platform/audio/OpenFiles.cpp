@@ -23,18 +23,17 @@ Registry& registry()
     return instance;
 }
 
-Identity identityOf(const struct stat& facts)
+std::optional<Identity> identityOf(const QString& path)
 {
-    return {facts.st_dev, facts.st_ino};
+    struct stat facts = {};
+    if (stat(QFile::encodeName(path).constData(), &facts) != 0) return std::nullopt;
+    return Identity(facts.st_dev, facts.st_ino);
 }
 
 } // namespace
 
-OpenFileMark::OpenFileMark(QFile& file)
+OpenFileMark::OpenFileMark(const QString& path) : identity_(identityOf(path).value_or(Identity()))
 {
-    struct stat facts = {};
-    fstat(file.handle(), &facts);
-    identity_ = identityOf(facts);
     const std::lock_guard guard(registry().mutex);
     registry().files.insert(identity_);
 }
@@ -47,10 +46,9 @@ OpenFileMark::~OpenFileMark()
 
 bool OpenFileMark::isMarked(const QString& path)
 {
-    struct stat facts = {};
-    if (stat(QFile::encodeName(path).constData(), &facts) != 0) return false;
+    const auto identity = identityOf(path);
     const std::lock_guard guard(registry().mutex);
-    return registry().files.contains(identityOf(facts));
+    return identity && registry().files.contains(*identity);
 }
 
 } // namespace zolt

@@ -5,8 +5,6 @@
 
 #include <memory>
 
-class QFile;
-
 namespace zolt {
 
 /// Stands for one file that the service has open; the file counts as open until this is gone. Any thread.
@@ -14,8 +12,8 @@ class OpenFileMark
 {
 public:
     /// Marks a file by what it is on the disk, so that links and other spellings of its path count as well.
-    /// @param file open
-    explicit OpenFileMark(QFile& file);
+    /// @param path of a file that is open
+    explicit OpenFileMark(const QString& path);
     ~OpenFileMark();
     OpenFileMark(const OpenFileMark&) = delete;
     OpenFileMark& operator=(const OpenFileMark&) = delete;

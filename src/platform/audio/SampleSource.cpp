@@ -27,11 +27,6 @@ AudioStatus SampleSource::readBytes(uint8_t*, int64_t, int64_t&)
     return audioStatus::UnsupportedFormat;
 }
 
-AudioStatus SampleSource::readBlock(SampleBlock&)
-{
-    return audioStatus::UnsupportedFormat;
-}
-
 AudioStatus openSampleSource(QFile& file, std::unique_ptr<SampleSource>& source)
 {
     Container container = Container::Wave;

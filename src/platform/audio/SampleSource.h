@@ -2,19 +2,13 @@
 #pragma once
 
 #include "platform/audio/AudioStatus.h"
+#include "platform/audio/SampleBlock.h"
 
 #include <memory>
 
 class QFile;
 
 namespace zolt {
-
-/// Samples as a source gives them: in one of the codec libraries' sample formats, interleaved or planar.
-struct SampleBlock
-{
-    const uint8_t* const* planes = nullptr; ///< one per channel if planar, else one; valid until the next call
-    int frames = 0;                         ///< 0 at the end
-};
 
 /// A file's audio, front to back. One thread at a time.
 class SampleSource
@@ -34,12 +28,11 @@ public:
     virtual AudioStatus readBytes(uint8_t* buffer, int64_t bytes, int64_t& taken);
 
     /// Makes ready for readBlock; `sampleFormat` is known then.
-    virtual AudioStatus prepare() { return audioStatus::Ok; }
-    /// The next block of decoded samples, in the codec libraries' sample format `sampleFormat()`.
-    /// @return UnsupportedFormat for a linear file
-    virtual AudioStatus readBlock(SampleBlock& block);
-    /// An AVSampleFormat; -1 for a linear file.
-    virtual int sampleFormat() const { return -1; }
+    virtual AudioStatus prepare() = 0;
+    /// The next block of samples, in the codec libraries' sample format `sampleFormat()`; empty at the end.
+    virtual AudioStatus readBlock(SampleBlock& block) = 0;
+    /// An AVSampleFormat.
+    virtual int sampleFormat() const = 0;
 
 protected:
     AudioFormat format_;

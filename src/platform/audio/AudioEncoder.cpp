@@ -1,0 +1,115 @@
+#include "platform/audio/AudioEncoder.h"
+
+namespace zolt {
+
+namespace {
+
+/// Speakers by the number of channels, as both encoders know them.
+constexpr uint64_t speakers[] = {
+    AV_CH_LAYOUT_MONO,         AV_CH_LAYOUT_STEREO,       AV_CH_LAYOUT_SURROUND,     AV_CH_LAYOUT_4POINT0,
+    AV_CH_LAYOUT_5POINT0_BACK, AV_CH_LAYOUT_5POINT1_BACK, AV_CH_LAYOUT_6POINT1_BACK, AV_CH_LAYOUT_7POINT1_WIDE_BACK,
+};
+
+bool hasRate(const AVCodec& codec, int rate)
+{
+    if (!codec.supported_samplerates) return true;
+    for (const int* known = codec.supported_samplerates; *known; ++known)
+        if (*known == rate) return true;
+    return false;
+}
+
+/// The sample format for lossless data of the depth; none for a depth that the encoder would change.
+AVSampleFormat losslessSamples(const AudioFormat& format)
+{
+    const uint32_t depth = appleLosslessDepth(format.formatFlags);
+    if (format.bitsPerChannel && format.bitsPerChannel != depth) return AV_SAMPLE_FMT_NONE;
+    if (depth == 16) return AV_SAMPLE_FMT_S16P;
+    return depth == 24 ? AV_SAMPLE_FMT_S32P : AV_SAMPLE_FMT_NONE;
+}
+
+const AVCodec* encoderFor(uint32_t format)
+{
+    if (format == formatId::AppleLossless) return avcodec_find_encoder(AV_CODEC_ID_ALAC);
+    return format == formatId::Aac ? bestAacEncoder() : nullptr;
+}
+
+} // namespace
+
+AudioStatus AudioEncoder::open(const AudioFormat& format, const EncoderSettings& settings)
+{
+    const AVCodec* codec = encoderFor(format.formatId);
+    const uint32_t channels = format.channelsPerFrame;
+    const auto rate = static_cast<int>(format.sampleRate);
+    if (!codec || !hasRate(*codec, rate) || channels < 1 || channels > std::size(speakers))
+        return audioStatus::UnsupportedFormat;
+    const bool lossless = format.formatId == formatId::AppleLossless;
+    const auto samples = lossless ? losslessSamples(format) : codec->sample_fmts[0];
+    if (samples == AV_SAMPLE_FMT_NONE) return audioStatus::UnsupportedFormat;
+
+    encoder_ = ownedHandle(avcodec_alloc_context3(codec));
+    encoder_->sample_fmt = samples;
+    encoder_->sample_rate = rate;
+    encoder_->time_base = {1, rate};
+    encoder_->thread_count = 1; // files run side by side already
+    encoder_->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    if (lossless) encoder_->bits_per_raw_sample = static_cast<int>(appleLosslessDepth(format.formatFlags));
+    av_channel_layout_from_mask(&encoder_->ch_layout, speakers[channels - 1]);
+    applySettings(settings, *encoder_);
+    if (avcodec_open2(encoder_.get(), codec, nullptr) < 0) return audioStatus::UnsupportedFormat;
+    fifo_ = ownedHandle(av_audio_fifo_alloc(samples, static_cast<int>(channels), encoder_->frame_size));
+    packet_ = ownedHandle(av_packet_alloc());
+    return makeFrame();
+}
+
+AudioStatus AudioEncoder::makeFrame()
+{
+    frame_ = ownedHandle(av_frame_alloc());
+    frame_->format = encoder_->sample_fmt;
+    frame_->sample_rate = encoder_->sample_rate;
+    frame_->nb_samples = encoder_->frame_size;
+    av_channel_layout_copy(&frame_->ch_layout, &encoder_->ch_layout);
+    return av_frame_get_buffer(frame_.get(), 0) < 0 ? audioStatus::OutOfMemory : audioStatus::Ok;
+}
+
+AudioStatus AudioEncoder::write(const SampleBlock& block, const PacketTaker& take)
+{
+    auto** planes = reinterpret_cast<void**>(const_cast<uint8_t**>(block.planes));
+    if (av_audio_fifo_write(fifo_.get(), planes, block.frames) < block.frames) return audioStatus::OutOfMemory;
+    while (av_audio_fifo_size(fifo_.get()) >= encoder_->frame_size)
+        if (const auto status = encodeFrame(encoder_->frame_size, take)) return status;
+    return audioStatus::Ok;
+}
+
+AudioStatus AudioEncoder::finish(const PacketTaker& take)
+{
+    const int rest = av_audio_fifo_size(fifo_.get());
+    if (rest > 0)
+        if (const auto status = encodeFrame(rest, take)) return status;
+    const int result = avcodec_send_frame(encoder_.get(), nullptr);
+    return result < 0 ? audioStatusFromCodecError(result) : drain(take);
+}
+
+AudioStatus AudioEncoder::encodeFrame(int frames, const PacketTaker& take)
+{
+    if (av_frame_make_writable(frame_.get()) < 0) return audioStatus::OutOfMemory;
+    frame_->nb_samples = frames;
+    frame_->pts = framesTaken_;
+    av_audio_fifo_read(fifo_.get(), reinterpret_cast<void**>(frame_->extended_data), frames);
+    framesTaken_ += frames;
+    const int result = avcodec_send_frame(encoder_.get(), frame_.get());
+    return result < 0 ? audioStatusFromCodecError(result) : drain(take);
+}
+
+AudioStatus AudioEncoder::drain(const PacketTaker& take)
+{
+    for (;;) {
+        const int result = avcodec_receive_packet(encoder_.get(), packet_.get());
+        if (result == AVERROR(EAGAIN) || result == AVERROR_EOF) return audioStatus::Ok;
+        if (result < 0) return audioStatusFromCodecError(result);
+        const auto status = take(*packet_);
+        av_packet_unref(packet_.get());
+        if (status) return status;
+    }
+}
+
+} // namespace zolt

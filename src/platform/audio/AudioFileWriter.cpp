@@ -1,0 +1,103 @@
+#include "platform/audio/AudioFileWriter.h"
+
+#include "platform/audio/ClientWriter.h"
+#include "platform/audio/LinearSink.h"
+#include "platform/audio/M4aSink.h"
+#include "platform/audio/OpenFiles.h"
+
+namespace zolt {
+
+struct AudioFileWriter::State
+{
+    explicit State(const AudioFormat& fileFormat) : format(fileFormat), control(fileFormat.formatId) {}
+
+    AudioFormat format; ///< the data as it lies in the file
+    EncoderControl control;
+    std::optional<OpenFileMark> mark;
+    std::unique_ptr<SampleSink> sink;
+    M4aSink* encoding = nullptr; ///< the sink, if it encodes
+    std::optional<ClientWriter> client;
+};
+
+namespace {
+
+AudioStatus createLinear(const QString& path, const LinearHeader& header, const AudioFormat& stored,
+                         std::unique_ptr<SampleSink>& sink)
+{
+    auto made = std::make_unique<LinearSink>(path, header, stored);
+    const auto status = made->create();
+    if (!status) sink = std::move(made);
+    return status;
+}
+
+} // namespace
+
+AudioFileWriter::AudioFileWriter(std::unique_ptr<State> state) : state_(std::move(state)) {}
+
+AudioFileWriter::~AudioFileWriter()
+{
+    dispose();
+}
+
+AudioStatus AudioFileWriter::create(const QString& path, uint32_t fileType, const AudioFormat& format,
+                                    std::unique_ptr<AudioFileWriter>& writer)
+{
+    return audioGuarded([&] {
+        auto state = std::make_unique<State>(storedFormat(fileType, format));
+        AudioStatus status = audioStatus::UnsupportedFormat;
+        const auto* header = linearHeaderFor(fileType, format);
+        const bool encodes = fileType == fileTypeId::M4a && !format.isLinear();
+        if (!header && (!encodes || (status = M4aSink::check(format)))) return status;
+        if (OpenFileMark::isMarked(path)) return audioStatus::FileInUse;
+        if (header) {
+            status = createLinear(path, *header, state->format, state->sink);
+        } else {
+            auto made = std::make_unique<M4aSink>(format);
+            status = made->create(path);
+            state->encoding = made.get();
+            state->sink = std::move(made);
+        }
+        if (status) return status;
+        state->mark.emplace(path);
+        state->client.emplace(*state->sink, state->format);
+        writer.reset(new AudioFileWriter(std::move(state)));
+        return audioStatus::Ok;
+    });
+}
+
+AudioStatus AudioFileWriter::setClientFormat(const AudioFormat& format)
+{
+    if (!state_) return audioStatus::WrongState;
+    return audioGuarded([&] { return state_->client->setFormat(format); });
+}
+
+AudioStatus AudioFileWriter::encoderControl(EncoderControl*& control)
+{
+    if (!state_) return audioStatus::WrongState;
+    if (!state_->encoding) return audioStatus::InvalidProperty;
+    control = &state_->control;
+    return audioStatus::Ok;
+}
+
+AudioStatus AudioFileWriter::setEncoderSettings(const EncoderSettings& settings)
+{
+    if (!state_ || state_->client->hasBegun()) return audioStatus::WrongState;
+    if (!state_->encoding) return audioStatus::InvalidProperty;
+    state_->encoding->setSettings(settings);
+    return audioStatus::Ok;
+}
+
+AudioStatus AudioFileWriter::write(const void* buffer, int64_t frames)
+{
+    if (!state_) return audioStatus::WrongState;
+    return audioGuarded([&] { return state_->client->write(static_cast<const uint8_t*>(buffer), frames); });
+}
+
+AudioStatus AudioFileWriter::dispose()
+{
+    if (!state_) return audioStatus::WrongState;
+    const auto state = std::move(state_);
+    return audioGuarded([&] { return state->client->finish(); });
+}
+
+} // namespace zolt

@@ -1,0 +1,92 @@
+#include "platform/audio/EncoderSettings.h"
+
+extern "C" {
+#include <libavutil/opt.h>
+}
+
+namespace zolt {
+
+namespace {
+
+constexpr uint32_t highestQuality = 127;
+
+/// How an encoder takes a quality from 1 to 127.
+struct EncoderRow
+{
+    const char* name;
+    void (*setQuality)(uint32_t quality, AVCodecContext& encoder);
+};
+
+/// Five steps, the highest the best: each gets its share of the range.
+void setQualityStep(uint32_t quality, AVCodecContext& encoder)
+{
+    av_opt_set_int(encoder.priv_data, "vbr", 1 + (quality - 1) * 5 / highestQuality, 0);
+}
+
+void setQualityScale(uint32_t quality, AVCodecContext& encoder)
+{
+    constexpr double lowest = 0.1;
+    constexpr double highest = 2.0;
+    const double scale = lowest + (highest - lowest) * (quality - 1) / (highestQuality - 1);
+    encoder.flags |= AV_CODEC_FLAG_QSCALE;
+    encoder.global_quality = static_cast<int>(FF_QP2LAMBDA * scale + 0.5);
+}
+
+/// The encoders in order of preference.
+constexpr EncoderRow encoderRows[] = {
+    {"libfdk_aac", setQualityStep},
+    {"aac", setQualityScale},
+};
+
+const EncoderRow* rowOf(const AVCodec& codec)
+{
+    for (const auto& row : encoderRows)
+        if (std::string_view(row.name) == codec.name) return &row;
+    return nullptr;
+}
+
+} // namespace
+
+AudioStatus EncoderControl::set(uint32_t property, uint32_t value)
+{
+    if (formatId_ != formatId::Aac) return audioStatus::InvalidProperty;
+    switch (property) {
+    case converterProperty::BitRate:
+        if (value > INT32_MAX) return audioStatus::InvalidValue;
+        settings_.bitRate = value;
+        return audioStatus::Ok;
+    case converterProperty::Quality:
+        if (value > highestQuality) return audioStatus::InvalidValue;
+        settings_.quality = value;
+        return audioStatus::Ok;
+    case converterProperty::BitRateMode:
+        if (value > bitRateMode::Variable) return audioStatus::InvalidValue;
+        settings_.mode = value;
+        return audioStatus::Ok;
+    default:
+        return audioStatus::InvalidProperty;
+    }
+}
+
+AudioStatus EncoderControl::settings(EncoderSettings& settings) const
+{
+    settings = settings_;
+    return audioStatus::Ok;
+}
+
+const AVCodec* bestAacEncoder()
+{
+    for (const auto& row : encoderRows)
+        if (const AVCodec* codec = avcodec_find_encoder_by_name(row.name)) return codec;
+    return nullptr;
+}
+
+void applySettings(const EncoderSettings& settings, AVCodecContext& encoder)
+{
+    if (settings.bitRate) encoder.bit_rate = settings.bitRate;
+    if (settings.mode == bitRateMode::Constant) encoder.bit_rate_tolerance = 0; // holds each packet to the rate
+    const auto* row = rowOf(*encoder.codec);
+    if (row && settings.mode == bitRateMode::Variable && settings.quality) row->setQuality(settings.quality, encoder);
+}
+
+} // namespace zolt

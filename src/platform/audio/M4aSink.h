@@ -1,0 +1,41 @@
+// Writes M4A files with Apple Lossless or AAC.
+#pragma once
+
+#include "platform/audio/AudioEncoder.h"
+#include "platform/audio/SampleSink.h"
+
+namespace zolt {
+
+class M4aSink : public SampleSink
+{
+public:
+    explicit M4aSink(const AudioFormat& format) : format_(format) {}
+    ~M4aSink() override;
+
+    /// True if the encoder takes the format; nothing is written.
+    static AudioStatus check(const AudioFormat& format);
+
+    /// Creates the file, or empties it.
+    AudioStatus create(const QString& path);
+    /// Settings for the encoder, ahead of `begin`.
+    void setSettings(const EncoderSettings& settings) { settings_ = settings; }
+
+    AudioStatus begin() override;
+    SampleShape shape() const override { return encoder_.shape(); }
+    AudioStatus write(const SampleBlock& block) override;
+    AudioStatus writeBytes(const uint8_t*, int64_t) override { return audioStatus::UnsupportedFormat; }
+    AudioStatus finish() override;
+
+private:
+    AudioStatus makeStream();
+    AudioStatus writePacket(AVPacket& packet);
+    AudioStatus closeFile();
+
+    const AudioFormat format_;
+    EncoderSettings settings_;
+    AudioEncoder encoder_;
+    AVFormatContext* muxer_ = nullptr;
+    bool headerWritten_ = false;
+};
+
+} // namespace zolt
