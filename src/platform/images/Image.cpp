@@ -16,6 +16,18 @@ constexpr int mostForms = 32;
 /// Holds a header that lies about its size to this many mebibytes: 8192 pixels square.
 constexpr int mostMebibytes = 256;
 
+/// More pixels than one byte of a PNG or JPEG file can stand for: 1032 by compression, each byte eight pixels.
+constexpr qint64 mostPixelsOfAByte = 10000;
+
+/// A header may claim far more pixels than follow it; decoding such a file fills memory with nothing.
+bool claimsTooMuch(const QImageReader& reader, qint64 bytes)
+{
+    const QByteArray format = reader.format();
+    if (format != "png" && format != "jpeg") return false;
+    const QSize size = reader.size();
+    return qint64(size.width()) * size.height() > bytes * mostPixelsOfAByte;
+}
+
 bool isDrawing(const QByteArray& format)
 {
     return format.startsWith("svg");
@@ -57,6 +69,7 @@ std::shared_ptr<const Image> Image::fromData(const QByteArray& bytes)
     buffer.setData(bytes);
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
+    if (claimsTooMuch(reader, bytes.size())) return nullptr;
     std::vector<ImageRepresentation> forms = readForms(reader);
     if (forms.empty()) return nullptr;
     return std::shared_ptr<const Image>(new Image(std::move(forms)));

@@ -58,6 +58,15 @@ TEST(Image, HeaderWithAHugeSizeGivesNoObject)
     EXPECT_EQ(Image::fromData(bytes), nullptr);
 }
 
+TEST(Image, HeaderThatClaimsMoreThanTheBytesHoldGivesNoObject)
+{
+    QByteArray bytes = encoded(painted(QImage::Format_RGB32), "jpeg");
+    const auto frame = bytes.indexOf(QByteArray::fromHex("ffc0"));
+    bytes.replace(frame + 5, 4, QByteArray::fromHex("1f001f00")); // 7936 pixels square, within the limit of memory
+    EXPECT_EQ(Image::fromData(bytes), nullptr);
+    EXPECT_TRUE(Image::fromData(encoded(QImage(4000, 4000, QImage::Format_Mono), "png")));
+}
+
 TEST(Image, IconWithSeveralSizesHasSeveralFormsAndTheLastCounts)
 {
     // Two entries that point at two PNG files of different sizes.
