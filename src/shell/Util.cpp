@@ -1,0 +1,40 @@
+#include "shell/Util.h"
+
+#include "platform/desktop/UserDefaults.h"
+#include "platform/files/Files.h"
+#include "shell/TemporaryFileSteps.h"
+
+#include <QFile>
+
+namespace zolt {
+
+namespace {
+
+/// The longest path that is made, without the zero at its end. A longer one is cut, and then no file can be made of it.
+constexpr qsizetype longestPath = 1023;
+
+} // namespace
+
+void Util::deleteFile(const QString& path)
+{
+    if (UserDefaults::standard().integerForKey(QStringLiteral("trashOrDelete")) != 0) {
+        moveToTrash(path);
+    } else {
+        removeItem(path);
+    }
+}
+
+QString Util::generateTempFileName2Extension(const OptionalText& directory, const OptionalText& extension)
+{
+    return temporaryFileTemplate(directory, extension);
+}
+
+QString Util::generateTempFileNameExtension(const OptionalText& directory, const OptionalText& extension)
+{
+    QByteArray path = QFile::encodeName(temporaryFileTemplate(directory, extension)).left(longestPath);
+    const qsizetype suffixLength = QFile::encodeName(*extension).size() + 1; // the dot is part of it
+    closeTemporaryFile(createTemporaryFile(path, int(suffixLength)));
+    return QString::fromUtf8(path);
+}
+
+} // namespace zolt
