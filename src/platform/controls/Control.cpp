@@ -7,6 +7,7 @@ namespace zolt {
 void Control::performAction()
 {
     const auto self = weak_from_this().lock(); // the action may drop the control
+    if (const auto saver = saver_) saver();
     if (const auto action = action_) action();
 }
 

@@ -50,7 +50,9 @@ public:
 
     /// What happens when a person uses the control. Set before the control is shown; run on the main thread.
     void setAction(std::function<void()> action) { action_ = std::move(action); }
-    /// Runs the action, if there is one. Main thread.
+    /// What runs ahead of the action: a binding's save. Main thread.
+    void setSaver(std::function<void()> saver) { saver_ = std::move(saver); }
+    /// Runs the saver and then the action, as far as they are there. Main thread.
     void performAction();
 
     /// The one observer, or none. Main thread; it must be taken away before the observer goes.
@@ -89,6 +91,7 @@ private:
     std::atomic<ControlObserver*> observer_ = nullptr;
     QString toolTip_;
     std::function<void()> action_;
+    std::function<void()> saver_;
 };
 
 /// Who asked for an action: a control, or nobody.
