@@ -1,0 +1,104 @@
+#include "shntool/NamedOutput.h"
+
+#include "ToolRun.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace zolt::companion {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// In the wording of the real tool, whose place this program takes.
+int failed(const std::string& what)
+{
+    std::fprintf(stderr, "shntool [conv]: error: %s\n", what.c_str());
+    return 1;
+}
+
+/// A new folder that goes with all it holds.
+class OwnFolder
+{
+public:
+    explicit OwnFolder(const fs::path& parent) : path_((parent / ".zolt-shntool-XXXXXX").string())
+    {
+        made_ = ::mkdtemp(path_.data()) != nullptr;
+    }
+    ~OwnFolder()
+    {
+        std::error_code ignored;
+        if (made_) fs::remove_all(path_, ignored);
+    }
+    OwnFolder(const OwnFolder&) = delete;
+    OwnFolder& operator=(const OwnFolder&) = delete;
+
+    explicit operator bool() const { return made_; }
+    const std::string& path() const { return path_; }
+
+    /// The one file in the folder; empty if there is none or more than one.
+    fs::path onlyFile() const
+    {
+        std::error_code ignored;
+        fs::path found;
+        for (const auto& entry : fs::directory_iterator(path_, ignored)) {
+            if (!found.empty()) return {};
+            found = entry.path();
+        }
+        return found;
+    }
+
+private:
+    std::string path_;
+    bool made_ = false;
+};
+
+bool moveTo(const std::string& output, const fs::path& result, bool overwrites)
+{
+    if (overwrites) return ::rename(result.c_str(), output.c_str()) == 0;
+    return ::link(result.c_str(), output.c_str()) ==
+           0; // unlike a rename, never replaces; the folder's name for it goes
+}
+
+int putInPlace(const ConvCall& call, const OwnFolder& folder)
+{
+    const fs::path result = folder.onlyFile();
+    if (result.empty()) return failed("the conversion did not give one file for: [" + call.output + "]");
+    if (moveTo(call.output, result, call.overwrites)) return 0;
+    return failed("could not write: [" + call.output + "]: " + std::strerror(errno));
+}
+
+int convert(const std::string& tool, const std::string& programName, ConvCall& call, const OwnFolder& folder,
+            int& status)
+{
+    Arguments vector{programName};
+    call.arguments[call.folderIndex] = folder.path();
+    vector.insert(vector.end(), call.arguments.begin(), call.arguments.end());
+    status = runTool(tool, vector);
+    return status == 0 ? putInPlace(call, folder) : 0;
+}
+
+} // namespace
+
+int convertToNamedOutput(const std::string& tool, const std::string& programName, ConvCall call)
+{
+    if (!call.overwrites && fs::exists(fs::symlink_status(call.output))) {
+        return failed("output file exists and is not to be overwritten: [" + call.output + "]");
+    }
+    int status = -1, ownStatus = 0;
+    {
+        const fs::path parent = fs::path(call.output).parent_path();
+        const OwnFolder folder(parent.empty() ? "." : parent);
+        if (!folder) return failed("could not write beside: [" + call.output + "]: " + std::strerror(errno));
+        ownStatus = convert(tool, programName, call, folder, status);
+    }
+    return ownStatus != 0 ? ownStatus : statusToExitWith(status);
+}
+
+} // namespace zolt::companion
