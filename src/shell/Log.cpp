@@ -1,0 +1,7 @@
+#include "shell/Log.h"
+
+namespace zolt {
+
+Q_LOGGING_CATEGORY(shellLog, "zolt.shell")
+
+} // namespace zolt
