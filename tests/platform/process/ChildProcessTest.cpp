@@ -1,0 +1,208 @@
+#include "platform/process/ChildProcess.h"
+
+#include "platform/errors/Exceptions.h"
+#include "platform/text/Text.h"
+#include "platform/threads/MainQueue.h"
+#include "support/EventLoop.h"
+#include "support/FakeTool.h"
+
+#include <QFile>
+
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace zolt;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::shared_ptr<ChildProcess> fakeProcess(const QStringList& arguments)
+{
+    auto process = std::make_shared<ChildProcess>();
+    process->setLaunchPath(test::fakeTool());
+    process->setArguments(arguments);
+    process->setEnvironment({{u"PATH"_s, u"/usr/bin"_s}});
+    process->setStandardOutputAndError(std::make_shared<Pipe>());
+    return process;
+}
+
+QByteArray outputOf(const QStringList& arguments)
+{
+    const auto process = fakeProcess(arguments);
+    process->launch();
+    return process->standardOutput()->fileHandleForReading()->readDataToEndOfFile();
+}
+
+} // namespace
+
+TEST(ChildProcess, BothStreamsArriveInTheOrderWritten)
+{
+    EXPECT_EQ(outputOf({u"out"_s, u"one "_s, u"err"_s, u"two "_s, u"out"_s, u"three"_s}), "one two three");
+}
+
+TEST(ChildProcess, StatusIsTheExitStatusOnceItHasEnded)
+{
+    const auto process = fakeProcess({u"exit"_s, u"7"_s});
+    EXPECT_NE(process->terminationStatus(), 0);
+    process->launch();
+    process->waitUntilExit();
+    EXPECT_FALSE(process->isRunning());
+    EXPECT_EQ(process->terminationStatus(), 7);
+    EXPECT_EQ(process->terminationReason(), ChildProcess::TerminationReason::Exit);
+}
+
+TEST(ChildProcess, DeathBySignalGivesTheSignalAsStatus)
+{
+    const auto process = fakeProcess({u"kill"_s, u"9"_s});
+    process->launch();
+    process->waitUntilExit();
+    EXPECT_EQ(process->terminationStatus(), 9);
+    EXPECT_EQ(process->terminationReason(), ChildProcess::TerminationReason::UncaughtSignal);
+}
+
+TEST(ChildProcess, ToolThatCannotBeStartedIsNamed)
+{
+    const auto process = fakeProcess({});
+    process->setLaunchPath(u"/nowhere/flac"_s);
+    try {
+        process->launch();
+        FAIL() << "launched";
+    } catch (const PlatformException& fault) {
+        EXPECT_TRUE(fault.reason().contains(u"/nowhere/flac"_s)) << fault.what();
+    }
+    process->waitUntilExit(); // both return at once
+    process->terminate();
+    EXPECT_NE(process->terminationStatus(), 0);
+}
+
+TEST(ChildProcess, ChildHasStandardDescriptorsAloneAndNoInput)
+{
+    const int open = ::open("/dev/null", O_RDONLY); // inheritable, as a careless library would leave it
+    EXPECT_EQ(outputOf({u"descriptors"_s}), "0 1 2 ");
+    EXPECT_EQ(outputOf({u"stdin"_s}), "empty");
+    ::close(open);
+}
+
+TEST(ChildProcess, ChildHasDefaultSignalsWhateverThisProgramDoes)
+{
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+    sigset_t blocked, old;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &blocked, &old);
+    const QByteArray found = outputOf({u"signals"_s});
+    pthread_sigmask(SIG_SETMASK, &old, nullptr);
+    std::signal(SIGPIPE, before);
+    EXPECT_EQ(found, "open default");
+}
+
+TEST(ChildProcess, StartsInTheGivenDirectoryWithTheGivenEnvironment)
+{
+    const QTemporaryDir directory;
+    const auto process = fakeProcess({u"cwd"_s, u"out"_s, u" "_s, u"env"_s, u"ZOLT_MARK"_s});
+    process->setCurrentDirectoryPath(directory.path());
+    process->setEnvironment({{u"ZOLT_MARK"_s, u"wörd"_s}});
+    process->launch();
+    EXPECT_EQ(process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(),
+              (directory.path() + u" wörd"_s).toUtf8());
+}
+
+TEST(ChildProcess, SeveralThreadsWaitForOneChild)
+{
+    const QTemporaryDir directory;
+    const QString go = directory.filePath(u"go"_s);
+    const auto process = fakeProcess({u"wait-file"_s, go, u"exit"_s, u"3"_s});
+    process->launch();
+    std::vector<std::thread> waiters;
+    std::atomic<int> statuses = 0;
+    for (int i = 0; i < 4; ++i) {
+        waiters.emplace_back([&] {
+            process->waitUntilExit();
+            statuses += process->terminationStatus();
+        });
+    }
+    test::touch(go);
+    process->waitUntilExit();
+    for (auto& waiter : waiters) waiter.join();
+    EXPECT_EQ(statuses, 12);
+}
+
+TEST(ChildProcess, MainThreadsEventLoopGoesOnDuringTheWait)
+{
+    const QTemporaryDir directory;
+    const QString go = directory.filePath(u"go"_s);
+    const auto process = fakeProcess({u"wait-file"_s, go});
+    process->launch();
+    postToMain([&] { postToMain([&] { test::touch(go); }); });
+    process->waitUntilExit(); // would never return if what is posted did not run
+    EXPECT_EQ(process->terminationStatus(), 0);
+}
+
+TEST(ChildProcess, WaitsNestOnTheMainThread)
+{
+    const QTemporaryDir directory;
+    const QString go = directory.filePath(u"go"_s);
+    const auto process = fakeProcess({u"wait-file"_s, go});
+    process->launch();
+    bool inner = false;
+    postToMain([&] {
+        postToMain([&] { test::touch(go); });
+        process->waitUntilExit();
+        inner = true;
+    });
+    process->waitUntilExit();
+    EXPECT_TRUE(inner);
+}
+
+TEST(ChildProcess, TalkativeToolEndsWhenNobodyReadsAnyMore)
+{
+    const auto process = fakeProcess({u"flood"_s, u"3000000"_s, u"exit"_s, u"5"_s});
+    process->launch();
+    process->discardRemainingOutput();
+    std::thread([&] { process->waitUntilExit(); }).join();
+    EXPECT_EQ(process->terminationStatus(), 5);
+}
+
+TEST(ChildProcess, TerminateEndsARunningChild)
+{
+    const auto process = fakeProcess({u"wait-file"_s, u"/nowhere"_s});
+    process->launch();
+    EXPECT_TRUE(process->isRunning());
+    process->terminate();
+    process->waitUntilExit();
+    EXPECT_EQ(process->terminationStatus(), SIGTERM);
+}
+
+TEST(ChildProcess, AllRunningChildrenAreToldToEndWithTheirOwn)
+{
+    const QTemporaryDir directory;
+    const QString ready = directory.filePath(u"ready"_s);
+    const auto process = fakeProcess({u"child"_s, u"touch"_s, ready, u"wait-file"_s, u"/nowhere"_s});
+    const auto other = fakeProcess({u"wait-file"_s, u"/nowhere"_s});
+    process->launch();
+    other->launch();
+    ASSERT_TRUE(test::runUntil([&] { return QFile::exists(ready); }));
+    ChildProcess::terminateAll();
+    other->waitUntilExit();
+    EXPECT_EQ(other->terminationStatus(), SIGTERM);
+    // The grandchild holds the pipe open; its end is the end of file.
+    EXPECT_EQ(process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(), "");
+}
+
+TEST(ChildProcess, ChildThatNobodyWaitedForLeavesNoZombie)
+{
+    {
+        const auto process = fakeProcess({u"exit"_s, u"0"_s});
+        process->launch();
+    }
+    const auto collected = [] {
+        const auto next = fakeProcess({u"exit"_s, u"0"_s}); // a launch collects what has ended
+        next->launch();
+        next->waitUntilExit();
+        return ::waitpid(-1, nullptr, WNOHANG) == -1;
+    };
+    EXPECT_TRUE(test::runUntil(collected));
+}

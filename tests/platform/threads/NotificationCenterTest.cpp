@@ -1,0 +1,33 @@
+#include "platform/threads/NotificationCenter.h"
+
+using namespace zolt;
+using namespace Qt::StringLiterals;
+
+TEST(NotificationCenter, ObserverHearsItsSenderOrAny)
+{
+    NotificationCenter centre;
+    const int sender = 0, other = 0, observer = 0;
+    int own = 0, any = 0;
+    centre.addObserver(&observer, u"n"_s, &sender, [&](const Notification&) { ++own; });
+    centre.addObserver(&observer, u"n"_s, nullptr, [&](const Notification& note) { any += std::any_cast<int>(note.object); });
+    centre.post({u"n"_s, &sender, 5});
+    centre.post({u"n"_s, &other, 7});
+    centre.post({u"m"_s, &sender, 100});
+    EXPECT_EQ(own, 1);
+    EXPECT_EQ(any, 12);
+}
+
+TEST(NotificationCenter, RemovedObserverHearsNothingMore)
+{
+    NotificationCenter centre;
+    const int sender = 0, observer = 0;
+    int heard = 0;
+    centre.addObserver(&observer, u"n"_s, &sender, [&](const Notification&) {
+        ++heard;
+        centre.removeObserver(&observer, u"n"_s, &sender); // from inside, as a task does at its end
+    });
+    centre.post({u"n"_s, &sender, {}});
+    centre.post({u"n"_s, &sender, {}});
+    EXPECT_EQ(heard, 1);
+    centre.removeObserver(&observer, u"n"_s, &sender);
+}
