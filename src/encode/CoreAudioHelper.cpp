@@ -1,8 +1,8 @@
 #include "encode/CoreAudioHelper.h"
 
 #include "encode/EncodeLog.h"
+#include "encode/StatusFailure.h"
 #include "platform/audio/AudioFileReader.h"
-#include "platform/errors/Exceptions.h"
 
 namespace zolt {
 
@@ -10,16 +10,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void require(AudioStatus status, const QString& what)
-{
-    if (status) throw PlatformException(u"Exception"_s, what + u' ' + audioStatusText(status));
-}
-
 std::unique_ptr<AudioFileReader> opened(const QString& path, AudioFormat& format)
 {
     std::unique_ptr<AudioFileReader> reader;
-    require(AudioFileReader::open(path, reader), u"ExtAudioFileOpenURL failed"_s);
-    require(reader->dataFormat(format), u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileDataFormat failed"_s);
+    requireStatus(AudioFileReader::open(path, reader), u"ExtAudioFileOpenURL failed"_s);
+    requireStatus(reader->dataFormat(format),
+                  u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileDataFormat failed"_s);
     return reader;
 }
 
@@ -28,8 +24,8 @@ std::shared_ptr<AudioFormatObject> formatInfo(const QString& path)
     AudioFormat format;
     const auto reader = opened(path, format);
     int64_t frames = 0;
-    require(reader->lengthInFrames(frames),
-            u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileLengthFrames failed"_s);
+    requireStatus(reader->lengthInFrames(frames),
+                  u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileLengthFrames failed"_s);
     auto info = std::make_shared<AudioFormatObject>();
     info->setTotalSamples(frames);
     info->setBitsPerChannel(static_cast<int32_t>(format.bitsPerChannel));

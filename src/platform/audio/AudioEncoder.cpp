@@ -1,5 +1,7 @@
 #include "platform/audio/AudioEncoder.h"
 
+#include "platform/audio/CodecLibraries.h"
+
 namespace zolt {
 
 namespace {
@@ -33,27 +35,38 @@ const AVCodec* encoderFor(uint32_t format)
     return format == formatId::Aac ? bestAacEncoder() : nullptr;
 }
 
+bool isLossless(const AudioFormat& format)
+{
+    return format.formatId == formatId::AppleLossless;
+}
+
+void describe(const AudioFormat& format, AVSampleFormat samples, AVCodecContext& encoder)
+{
+    const auto rate = static_cast<int>(format.sampleRate);
+    encoder.sample_fmt = samples;
+    encoder.sample_rate = rate;
+    encoder.time_base = {1, rate};
+    encoder.thread_count = 1; // files run side by side already
+    encoder.flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
+    if (isLossless(format)) encoder.bits_per_raw_sample = static_cast<int>(appleLosslessDepth(format.formatFlags));
+    av_channel_layout_from_mask(&encoder.ch_layout, speakers[format.channelsPerFrame - 1]);
+}
+
 } // namespace
 
 AudioStatus AudioEncoder::open(const AudioFormat& format, const EncoderSettings& settings)
 {
+    prepareCodecLibraries();
     const AVCodec* codec = encoderFor(format.formatId);
     const uint32_t channels = format.channelsPerFrame;
     const auto rate = static_cast<int>(format.sampleRate);
     if (!codec || !hasRate(*codec, rate) || channels < 1 || channels > std::size(speakers))
         return audioStatus::UnsupportedFormat;
-    const bool lossless = format.formatId == formatId::AppleLossless;
-    const auto samples = lossless ? losslessSamples(format) : codec->sample_fmts[0];
+    const auto samples = isLossless(format) ? losslessSamples(format) : codec->sample_fmts[0];
     if (samples == AV_SAMPLE_FMT_NONE) return audioStatus::UnsupportedFormat;
 
     encoder_ = ownedHandle(avcodec_alloc_context3(codec));
-    encoder_->sample_fmt = samples;
-    encoder_->sample_rate = rate;
-    encoder_->time_base = {1, rate};
-    encoder_->thread_count = 1; // files run side by side already
-    encoder_->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-    if (lossless) encoder_->bits_per_raw_sample = static_cast<int>(appleLosslessDepth(format.formatFlags));
-    av_channel_layout_from_mask(&encoder_->ch_layout, speakers[channels - 1]);
+    describe(format, samples, *encoder_);
     applySettings(settings, *encoder_);
     if (avcodec_open2(encoder_.get(), codec, nullptr) < 0) return audioStatus::UnsupportedFormat;
     fifo_ = ownedHandle(av_audio_fifo_alloc(samples, static_cast<int>(channels), encoder_->frame_size));

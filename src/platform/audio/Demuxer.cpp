@@ -1,29 +1,14 @@
 #include "platform/audio/Demuxer.h"
 
+#include "platform/audio/CodecLibraries.h"
+
 #include <QFile>
 
 namespace zolt {
 
-namespace {
-
-/// The largest piece of memory that the codec libraries may ask for at once. An index of this size is that of an
-/// audio file of weeks; what asks for more is a damaged header.
-constexpr size_t largestAllocation = size_t(64) << 20;
-
-void prepareLibraries()
-{
-    static std::once_flag done;
-    std::call_once(done, [] {
-        av_max_alloc(largestAllocation);
-        av_log_set_level(AV_LOG_QUIET); // faults come back as statuses; the libraries would print them
-    });
-}
-
-} // namespace
-
 AudioStatus Demuxer::open(const QString& path, Container container)
 {
-    prepareLibraries();
+    prepareCodecLibraries();
     const auto* format = av_find_input_format(demuxerName(container));
     if (!format) return audioStatus::UnsupportedFileType;
     AVDictionary* options = nullptr;

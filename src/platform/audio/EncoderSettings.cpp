@@ -4,6 +4,9 @@ extern "C" {
 #include <libavutil/opt.h>
 }
 
+#include <cmath>
+#include <string_view>
+
 namespace zolt {
 
 namespace {
@@ -23,13 +26,15 @@ void setQualityStep(uint32_t quality, AVCodecContext& encoder)
     av_opt_set_int(encoder.priv_data, "vbr", 1 + (quality - 1) * 5 / highestQuality, 0);
 }
 
+/// A factor of precision. The bit rate grows by about the same amount each time that it doubles, so that even steps
+/// of quality are even factors of it.
 void setQualityScale(uint32_t quality, AVCodecContext& encoder)
 {
-    constexpr double lowest = 0.1;
-    constexpr double highest = 2.0;
-    const double scale = lowest + (highest - lowest) * (quality - 1) / (highestQuality - 1);
+    constexpr double lowest = 0.1;  // about 40 kbit/s for dense stereo
+    constexpr double highest = 2.0; // nothing is gained beyond
+    const double position = double(quality - 1) / (highestQuality - 1);
     encoder.flags |= AV_CODEC_FLAG_QSCALE;
-    encoder.global_quality = static_cast<int>(FF_QP2LAMBDA * scale + 0.5);
+    encoder.global_quality = static_cast<int>(FF_QP2LAMBDA * lowest * std::pow(highest / lowest, position) + 0.5);
 }
 
 /// The encoders in order of preference.
@@ -84,7 +89,6 @@ const AVCodec* bestAacEncoder()
 void applySettings(const EncoderSettings& settings, AVCodecContext& encoder)
 {
     if (settings.bitRate) encoder.bit_rate = settings.bitRate;
-    if (settings.mode == bitRateMode::Constant) encoder.bit_rate_tolerance = 0; // holds each packet to the rate
     const auto* row = rowOf(*encoder.codec);
     if (row && settings.mode == bitRateMode::Variable && settings.quality) row->setQuality(settings.quality, encoder);
 }

@@ -14,11 +14,12 @@ struct EncoderSettings
     uint32_t mode = 0;    ///< one of bitRateMode
 };
 
-/// How a bit rate is held.
+/// How a bit rate is held. The encoders at hand know two ways: towards a rate, which serves the first three, and by
+/// quality.
 namespace bitRateMode {
-constexpr uint32_t Constant = 0;            ///< no packet above the rate
+constexpr uint32_t Constant = 0;            ///< the same rate all along
 constexpr uint32_t Average = 1;             ///< the rate over the whole
-constexpr uint32_t ConstrainedVariable = 2; ///< the rate over the whole, more where the music wants it
+constexpr uint32_t ConstrainedVariable = 2; ///< the rate over the whole, more for what needs it
 constexpr uint32_t Variable = 3;            ///< by quality, whatever it takes
 } // namespace bitRateMode
 
