@@ -1,0 +1,73 @@
+#include "EngineFixture.h"
+#include "support/LogCapture.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+using QueueCancel = EngineTest;
+
+TEST_F(QueueCancel, WaitingTaskEndsDoneThoughItNeverRan)
+{
+    const auto tasks = addTasks(4);
+    tasks[3]->cancelTask(nullptr);
+    EXPECT_TRUE(tasks[3]->isDone() && tasks[3]->cancelled());
+    EXPECT_EQ(tasks[3]->starts, 0);
+    EXPECT_EQ(tasks[3]->textField()->stringValue(), u"Canceled"_s);
+}
+
+TEST_F(QueueCancel, CancelledWaitingTaskFreesASlotThatWasNeverTaken)
+{
+    const auto tasks = addTasks(4);
+    tasks[3]->cancelTask(nullptr);
+    EXPECT_TRUE(tasks[2]->isActive()); // three run now, with a limit of two
+    EXPECT_EQ(queue_.activeTask(), 2);
+}
+
+TEST_F(QueueCancel, WalkGoesFromTheLastAndTasksStartAndAreCancelledOnTheWay)
+{
+    setLimit(1);
+    const auto tasks = addTasks(4);
+    queue_.cancelAllTasks(nullptr);
+    // The cancel of the last let the oldest waiting one start, which was cancelled in its turn.
+    EXPECT_EQ(tasks[1]->starts, 1);
+    EXPECT_EQ(tasks[2]->starts, 0);
+    EXPECT_EQ(tasks[3]->starts, 0);
+    for (const auto& task : tasks) EXPECT_EQ(task->cancels, 1);
+    EXPECT_EQ(queue_.taskCount(), 0);
+    EXPECT_EQ(queue_.activeTask(), 0);
+    EXPECT_TRUE(queue_.panelArray().empty());
+}
+
+TEST_F(QueueCancel, CountCanReachZeroWhileATaskRunsAndHealsWhenTheQueueRunsEmpty)
+{
+    setLimit(1);
+    const auto tasks = addTasks(2);
+    tasks[1]->cancelTask(nullptr); // counted out though it was never counted in
+    EXPECT_EQ(queue_.activeTask(), 0);
+    EXPECT_TRUE(tasks[0]->isActive());
+    EXPECT_TRUE(queue_.panelArray().empty()) << "the running task's row is swept";
+    EXPECT_FALSE(queue_.panel()->isVisible());
+    const int requests = desktop_.requests;
+    tasks[0]->finish();
+    EXPECT_EQ(queue_.activeTask(), 0) << "-1 at the last report, then healed";
+    EXPECT_EQ(desktop_.requests, requests) << "no sweep at -1";
+}
+
+TEST_F(QueueCancel, CancelledRowsAreSweptLikeCompleteOnes)
+{
+    const auto tasks = addTasks(2);
+    tasks[0]->cancelTask(nullptr);
+    tasks[1]->finish();
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_EQ(desktop_.requests, 1);
+}
+
+TEST_F(QueueCancel, KillReloadsTheTableAfterTheWalk)
+{
+    addTasks(3);
+    const unsigned before = queue_.tableView()->reloads();
+    queue_.killAllTasks();
+    EXPECT_GT(queue_.tableView()->reloads(), before);
+    EXPECT_EQ(queue_.taskCount(), 0);
+}

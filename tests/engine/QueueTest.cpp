@@ -1,0 +1,277 @@
+#include "EngineFixture.h"
+#include "engine/OutputWindowController.h"
+#include "platform/desktop/UserDefaults.h"
+#include "platform/errors/Exceptions.h"
+#include "shell/Constants.h"
+#include "support/EventLoop.h"
+#include "support/LogCapture.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+using TaskQueue = EngineTest;
+
+TEST_F(TaskQueue, TwoOfFiveStartAndEachEndStartsTheOldestWaiting)
+{
+    const auto tasks = addTasks(5);
+    EXPECT_EQ(queue_.activeTask(), 2);
+    EXPECT_TRUE(tasks[0]->isActive() && tasks[1]->isActive());
+    EXPECT_FALSE(tasks[2]->isActive());
+    tasks[1]->finish();
+    EXPECT_TRUE(tasks[2]->isActive());
+    EXPECT_FALSE(tasks[3]->isActive());
+    tasks[0]->finish();
+    EXPECT_TRUE(tasks[3]->isActive());
+    EXPECT_EQ(queue_.activeTask(), 2);
+    for (const int i : {2, 3, 4}) tasks[std::size_t(i)]->finish();
+    for (const auto& task : tasks) EXPECT_EQ(task->starts, 1);
+}
+
+TEST_F(TaskQueue, HigherLimitTakesEffectAtTheNextEnd)
+{
+    const auto tasks = addTasks(5);
+    setLimit(4);
+    EXPECT_EQ(queue_.activeTask(), 2);
+    tasks[0]->finish();
+    EXPECT_EQ(queue_.activeTask(), 4);
+    EXPECT_TRUE(tasks[4]->isActive());
+}
+
+TEST_F(TaskQueue, LowerLimitStopsNothing)
+{
+    const auto tasks = addTasks(4);
+    setLimit(1);
+    EXPECT_EQ(queue_.activeTask(), 2);
+    tasks[0]->finish();
+    EXPECT_FALSE(tasks[2]->isActive());
+    tasks[1]->finish();
+    EXPECT_TRUE(tasks[2]->isActive());
+    EXPECT_FALSE(tasks[3]->isActive());
+}
+
+TEST_F(TaskQueue, LimitFollowsTheNotificationFromAnySender)
+{
+    const auto queue = ZOLTTaskQueue::initWithController(nullptr);
+    NotificationCenter::standard().post({Constants::ZOLTMaxThreadsChangedNotification, this, 7});
+    EXPECT_EQ(queue->maxThreads(), 7);
+    EXPECT_EQ(queue_.maxThreads(), 2);
+}
+
+TEST_F(TaskQueue, AllCompleteClosesThePanelClearsTheBadgeAndAsksForAttentionOnce)
+{
+    const auto tasks = addTasks(3);
+    EXPECT_TRUE(queue_.panel()->isVisible());
+    EXPECT_EQ(desktop_.badge(), u"3"_s);
+    for (const auto& task : tasks) task->finish();
+    EXPECT_FALSE(queue_.panel()->isVisible());
+    EXPECT_EQ(desktop_.badge(), std::nullopt);
+    EXPECT_EQ(desktop_.requests, 1);
+    EXPECT_EQ(desktop_.lastLevel, 10);
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_EQ(queue_.activeTask(), 0);
+    EXPECT_EQ(queue_.lowestActivePosition(), 0);
+}
+
+TEST_F(TaskQueue, CompleteRowsStayUntilNoTaskIsActive)
+{
+    const auto tasks = addTasks(3);
+    tasks[0]->finish();
+    EXPECT_EQ(queue_.panelArray().size(), 3U);
+    EXPECT_EQ(queue_.taskCount(), 2);
+}
+
+TEST_F(TaskQueue, FailedRowStaysAndKeepsThePanelOpen)
+{
+    const LogCapture log;
+    const auto tasks = addTasks(3);
+    tasks[0]->finish();
+    tasks[1]->finish(true);
+    tasks[2]->finish();
+    EXPECT_EQ(queue_.panelArray(), ZOLTTaskQueue::Tasks{tasks[1]});
+    EXPECT_TRUE(queue_.panel()->isVisible());
+    EXPECT_EQ(desktop_.badge(), std::nullopt);
+    EXPECT_EQ(desktop_.requests, 0);
+    queue_.removeAllErrors(nullptr);
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_FALSE(queue_.panel()->isVisible());
+}
+
+TEST_F(TaskQueue, RemovingErrorsKeepsOtherRowsAndAPanelWithOpenTasks)
+{
+    const LogCapture log;
+    const auto tasks = addTasks(3);
+    tasks[0]->finish(true);
+    queue_.removeAllErrors(nullptr);
+    EXPECT_EQ(queue_.panelArray(), (ZOLTTaskQueue::Tasks{tasks[1], tasks[2]}));
+    EXPECT_TRUE(queue_.panel()->isVisible());
+    EXPECT_EQ(desktop_.badge(), u"2"_s);
+}
+
+TEST_F(TaskQueue, NewTaskStandsBelowFailedRowsOfEarlierRuns)
+{
+    const LogCapture log;
+    const auto failed = addTasks(1);
+    failed[0]->finish(true);
+    const auto next = addTasks(1);
+    EXPECT_EQ(queue_.panelArray(), (ZOLTTaskQueue::Tasks{failed[0], next[0]}));
+    EXPECT_TRUE(next[0]->isActive());
+}
+
+TEST_F(TaskQueue, DoubleReportIsLoggedOnceAndLosesOneFromActiveTask)
+{
+    const auto tasks = addTasks(3);
+    tasks[0]->finish();
+    EXPECT_EQ(queue_.activeTask(), 2);
+    const LogCapture log;
+    tasks[0]->reportAgain();
+    EXPECT_EQ(log.count(u"Exception in queue taskCompleted: "_s), 1);
+    EXPECT_EQ(queue_.activeTask(), 1);
+    EXPECT_FALSE(queue_.lock().isHeld());
+    tasks[1]->finish();
+    tasks[2]->finish();
+    EXPECT_EQ(queue_.activeTask(), 0);
+}
+
+TEST_F(TaskQueue, RowToShowIsTheHighestStartedAndMayPointPastTheEnd)
+{
+    const auto tasks = addTasks(4);
+    EXPECT_EQ(queue_.lowestActivePosition(), 1);
+    tasks[0]->finish();
+    EXPECT_EQ(queue_.lowestActivePosition(), 2);
+    EXPECT_EQ(queue_.tableView()->rowToShow(), 2);
+    tasks[1]->finish();
+    tasks[2]->finish();
+    tasks[3]->finish();
+    EXPECT_EQ(queue_.tableView()->rowToShow(), 3);
+    EXPECT_EQ(queue_.numberOfRowsInTableView(), 0);
+    StatusQueueCell cell;
+    queue_.tableViewWillDisplayCellForTableColumnRow(cell, 3); // harmless
+}
+
+TEST_F(TaskQueue, PanelComesToTheFrontForEachTaskAddedOrStarted)
+{
+    const auto tasks = addTasks(3);
+    EXPECT_EQ(queue_.panel()->ordersToFront(), 3U);
+    tasks[0]->finish();
+    EXPECT_EQ(queue_.panel()->ordersToFront(), 4U);
+}
+
+TEST_F(TaskQueue, SetWithSharedResultsOpensOneWindowTitledByTheLastToEnd)
+{
+    const auto first = TestTask::make(&queue_, u"first"_s), second = TestTask::make(&queue_, u"second"_s);
+    const auto set = std::make_shared<ZOLTTaskResults>();
+    for (const auto& task : {first, second}) {
+        task->setResults(set);
+        set->addTaskInSet(task);
+        queue_.addTask(task);
+    }
+    set->appendResultsForTask(u"a"_s, first.get());
+    set->appendResultsForTask(u"b"_s, second.get());
+    second->finish();
+    EXPECT_TRUE(queue_.outputWindows().empty());
+    first->finish();
+    ASSERT_EQ(queue_.outputWindows().size(), 1U);
+    EXPECT_EQ(queue_.outputWindows()[0]->window()->title(), u"first"_s);
+    EXPECT_EQ(queue_.outputWindows()[0]->textField()->string(), u"a\nb\n"_s);
+}
+
+TEST_F(TaskQueue, TaskThatDroppedItsResultsOpensNoWindow)
+{
+    const auto tasks = addTasks(1);
+    tasks[0]->stopTask(nullptr);
+    tasks[0]->setResults(nullptr);
+    tasks[0]->reportAgain();
+    EXPECT_TRUE(queue_.outputWindows().empty());
+}
+
+namespace {
+
+/// A task whose tool cannot be launched.
+class UnlaunchableTask : public TestTask
+{
+public:
+    static std::shared_ptr<UnlaunchableTask> make(ZOLTTaskQueue* queue)
+    {
+        std::shared_ptr<UnlaunchableTask> task(new UnlaunchableTask);
+        task->setUpWithQueue(queue);
+        return task;
+    }
+    void startTask() override
+    {
+        TestTask::startTask();
+        throw PlatformException(u"InvalidArgumentException"_s, u"cannot start it"_s);
+    }
+};
+
+} // namespace
+
+TEST_F(TaskQueue, StartThatFailsInAddTaskGoesToTheCallerAndLeavesTheLockHeld)
+{
+    EXPECT_THROW(queue_.addTask(UnlaunchableTask::make(&queue_)), PlatformException);
+    EXPECT_TRUE(queue_.lock().isHeld());
+    EXPECT_EQ(queue_.activeTask(), 0);
+}
+
+TEST_F(TaskQueue, StartThatFailsInAReportIsLoggedAndTheRowStillEnds)
+{
+    setLimit(1);
+    const auto running = addTasks(1);
+    const auto broken = UnlaunchableTask::make(&queue_);
+    queue_.addTask(broken);
+    const auto last = addTasks(1);
+    const LogCapture log;
+    running[0]->finish();
+    EXPECT_EQ(log.count(u"Exception in queue taskCompleted: cannot start it"_s), 1);
+    EXPECT_FALSE(queue_.lock().isHeld());
+    runPosted();
+    EXPECT_TRUE(broken->isDone() && broken->error());
+    EXPECT_TRUE(last[0]->isActive());
+    last[0]->finish();
+    EXPECT_EQ(queue_.activeTask(), 0);
+}
+
+namespace {
+
+class StrangeTask : public TestTask
+{
+public:
+    static std::shared_ptr<StrangeTask> make(ZOLTTaskQueue* queue)
+    {
+        std::shared_ptr<StrangeTask> task(new StrangeTask);
+        task->setUpWithQueue(queue);
+        return task;
+    }
+    void startTask() override { throw std::logic_error("not ours"); }
+};
+
+} // namespace
+
+TEST_F(TaskQueue, OtherExceptionsPassThroughTheClosingStep)
+{
+    setLimit(1);
+    const auto running = addTasks(1);
+    const auto strange = StrangeTask::make(&queue_);
+    queue_.addTask(strange);
+    EXPECT_THROW(running[0]->finish(), std::logic_error);
+    EXPECT_EQ(queue_.taskCount(), 1);
+}
+
+TEST_F(TaskQueue, LimitAtTheStartIsTheSetting)
+{
+    const QTemporaryDir directory;
+    UserDefaults::standard().reopen(directory.filePath(u"settings.ini"_s));
+    UserDefaults::standard().set(u"maxThreads"_s, 5);
+    const ZOLTTaskQueue queue;
+    UserDefaults::standard().remove(u"maxThreads"_s);
+    EXPECT_EQ(queue.maxThreads(), 5);
+}
+
+TEST_F(TaskQueue, TenThousandTasksEachReportOnce)
+{
+    const auto tasks = addTasks(10000);
+    for (const auto& task : tasks) task->finish();
+    EXPECT_EQ(queue_.taskCount(), 0);
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_TRUE(std::all_of(tasks.begin(), tasks.end(), [](const auto& task) { return task->starts == 1; }));
+}

@@ -1,0 +1,131 @@
+#include "EngineFixture.h"
+#include "engine/OutputWindowController.h"
+#include "engine/ZOLTThreadTask.h"
+#include "platform/errors/Exceptions.h"
+#include "platform/threads/DetachedThreads.h"
+#include "platform/threads/MainQueue.h"
+#include "support/EventLoop.h"
+#include "support/FakeTool.h"
+#include "support/LogCapture.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class BlockingTask : public ZOLTThreadTask
+{
+public:
+    static std::shared_ptr<BlockingTask> make(ZOLTTaskQueue* queue, const QStringList& arguments)
+    {
+        std::shared_ptr<BlockingTask> task(new BlockingTask);
+        task->setUpThreadTask(queue);
+        task->arguments_ = arguments;
+        task->showTitle(u"blocking"_s);
+        return task;
+    }
+    QString heard() const { return get(heard_); }
+    std::atomic<bool> onMain = false;
+    QString toolPath = fakeTool();
+
+protected:
+    void doStartTask() override
+    {
+        onMain = isMainThread();
+        beginRow();
+        runTool(toolPath, arguments_);
+        stopTask(nullptr);
+    }
+    void processTaskOutput(const OptionalText& output) override
+    {
+        put(heard_, heard() + textOrEmpty(output));
+        appendResults(output);
+    }
+
+private:
+    QStringList arguments_;
+    QString heard_;
+};
+
+class ThreadTask : public EngineTest
+{
+protected:
+    void finish()
+    {
+        EXPECT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
+        waitForDetachedThreads();
+        runPosted();
+    }
+    QTemporaryDir directory_;
+};
+
+} // namespace
+
+TEST_F(ThreadTask, RunsItsToolOnAThreadOfItsOwnAndOpensNoWindowForAGoodEnd)
+{
+    const auto task = BlockingTask::make(&queue_, {u"out"_s, u"text"_s});
+    queue_.addTask(task);
+    EXPECT_TRUE(task->isActive()) << "must not look like a waiting task before its thread runs";
+    finish();
+    EXPECT_FALSE(task->onMain);
+    EXPECT_EQ(task->heard(), u"text"_s);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    EXPECT_TRUE(queue_.outputWindows().empty());
+}
+
+TEST_F(ThreadTask, FailureKeepsTheTextForAWindow)
+{
+    const LogCapture log;
+    const auto task = BlockingTask::make(&queue_, {u"out"_s, u"why"_s, u"exit"_s, u"3"_s});
+    queue_.addTask(task);
+    finish();
+    EXPECT_TRUE(task->error());
+    ASSERT_EQ(queue_.outputWindows().size(), 1U);
+    EXPECT_EQ(queue_.outputWindows()[0]->textField()->string(), u"why\n"_s);
+}
+
+TEST_F(ThreadTask, CancelIsSeenAtTheNextPieceWhichIsDroppedAndTheToolRunsToItsEnd)
+{
+    const LogCapture log;
+    const QString go = directory_.filePath(u"go"_s), ended = directory_.filePath(u"ended"_s);
+    const auto task = BlockingTask::make(&queue_, {u"out"_s, u"first"_s, u"wait-file"_s, go, u"flood"_s, u"500000"_s, u"touch"_s, ended});
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->heard() == u"first"_s; }));
+    QMetaObject::invokeMethod(qApp, [&] { touch(go); }, Qt::QueuedConnection);
+    task->cancelTask(nullptr);
+    finish();
+    EXPECT_TRUE(QFile::exists(ended)) << "the tool was neither cut short nor left blocked on its pipe";
+    EXPECT_EQ(task->heard(), u"first"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_FALSE(task->error());
+    EXPECT_EQ(log.count(u"Exception in queue taskCompleted"_s), 1) << "reports from both threads";
+    EXPECT_EQ(task->results(), nullptr);
+}
+
+TEST_F(ThreadTask, CancelledWhileWaitingReportsWithoutRunning)
+{
+    setLimit(0);
+    const QString mark = directory_.filePath(u"ran"_s);
+    const auto task = BlockingTask::make(&queue_, {u"touch"_s, mark});
+    queue_.addTask(task);
+    queue_.cancelAllTasks(nullptr);
+    EXPECT_EQ(queue_.taskCount(), 0);
+    EXPECT_FALSE(QFile::exists(mark));
+}
+
+TEST_F(ThreadTask, ToolThatCannotBeStartedEndsTheRowWithTheReason)
+{
+    const LogCapture log;
+    const auto task = BlockingTask::make(&queue_, {});
+    task->toolPath = u"/nowhere/tool"_s;
+    queue_.addTask(task);
+    finish();
+    EXPECT_TRUE(task->error());
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Error"_s);
+    ASSERT_EQ(queue_.outputWindows().size(), 1U);
+    EXPECT_TRUE(queue_.outputWindows()[0]->textField()->string().contains(u"/nowhere/tool"_s));
+}
