@@ -2,6 +2,7 @@
 
 #include "engine/Log.h"
 #include "engine/OutputWindowController.h"
+#include "engine/TaskListener.h"
 #include "engine/ZOLTTask.h"
 #include "platform/desktop/Desktop.h"
 #include "platform/desktop/Interfaces.h"
@@ -76,6 +77,7 @@ void ZOLTTaskQueue::addTask(const TaskPointer& task)
         taskArray_.push_back(task);
         panelArray_.push_back(task);
     }
+    if (TaskListener* const listener = listener_) listener->taskAdded(task);
     setTaskNumberInDock();
     tableView_->reloadData();
     if (activeTask_ < maxThreads_) {
@@ -113,6 +115,7 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     const auto results = task->results();
     removeOpenAt(index);
     task->leftQueue();
+    if (TaskListener* const listener = listener_) listener->taskEnded(task);
     setTaskNumberInDock();
     tableView_->reloadData();
     startWaitingTasks();

@@ -20,6 +20,7 @@
 namespace zolt {
 
 class OutputWindowController;
+class TaskListener;
 class ZOLTController;
 class ZOLTTask;
 
@@ -72,6 +73,10 @@ public:
     /// Opens a new window with the text, titled "Output" where the title is absent.
     void showOutputWindowTitle(const QString& text, const OptionalText& title);
 
+    /// Who is told of tasks from here on; nullptr for nobody. Main thread, while no task is open.
+    /// @param listener  outlives the queue, or is taken away before it goes
+    void setListener(TaskListener* listener) { listener_ = listener; }
+
     // What the panel's view and tests look at.
     ZOLTController* zoltController() const { return zoltController_; }
     const std::shared_ptr<Table>& tableView() const { return tableView_; }
@@ -98,6 +103,7 @@ private:
     void resetIfEmpty();
 
     ZOLTController* zoltController_ = nullptr;
+    std::atomic<TaskListener*> listener_ = nullptr;
     std::shared_ptr<OutputWindowController> outputWindowController_;
     std::shared_ptr<Table> tableView_;
     std::deque<TaskPointer> taskArray_;
