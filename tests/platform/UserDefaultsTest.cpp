@@ -177,3 +177,18 @@ TEST_F(Defaults, ThreadsReadAndWriteAtOnce)
     for (int number = 0; number < 4; ++number)
         EXPECT_EQ(read.integerForKey(u"key%1"_s.arg(number)), 20);
 }
+
+TEST_F(Defaults, AFileOfGarbageCountsAsEmptyAndIsSavedTo)
+{
+    const QString path = directory_.filePath(u"garbage.ini"_s);
+    {
+        QFile garbage(path);
+        ASSERT_TRUE(garbage.open(QFile::WriteOnly));
+        garbage.write(QByteArray("\x00\xff[[[\n=\nno value\n]=%%\n\x80", 22));
+    }
+    UserDefaults defaults(path);
+    defaults.registerDefaults({{u"level"_s, 5}});
+    EXPECT_EQ(defaults.integerForKey(u"level"_s), 5);
+    defaults.set(u"level"_s, 6);
+    EXPECT_EQ(UserDefaults(path).integerForKey(u"level"_s), 6);
+}

@@ -11,49 +11,46 @@ namespace zolt {
 
 namespace {
 
-/// Saves what `value` reads from the control. The control owns the function and so outlives it.
-template <class Bound, class Value>
-void saveChanges(Bound& control, const QString& key, UserDefaults& defaults, Value (Bound::*value)() const)
+/// @param read   how the settings give the value
+/// @param show   how the control takes it
+/// @param value  how the control gives it back. The control owns what calls it and so outlives that.
+template <class Bound, class Read, class Show, class Value>
+void bind(Bound& control, const QString& key, UserDefaults& defaults, Read read, Show show, Value value)
 {
-    control.setSaver([&control, key, &defaults, value] { defaults.set(key, (control.*value)()); });
+    std::invoke(show, control, std::invoke(read, defaults, key));
+    control.setSaver([&control, key, &defaults, value] { defaults.set(key, std::invoke(value, control)); });
 }
 
 } // namespace
 
 void bindToDefault(CheckBox& box, const QString& key, UserDefaults& defaults)
 {
-    box.setState(defaults.boolForKey(key));
-    saveChanges(box, key, defaults, &CheckBox::state);
+    bind(box, key, defaults, &UserDefaults::boolForKey, &CheckBox::setState, &CheckBox::state);
 }
 
 void bindToDefault(ComboBox& box, const QString& key, UserDefaults& defaults)
 {
-    box.setStringValue(defaults.stringForKey(key));
-    saveChanges(box, key, defaults, &ComboBox::stringValue);
+    bind(box, key, defaults, &UserDefaults::stringForKey, &ComboBox::setStringValue, &ComboBox::stringValue);
 }
 
 void bindToDefault(Matrix& matrix, const QString& key, UserDefaults& defaults)
 {
-    matrix.selectIndex(defaults.integerForKey(key));
-    saveChanges(matrix, key, defaults, &Matrix::selectedIndex);
+    bind(matrix, key, defaults, &UserDefaults::integerForKey, &Matrix::selectIndex, &Matrix::selectedIndex);
 }
 
 void bindToDefault(Slider& slider, const QString& key, UserDefaults& defaults)
 {
-    slider.setIntValue(defaults.integerForKey(key));
-    saveChanges(slider, key, defaults, &Slider::intValue);
+    bind(slider, key, defaults, &UserDefaults::integerForKey, &Slider::setIntValue, &Slider::intValue);
 }
 
 void bindToDefault(Stepper& stepper, const QString& key, UserDefaults& defaults)
 {
-    stepper.setIntValue(defaults.integerForKey(key));
-    saveChanges(stepper, key, defaults, &Stepper::intValue);
+    bind(stepper, key, defaults, &UserDefaults::integerForKey, &Stepper::setIntValue, &Stepper::intValue);
 }
 
 void bindToDefault(TextField& field, const QString& key, UserDefaults& defaults)
 {
-    field.setStringValue(defaults.stringForKey(key));
-    saveChanges(field, key, defaults, &TextField::stringValue);
+    bind(field, key, defaults, &UserDefaults::stringForKey, &TextField::setStringValue, &TextField::stringValue);
 }
 
 } // namespace zolt
