@@ -1,0 +1,36 @@
+// The sub-commands: one table, a row for each.
+#pragma once
+
+#include "app/batch/BatchOptions.h"
+
+#include <functional>
+
+namespace zolt {
+
+class BaseTab;
+class Program;
+
+namespace batch {
+
+/// How a sub-command drives its tab.
+struct BatchCommand
+{
+    CommandSyntax syntax;
+    /// Sets the tab's controls as the options say. @return the tab
+    std::function<BaseTab&(Program&, const BatchOptions&)> setUp;
+    /// Whether the tab makes a task for a file that is in its list.
+    std::function<bool(const QString& file)> handles;
+    /// The file that a task on `file` will write.
+    std::function<QString(const QString& file, const BatchOptions&)> output;
+};
+
+const std::vector<BatchCommand>& batchCommands();
+
+/// What the parser needs of the table.
+std::vector<CommandSyntax> batchSyntax();
+
+/// The row of that name, which must be one of the table's.
+const BatchCommand& batchCommand(const QString& name);
+
+} // namespace batch
+} // namespace zolt

@@ -1,0 +1,218 @@
+#include "app/batch/BatchRun.h"
+
+#include "app/batch/Console.h"
+#include "app/batch/InputFiles.h"
+#include "app/batch/LiveRows.h"
+#include "engine/OutputWindowController.h"
+#include "engine/ZOLTTask.h"
+#include "engine/ZOLTTaskQueue.h"
+#include "platform/desktop/ToolsDirectory.h"
+#include "platform/desktop/UserDefaults.h"
+#include "platform/errors/Exceptions.h"
+#include "platform/files/Files.h"
+#include "platform/process/ChildProcess.h"
+#include "platform/threads/DetachedThreads.h"
+#include "platform/threads/MainQueue.h"
+#include "shell/BaseTab.h"
+#include "shell/ZOLTController.h"
+
+#include <QEventLoop>
+
+#include <csignal>
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace zolt::batch {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int millisecondsBetweenStops = 50;
+
+BatchOptions withAbsolutePaths(BatchOptions options)
+{
+    options.files = absolutePaths(options.files);
+    if (options.has(u"out"_s)) options.options[u"out"_s] = absolutePaths({options.value(u"out"_s)}).first();
+    return options;
+}
+
+BatchPanels::Answers answersOf(const BatchOptions& options, int interruptDescriptor)
+{
+    return {.yes = options.has(u"yes"_s),
+            .terminal = ::isatty(STDIN_FILENO) == 1,
+            .folder = options.has(u"out"_s) ? OptionalText(options.value(u"out"_s)) : std::nullopt,
+            .interruptDescriptor = interruptDescriptor};
+}
+
+std::unique_ptr<RowPrinter> makeRows()
+{
+    if (::isatty(STDOUT_FILENO) == 1) return std::make_unique<LiveRows>();
+    return std::make_unique<LineRows>();
+}
+
+/// The settings of this run lie above the user's and are not saved.
+void overlaySettings(const BatchOptions& options)
+{
+    UserDefaults::standard().keepInMemory();
+    if (options.has(u"jobs"_s)) UserDefaults::standard().set(u"maxThreads"_s, options.value(u"jobs"_s).toInt());
+}
+
+} // namespace
+
+BatchRun::BatchRun(BatchOptions options)
+    : options_(withAbsolutePaths(std::move(options))), command_(batchCommand(options_.command)),
+      interrupts_([this](int signal) { interrupted(signal); }), panels_(answersOf(options_, interrupts_.descriptor())),
+      rows_(makeRows())
+{
+    QObject::connect(&stopTick_, &QTimer::timeout, &stopTick_, [] { ChildProcess::terminateAll(); });
+    overlaySettings(options_);
+    installPanels(&panels_);
+    program_ = std::make_unique<Program>();
+    queue().setListener(this);
+}
+
+BatchRun::~BatchRun()
+{
+    queue().setListener(nullptr);
+    program_.reset();
+    installPanels(nullptr);
+}
+
+ZOLTTaskQueue& BatchRun::queue()
+{
+    return *program_->controller().taskQueue();
+}
+
+int BatchRun::run()
+{
+    BaseTab& tab = command_.setUp(*program_, options_);
+    if (outputFolderIsThere() && enterFiles(tab) && toolsAreThere(tab)) {
+        press(tab);
+        waitForAll();
+    }
+    program_->finish();
+    rows_->finish();
+    printReports();
+    return status();
+}
+
+void BatchRun::refuse(const QString& text)
+{
+    anyFailed_ = true;
+    rows_->note(text);
+}
+
+bool BatchRun::outputFolderIsThere()
+{
+    if (!options_.has(u"out"_s) || isDirectory(options_.value(u"out"_s))) return true;
+    refuse(u"%1: there is no such folder to write to"_s.arg(onOneLine(options_.value(u"out"_s))));
+    return false;
+}
+
+bool BatchRun::enterFiles(BaseTab& tab)
+{
+    InputFiles inputs(tab, command_, options_);
+    for (const QString& leftOut : inputs.enter())
+        refuse(leftOut);
+    const QStringList collisions = inputs.collisions();
+    for (const QString& collision : collisions)
+        refuse(collision);
+    if (tab.fileNames().isEmpty()) rows_->note(u"nothing to %1"_s.arg(options_.command));
+    return collisions.isEmpty() && !tab.fileNames().isEmpty();
+}
+
+bool BatchRun::toolsAreThere(const BaseTab& tab)
+{
+    const auto missing = missingTools(tab.toolsNeeded());
+    for (const MissingTool& tool : missing)
+        refuse(missingToolMessage(tool));
+    return missing.isEmpty();
+}
+
+void BatchRun::press(BaseTab& tab)
+{
+    QCoreApplication::processEvents(); // a Ctrl-C that came during a long walk
+    if (signal_ != 0) return;
+    try {
+        tab.executeCommand(nullptr);
+    } catch (const PlatformException& fault) {
+        // The queue is locked for good behind a tool that could not be started: no report can come any more.
+        complain(fault.reason());
+        ChildProcess::terminateAll();
+        std::_Exit(exitStatus::failed);
+    }
+}
+
+void BatchRun::taskAdded(const std::shared_ptr<ZOLTTask>& task)
+{
+    ++open_;
+    ++queued_;
+    rows_->added(task);
+}
+
+void BatchRun::taskEnded(const std::shared_ptr<ZOLTTask>& task)
+{
+    postToMain([this, task, outcome = outcomeOf(*task)] {
+        rows_->ended(task, outcome);
+        count(outcome);
+    });
+}
+
+void BatchRun::count(Outcome outcome)
+{
+    --open_;
+    if (outcome != Outcome::Complete) anyFailed_ = true;
+}
+
+bool BatchRun::settled() const
+{
+    // In this order: a thread posts what it leaves behind before it stops counting, and what is posted may add tasks.
+    return detachedThreadCount() == 0 && MainQueue::instance().isEmpty() && open_ == 0;
+}
+
+void BatchRun::waitForAll()
+{
+    QEventLoop loop;
+    while (!settled())
+        loop.processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void BatchRun::interrupted(int signal)
+{
+    const bool first = signal_ == 0;
+    if (first) signal_ = signal;
+    if (!first || signal != SIGINT) return stopNow();
+    rows_->note(u"canceling; running tools go on to their end. Ctrl-C once more ends them."_s);
+    queue().cancelAllTasks(nullptr);
+}
+
+void BatchRun::stopNow()
+{
+    interrupts_.letGo();
+    // Marked first: a tool may report success for what it was ended in, and then nothing may be deleted.
+    for (const auto& task : queue().taskArray())
+        task->setCancelled(true);
+    stopTick_.start(millisecondsBetweenStops); // again and again: an end lets the queue start the next
+    ChildProcess::terminateAll();
+    queue().cancelAllTasks(nullptr);
+}
+
+void BatchRun::printReports() const
+{
+    for (const auto& window : program_->controller().taskQueue()->outputWindows()) {
+        const QString text = window->textField()->string();
+        print(stdout,
+              u'\n' + onOneLine(window->window()->title()) + u'\n' + text + (text.endsWith(u'\n') ? u""_s : u"\n"_s));
+    }
+}
+
+int BatchRun::status() const
+{
+    if (signal_ != 0) return exitStatus::signalBase + signal_;
+    if (queued_ == 0) return exitStatus::nothingToDo;
+    return anyFailed_ ? exitStatus::failed : exitStatus::allComplete;
+}
+
+} // namespace zolt::batch

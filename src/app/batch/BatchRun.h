@@ -1,0 +1,71 @@
+// One headless run: options in, tab set and pressed, rows and reports out.
+#pragma once
+
+#include "app/Program.h"
+#include "app/batch/BatchCommands.h"
+#include "app/batch/BatchPanels.h"
+#include "app/batch/Interrupts.h"
+#include "app/batch/RowPrinter.h"
+#include "engine/TaskListener.h"
+
+#include <QTimer>
+
+namespace zolt {
+
+class ZOLTTaskQueue;
+
+namespace batch {
+
+/// What a run ends with.
+namespace exitStatus {
+inline constexpr int allComplete = 0;
+inline constexpr int failed = 1;       ///< a task failed, or an input was left out
+inline constexpr int nothingToDo = 2;  ///< or wrong usage
+inline constexpr int signalBase = 128; ///< and the signal's number: 130 after Ctrl-C
+} // namespace exitStatus
+
+/// Main thread, made after the application object; run() once.
+class BatchRun : private TaskListener
+{
+public:
+    /// @param options  of a sub-command of the table
+    explicit BatchRun(BatchOptions options);
+    ~BatchRun() override;
+
+    /// Returns when every task has ended and nothing that they left behind waits or runs.
+    /// @return one of exitStatus
+    int run();
+
+private:
+    void taskAdded(const std::shared_ptr<ZOLTTask>& task) override;
+    void taskEnded(const std::shared_ptr<ZOLTTask>& task) override;
+
+    bool outputFolderIsThere();
+    bool enterFiles(BaseTab& tab);
+    bool toolsAreThere(const BaseTab& tab);
+    void press(BaseTab& tab);
+    void waitForAll();
+    bool settled() const;
+    void count(Outcome outcome);
+    void interrupted(int signal);
+    void stopNow();
+    void printReports() const;
+    int status() const;
+    ZOLTTaskQueue& queue();
+    void refuse(const QString& text);
+
+    const BatchOptions options_;
+    const BatchCommand& command_;
+    Interrupts interrupts_;
+    BatchPanels panels_;
+    std::unique_ptr<RowPrinter> rows_;
+    std::unique_ptr<Program> program_;
+    QTimer stopTick_;
+    qsizetype open_ = 0;
+    qsizetype queued_ = 0;
+    bool anyFailed_ = false;
+    int signal_ = 0; ///< the first that came
+};
+
+} // namespace batch
+} // namespace zolt

@@ -1,0 +1,107 @@
+#include "app/batch/InputFiles.h"
+
+#include "app/batch/Console.h"
+#include "platform/files/Files.h"
+#include "shell/BaseTab.h"
+
+#include <QDir>
+#include <QFile>
+#include <QHash>
+#include <QSet>
+
+#include <cerrno>
+#include <cstring>
+
+#include <unistd.h>
+
+namespace zolt::batch {
+
+using namespace Qt::StringLiterals;
+
+QStringList absolutePaths(const QStringList& given)
+{
+    QStringList paths;
+    for (const QString& path : given)
+        paths.append(QDir::current().absoluteFilePath(path));
+    return paths;
+}
+
+QString faultOf(const QString& path)
+{
+    if (::access(QFile::encodeName(path).constData(), R_OK) == 0) return {};
+    return onOneLine(path) + u": "_s + QString::fromLocal8Bit(std::strerror(errno));
+}
+
+InputFiles::InputFiles(BaseTab& tab, const BatchCommand& command, const BatchOptions& options)
+    : tab_(tab), command_(command), options_(options)
+{
+}
+
+QStringList InputFiles::enter()
+{
+    QStringList leftOut = enterReadable();
+    removeRepeated();
+    return leftOut + removeUnhandled();
+}
+
+QStringList InputFiles::enterReadable()
+{
+    QStringList leftOut, readable;
+    for (const QString& path : options_.files) {
+        const QString fault = faultOf(path);
+        if (fault.isEmpty())
+            readable.append(path);
+        else
+            leftOut.append(fault);
+    }
+    tab_.addFiles(readable);
+    const QStringList files = tab_.fileNames().copy();
+    const QSet<QString> listed(files.begin(), files.end());
+    for (const QString& path : readable) {
+        if (listed.contains(path) || isDirectory(path)) continue;
+        leftOut.append(u"%1: %2 does not take files of this kind"_s.arg(onOneLine(path), options_.command));
+    }
+    return leftOut;
+}
+
+void InputFiles::removeRepeated()
+{
+    const QStringList files = tab_.fileNames().copy(); // sorted: what is repeated stands side by side
+    QList<qsizetype> rows;
+    for (qsizetype row = 1; row < files.size(); ++row) {
+        if (files[row] == files[row - 1]) rows.append(row);
+    }
+    if (!rows.isEmpty()) tab_.removeRows(rows);
+}
+
+QStringList InputFiles::removeUnhandled()
+{
+    const QStringList files = tab_.fileNames().copy();
+    QStringList leftOut;
+    QList<qsizetype> rows;
+    for (qsizetype row = 0; row < files.size(); ++row) {
+        if (command_.handles(files[row])) continue;
+        leftOut.append(u"%1: nothing here can %2 a file of this kind"_s.arg(onOneLine(files[row]), options_.command));
+        rows.append(row);
+    }
+    if (!rows.isEmpty()) tab_.removeRows(rows);
+    return leftOut;
+}
+
+QStringList InputFiles::collisions() const
+{
+    QHash<QString, QString> sources; // by output
+    QStringList found;
+    for (const QString& file : tab_.fileNames().copy()) {
+        const QString output = command_.output(file, options_);
+        const auto other = sources.constFind(output);
+        if (other == sources.constEnd())
+            sources.insert(output, file);
+        else
+            found.append(
+                u"%1 and %2 would both be written to %3"_s.arg(onOneLine(*other), onOneLine(file), onOneLine(output)));
+    }
+    return found;
+}
+
+} // namespace zolt::batch

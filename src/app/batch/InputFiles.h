@@ -1,0 +1,35 @@
+// What is given to a run, and what of it cannot be worked on.
+#pragma once
+
+#include "app/batch/BatchCommands.h"
+
+namespace zolt::batch {
+
+/// The paths as the tabs know them: absolute, with no other change.
+QStringList absolutePaths(const QStringList& given);
+
+/// A sentence for the user about a path that cannot be read; empty for one that can.
+QString faultOf(const QString& path);
+
+/// Gives the files and folders to the tab's own intake, then takes from its list what would not be worked on.
+class InputFiles
+{
+public:
+    InputFiles(BaseTab& tab, const BatchCommand& command, const BatchOptions& options);
+
+    /// @return a sentence for the user about each input that is left out
+    QStringList enter();
+    /// A sentence about each output that two sources of the list would write; empty if there is none.
+    QStringList collisions() const;
+
+private:
+    QStringList enterReadable();
+    void removeRepeated();
+    QStringList removeUnhandled();
+
+    BaseTab& tab_;
+    const BatchCommand& command_;
+    const BatchOptions& options_;
+};
+
+} // namespace zolt::batch

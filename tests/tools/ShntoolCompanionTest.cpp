@@ -1,0 +1,224 @@
+#include "platform/files/Files.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QThread>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Outcome
+{
+    QProcess::ExitStatus how = QProcess::NormalExit;
+    int status = -1;
+    QByteArray output, errors;
+};
+
+/// A folder with samples and with a "bin" that stands first on PATH.
+class ShntoolCompanion : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(QDir(folder_.path()).mkpath(u"bin"_s));
+        environment_ = QProcessEnvironment::systemEnvironment();
+        environment_.insert(u"PATH"_s, in(u"bin"_s) + u":/usr/bin:/bin"_s);
+    }
+
+    QString in(const QString& name) const { return folder_.filePath(name); }
+
+    QString sample(const QString& name) const
+    {
+        EXPECT_EQ(QProcess::execute(u"sox"_s, {u"-q"_s, u"-n"_s, u"-r"_s, u"44100"_s, u"-b"_s, u"16"_s, u"-c"_s, u"2"_s,
+                                               in(name), u"synth"_s, u"1"_s, u"sine"_s, u"440"_s}),
+                  0);
+        return in(name);
+    }
+
+    /// Puts a shell script in the place of the real tool.
+    void standIn(const QString& script)
+    {
+        const QString path = in(u"bin/shntool"_s);
+        ASSERT_TRUE(zolt::writeTextAtomically(path, u"#!/bin/sh\n"_s + script));
+        ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
+
+    void start(QProcess& process, const QString& program, const QStringList& arguments) const
+    {
+        process.setProcessEnvironment(environment_);
+        process.setWorkingDirectory(folder_.path());
+        process.setStandardInputFile(QProcess::nullDevice());
+        process.start(program, arguments);
+    }
+
+    Outcome run(const QString& program, const QStringList& arguments) const
+    {
+        QProcess process;
+        start(process, program, arguments);
+        EXPECT_TRUE(process.waitForFinished(120000));
+        return {process.exitStatus(), process.exitCode(), process.readAllStandardOutput(),
+                process.readAllStandardError()};
+    }
+
+    Outcome companion(const QStringList& arguments) const { return run(QStringLiteral(SHNTOOL_COMPANION), arguments); }
+
+    void expectNoTraces() const
+    {
+        EXPECT_TRUE(QDir(folder_.path()).entryList({u".zolt-shntool-*"_s}, QDir::AllEntries | QDir::Hidden).isEmpty());
+    }
+
+    QByteArray contents(const QString& path) const
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        return file.readAll();
+    }
+
+    QProcessEnvironment environment_;
+
+private:
+    QTemporaryDir folder_;
+};
+
+QStringList namedOutput(const QString& overwrite, const QString& output, const QString& source)
+{
+    return {u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, overwrite, u"-o"_s, u"flac"_s, u"-n"_s, output, source};
+}
+
+} // namespace
+
+TEST_F(ShntoolCompanion, HandsCallsThroughUnchanged)
+{
+    sample(u"a b.wav"_s);
+    for (const QStringList& call : {QStringList{u"len"_s, u"a b.wav"_s},
+                                    {u"hash"_s, u"a b.wav"_s},
+                                    {u"len"_s, u"none.wav"_s},
+                                    {u"conv"_s, u"-h"_s},
+                                    {u"conv"_s, u"-x"_s},
+                                    {}}) {
+        const Outcome real = run(u"/usr/bin/shntool"_s, call), ours = companion(call);
+        EXPECT_EQ(ours.status, real.status) << call.join(u' ').toStdString();
+        EXPECT_EQ(ours.output, real.output);
+        EXPECT_EQ(ours.errors, real.errors);
+    }
+}
+
+TEST_F(ShntoolCompanion, HandsOddArgumentsThroughUnchanged)
+{
+    standIn(u"for a in \"$@\"; do printf '<%s>' \"$a\"; done; exit 7\n"_s);
+    const Outcome outcome = companion({u"len"_s, QString(), u"a\nb"_s, u"\"q\" $x `y` \\"_s, u"Ω"_s});
+    EXPECT_EQ(outcome.output, QString(u"<len><><a\nb><\"q\" $x `y` \\><Ω>"_s).toUtf8());
+    EXPECT_EQ(outcome.status, 7);
+}
+
+TEST_F(ShntoolCompanion, ConvertsToTheNamedFile)
+{
+    const QString source = sample(u"a.wav"_s);
+    const Outcome outcome = companion(namedOutput(u"never"_s, in(u"named.flac"_s), source));
+    EXPECT_EQ(outcome.status, 0) << outcome.errors.toStdString();
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("100% OK"));
+    EXPECT_EQ(QProcess::execute(u"flac"_s, {u"-t"_s, u"-s"_s, in(u"named.flac"_s)}), 0);
+    EXPECT_TRUE(QFile::exists(source));
+    EXPECT_FALSE(QFile::exists(in(u"a.flac"_s)));
+    expectNoTraces();
+}
+
+TEST_F(ShntoolCompanion, ReplacesTheNamedFileWhenToldTo)
+{
+    const QString source = sample(u"a.wav"_s);
+    ASSERT_TRUE(zolt::writeTextAtomically(in(u"named.flac"_s), u"old"_s));
+    EXPECT_EQ(companion(namedOutput(u"always"_s, u"named.flac"_s, source)).status, 0);
+    EXPECT_TRUE(contents(in(u"named.flac"_s)).startsWith("fLaC"));
+    expectNoTraces();
+}
+
+TEST_F(ShntoolCompanion, KeepsAnExistingFileOtherwise)
+{
+    const QString source = sample(u"a.wav"_s);
+    ASSERT_TRUE(zolt::writeTextAtomically(in(u"named.flac"_s), u"old"_s));
+    const Outcome outcome = companion(namedOutput(u"never"_s, in(u"named.flac"_s), source));
+    EXPECT_NE(outcome.status, 0);
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("named.flac"));
+    EXPECT_EQ(contents(in(u"named.flac"_s)), "old");
+    expectNoTraces();
+}
+
+TEST_F(ShntoolCompanion, KeepsAFileThatAppearsMeanwhile)
+{
+    standIn(u"while [ \"$1\" != -d ]; do shift; done; echo new >\"$2/a.flac\"; echo late >named.flac\n"_s);
+    const Outcome outcome = companion(namedOutput(u"never"_s, u"named.flac"_s, u"a.wav"_s));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(contents(in(u"named.flac"_s)), "late\n");
+    expectNoTraces();
+}
+
+TEST_F(ShntoolCompanion, CleansUpBehindAFailure)
+{
+    standIn(u"while [ \"$1\" != -d ]; do shift; done; echo part >\"$2/a.flac\"; echo no luck >&2; exit 3\n"_s);
+    const Outcome outcome = companion(namedOutput(u"always"_s, u"named.flac"_s, u"a.wav"_s));
+    EXPECT_EQ(outcome.status, 3);
+    EXPECT_EQ(outcome.errors, "no luck\n");
+    EXPECT_FALSE(QFile::exists(in(u"named.flac"_s)));
+    expectNoTraces();
+}
+
+TEST_F(ShntoolCompanion, FailsWhereTheToolLeavesNoFile)
+{
+    standIn(u"exit 0\n"_s);
+    const Outcome outcome = companion(namedOutput(u"always"_s, u"named.flac"_s, u"a.wav"_s));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("did not give one file for: [named.flac]"));
+}
+
+TEST_F(ShntoolCompanion, NamesAFolderThatCannotBeWritten)
+{
+    const Outcome outcome = companion(namedOutput(u"always"_s, u"nowhere/named.flac"_s, sample(u"a.wav"_s)));
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("nowhere/named.flac"));
+}
+
+TEST_F(ShntoolCompanion, EndsByTheSignalThatEndedTheTool)
+{
+    standIn(u"kill -KILL $$\n"_s);
+    const Outcome outcome = companion(namedOutput(u"always"_s, u"named.flac"_s, u"a.wav"_s));
+    EXPECT_EQ(outcome.how, QProcess::CrashExit);
+    EXPECT_EQ(outcome.status, SIGKILL);
+    expectNoTraces();
+}
+
+class ShntoolCompanionSignal : public ShntoolCompanion, public testing::WithParamInterface<int>
+{
+};
+
+TEST_P(ShntoolCompanionSignal, EndsTheToolAndCleansUp)
+{
+    standIn(u"while [ \"$1\" != -d ]; do shift; done; echo part >\"$2/a.flac\"; echo $$ >pid.new; mv pid.new pid\n"
+            "exec sleep 100\n"_s);
+    QProcess process;
+    start(process, QStringLiteral(SHNTOOL_COMPANION), namedOutput(u"always"_s, u"named.flac"_s, u"a.wav"_s));
+    while (!QFile::exists(in(u"pid"_s)))
+        QThread::msleep(5);
+    ASSERT_EQ(::kill(pid_t(process.processId()), GetParam()), 0);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitStatus(), QProcess::CrashExit);
+    EXPECT_EQ(process.exitCode(), GetParam());
+    EXPECT_NE(::kill(pid_t(contents(in(u"pid"_s)).trimmed().toInt()), 0), 0) << "the tool still runs";
+    EXPECT_FALSE(QFile::exists(in(u"named.flac"_s)));
+    expectNoTraces();
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, ShntoolCompanionSignal, testing::Values(SIGTERM, SIGINT, SIGHUP));
+
+TEST_F(ShntoolCompanion, FindsTheToolBehindCompanionsOnThePath)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"other"_s)));
+    ASSERT_TRUE(QFile::link(QStringLiteral(SHNTOOL_COMPANION), in(u"bin/shntool"_s)));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(SHNTOOL_COMPANION), in(u"other/shntool"_s)));
+    environment_.insert(u"PATH"_s, in(u"bin"_s) + u':' + in(u"other"_s) + u":/usr/bin"_s);
+    EXPECT_EQ(companion({u"len"_s, u"-h"_s}).output, run(u"/usr/bin/shntool"_s, {u"len"_s, u"-h"_s}).output);
+}
