@@ -1,11 +1,14 @@
 #include "tags/m4a/M4AFiles.h"
 
+#include "tags/mp4/M4AItemList.h"
 #include "tags/mp4/Mp4Parser.h"
 #include "tags/mp4/Mp4Tables.h"
 
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 
 using namespace Qt::StringLiterals;
@@ -91,6 +94,19 @@ QString packets(const QString& path)
                                                       u"framehash"_s, u"-"_s});
 }
 
+QVariantList seenItem(const QString& path, const char* name)
+{
+    const QString json = printed(u"/usr/bin/python3"_s, {QStringLiteral(ZOLT_M4A_TAGS_SCRIPT), path});
+    const QJsonObject tags = QJsonDocument::fromJson(json.toUtf8()).object();
+    return tags[QString::fromLatin1(name)].toVariant().toList();
+}
+
+QString seenText(const QString& path, const char* name)
+{
+    const QVariantList values = seenItem(path, name);
+    return values.isEmpty() ? u"(none)"_s : values.first().toString();
+}
+
 bool decodesCleanly(const QString& path)
 {
     QProcess process;
@@ -155,6 +171,21 @@ QByteArray atom(const char* name, const QByteArray& payload)
 QByteArray wideAtom(const char* name, const QByteArray& payload)
 {
     return bigEndian(1, 4) + QByteArray(name, 4) + bigEndian(static_cast<quint64>(payload.size()) + 16, 8) + payload;
+}
+
+QByteArray value(int kind, const QByteArray& bytes)
+{
+    return atom("data", bigEndian(quint64(kind), 4) + bigEndian(0, 4) + bytes);
+}
+
+QByteArray item(const char* name, int kind, const QByteArray& bytes)
+{
+    return atom(name, value(kind, bytes));
+}
+
+QByteArray withItems(const QByteArray& file, const QByteArray& items)
+{
+    return withIndex(file, [&](Mp4Box& index) { itemList(index).children = parsedLeaves(items); });
 }
 
 QByteArray withIndex(const QByteArray& file, const std::function<void(Mp4Box&)>& change)

@@ -38,6 +38,12 @@ private:
 
 /// Every audio packet's time, length and digest, as another program reads them.
 QString packets(const QString& path);
+/// The values of an item such as "trkn" as another program's library sees them; nothing if it sees none.
+/// Two numbers come as a list of two, a picture as its kind (13 JPEG, 14 PNG) and size.
+QVariantList seenItem(const QString& path, const char* name);
+/// The same for a text item with one value; "(none)" if there is none.
+QString seenText(const QString& path, const char* name);
+
 /// True if the file decodes from its start to its end without a word of complaint.
 bool decodesCleanly(const QString& path);
 
@@ -59,6 +65,12 @@ std::optional<QByteArray> payloadOf(const QByteArray& file, const QByteArrayList
 QByteArray atom(const char* name, const QByteArray& payload = {});
 QByteArray wideAtom(const char* name, const QByteArray& payload = {});
 QByteArray bigEndian(quint64 number, int bytes);
+
+/// An item of a list of tags, with one value of the kind (1 UTF-8, 0 binary, 13 JPEG, 14 PNG).
+QByteArray item(const char* name, int kind, const QByteArray& value);
+QByteArray value(int kind, const QByteArray& bytes);
+/// The file with these items in the place of its own.
+QByteArray withItems(const QByteArray& file, const QByteArray& items);
 
 /// The file with its index changed, and the atoms that lie behind the index moved without correcting any offset.
 QByteArray withIndex(const QByteArray& file, const std::function<void(Mp4Box&)>& change);
