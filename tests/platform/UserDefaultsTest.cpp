@@ -133,6 +133,23 @@ TEST_F(Defaults, AnotherFileTakesTheSavedValuesPlaceAndIsSavedTo)
     EXPECT_EQ(UserDefaults(path_).integerForKey(u"level"_s), 6);
 }
 
+TEST_F(Defaults, ThreadsReadWhileAnotherFileIsOpened)
+{
+    const QString other = directory_.filePath(u"other.ini"_s);
+    UserDefaults(other).set(u"level"_s, 7);
+    UserDefaults defaults(path_);
+    defaults.registerDefaults({{u"level"_s, 5}});
+    std::atomic<bool> done = false;
+    std::thread reader([&] {
+        while (!done)
+            EXPECT_THAT(defaults.integerForKey(u"level"_s), testing::AnyOf(5, 7));
+    });
+    for (int turn = 0; turn < 20; ++turn)
+        defaults.reopen(turn % 2 == 0 ? other : path_);
+    done = true;
+    reader.join();
+}
+
 TEST_F(Defaults, TwoRunningProgramsDoNotUndoEachOthersKeys)
 {
     UserDefaults one(path_);

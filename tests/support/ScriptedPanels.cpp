@@ -70,16 +70,15 @@ int ScriptedPanels::modalRuns() const
     return modalRuns_;
 }
 
-/// Called with the mutex held.
-template <class Answer>
-Answer ScriptedPanels::next(std::deque<Answer>& answers, Answer dismissed, const QString& question)
+/// Called with the mutex held. @param answer  the one for a dismissed panel
+template <class Answer> Answer ScriptedPanels::next(std::deque<Answer>& answers, Answer answer, const QString& question)
 {
     if (answers.empty()) {
         ADD_FAILURE() << "a question that the test does not answer: " << question.toStdString();
-        return dismissed;
+    } else {
+        answer = std::move(answers.front());
+        answers.pop_front();
     }
-    Answer answer = std::move(answers.front());
-    answers.pop_front();
     return answer;
 }
 

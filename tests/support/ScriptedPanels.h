@@ -48,7 +48,7 @@ public:
     void stopModal() override;
 
 private:
-    template <class Answer> Answer next(std::deque<Answer>& answers, Answer dismissed, const QString& question);
+    template <class Answer> Answer next(std::deque<Answer>& answers, Answer answer, const QString& question);
 
     mutable std::mutex mutex_;
     std::deque<int> alertAnswers_;

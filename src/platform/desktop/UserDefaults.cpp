@@ -35,10 +35,13 @@ UserDefaults::UserDefaults(const QString& path)
 void UserDefaults::load(const QString& path)
 {
     path_ = path;
-    saved_.clear();
+    Values values;
     const QSettings file(path, QSettings::IniFormat);
-    for (const QString& key : file.allKeys())
-        saved_[key] = file.value(key);
+    for (const QString& key : file.allKeys()) {
+        if (!key.isEmpty()) values[key] = file.value(key); // a damaged file may name an empty one
+    }
+    const std::lock_guard guard(mutex_);
+    saved_ = std::move(values);
 }
 
 void UserDefaults::registerDefaults(const Values& values)
