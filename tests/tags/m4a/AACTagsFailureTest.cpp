@@ -151,6 +151,16 @@ TEST_F(AACTagsFailure, ALostFileIsTold)
     EXPECT_EQ(contentOf(temporary), "new") << "the only one that is left";
 }
 
+TEST_F(AACTagsFailure, AFileThatVanishesMeanwhileIsNotBroughtBack)
+{
+    const QString path = files_.copyOf(files_.lossless());
+    Mp4Document document(path, Mp4Document::Access::Modify);
+    ASSERT_TRUE(QFile::remove(path));
+    expectFault(u"Exception"_s, u"unable to optimize @% file"_s, [&] { replaceWithOptimized(document, path); });
+    EXPECT_FALSE(QFileInfo::exists(path));
+    EXPECT_EQ(temporaryFiles(), QStringList());
+}
+
 TEST_F(AACTagsFailure, ALinkStaysALink)
 {
     const QString path = files_.copyOf(files_.lossless());

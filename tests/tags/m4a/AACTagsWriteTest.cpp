@@ -102,8 +102,9 @@ TEST_F(AACTagsWrite, EveryFieldReachesOtherPrograms)
 
 TEST_F(AACTagsWrite, AudioStaysAndTheFileIsOptimised)
 {
-    for (const QString& source : {files_.lossless(), files_.aac(), files_.indexFirst(), files_.fromAtomicParsley(),
-                                  files_.wide(), files_.fragmented(u"frag_keyframe+empty_moov"_s)}) {
+    for (const QString& source :
+         {files_.lossless(), files_.aac(), files_.indexFirst(), files_.fromAtomicParsley(), files_.fromMutagen(),
+          files_.wide(), files_.fragmented(u"frag_keyframe+empty_moov"_s)}) {
         const QString path = files_.copyOf(source);
         TagsObject tags = fullRecord();
         tags.setAlbumArt(picture());
@@ -301,4 +302,23 @@ TEST_F(AACTagsWrite, MetadataOfAnotherKindStayBeside)
     EXPECT_EQ(tagsOf(path)->titleText(), u"Título"_s);
     const QString probed = printed(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_format"_s, path});
     EXPECT_TRUE(probed.contains(u"TAG:own=kept\n"_s)) << probed.toStdString();
+}
+
+TEST_F(AACTagsWrite, SeveralThreadsTagFilesSideBySide)
+{
+    QStringList paths;
+    for (int number = 0; number < 4; ++number)
+        paths += files_.copyOf(files_.fromAtomicParsley(), u"copy%1.m4a"_s.arg(number));
+    std::vector<std::thread> threads;
+    for (const QString& path : paths)
+        threads.emplace_back([this, path] {
+            for (int round = 0; round < 10; ++round)
+                write(path, fullRecord(), round % 2, true);
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const QString& path : paths) {
+        EXPECT_EQ(tagsOf(path)->titleText(), u"Título"_s);
+        EXPECT_EQ(contentOf(path), contentOf(paths.first()));
+    }
 }

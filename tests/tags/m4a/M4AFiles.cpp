@@ -63,6 +63,15 @@ QString M4AFiles::fromAtomicParsley()
     return path;
 }
 
+QString M4AFiles::fromMutagen()
+{
+    const QString path = pathOf(u"mutagen.m4a"_s);
+    if (QFile::exists(path)) return path;
+    copyOf(aac(), u"mutagen.m4a"_s);
+    printed(u"/usr/bin/python3"_s, {QStringLiteral(ZOLT_M4A_TAGS_SCRIPT), u"tag"_s, path});
+    return path;
+}
+
 QString M4AFiles::wide()
 {
     QByteArray file = contentOf(lossless());
@@ -96,7 +105,7 @@ QString packets(const QString& path)
 
 QVariantList seenItem(const QString& path, const char* name)
 {
-    const QString json = printed(u"/usr/bin/python3"_s, {QStringLiteral(ZOLT_M4A_TAGS_SCRIPT), path});
+    const QString json = printed(u"/usr/bin/python3"_s, {QStringLiteral(ZOLT_M4A_TAGS_SCRIPT), u"show"_s, path});
     const QJsonObject tags = QJsonDocument::fromJson(json.toUtf8()).object();
     return tags[QString::fromLatin1(name)].toVariant().toList();
 }

@@ -20,6 +20,8 @@ public:
     QString fragmented(const QString& flags);
     /// Apple Lossless with tags and a cover from AtomicParsley, which leaves free space at several places.
     QString fromAtomicParsley();
+    /// AAC with tags from one more writer, and free space in the midst of the index.
+    QString fromMutagen();
     /// Apple Lossless with 64-bit sizes and chunk offsets.
     QString wide();
 
