@@ -18,10 +18,14 @@ using namespace Qt::StringLiterals;
 namespace zolt {
 namespace {
 
-// The reasons stand for the path with "@%", which nothing fills in.
-[[noreturn]] void fail(const QString& reason, const QString& path)
+// "@%" stands where the path was meant to be, but nothing fills it in.
+constexpr QLatin1StringView notOptimized("unable to optimize @% file");
+constexpr QLatin1StringView notDeleted("unable to delete file @%");
+constexpr QLatin1StringView lost("file @% was lost");
+
+[[noreturn]] void fail(QLatin1StringView reason, const QString& path)
 {
-    qCWarning(tagsLog, "%s: %s", qUtf8Printable(path), qUtf8Printable(reason));
+    qCWarning(tagsLog, "%s: %s", qUtf8Printable(path), reason.data());
     throw PlatformException(u"Exception"_s, reason);
 }
 
@@ -41,7 +45,7 @@ void writeToTemporary(const Mp4Document& document, const QString& temporary, con
     } catch (const Mp4Error& fault) {
         qCWarning(tagsLog, "%s: %s", qUtf8Printable(path), fault.what());
         removeItem(temporary);
-        fail(u"unable to optimize @% file"_s, path);
+        fail(notOptimized, path);
     }
 }
 
@@ -59,7 +63,9 @@ void replaceThroughTemporary(const Mp4Document& document, const QString& path)
 void replaceWithOptimized(Mp4Document& document, const QString& path)
 {
     try {
-        replaceThroughTemporary(document, QFileInfo(path).canonicalFilePath());
+        const QString file = QFileInfo(path).canonicalFilePath();
+        if (file.isEmpty()) fail(notOptimized, path); // removed by someone else meanwhile
+        replaceThroughTemporary(document, file);
     } catch (...) {
         // The tags are written all the same; what cannot be stored leaves the file as it was.
         guarded("tags without optimising", [&] { document.storeIndexInPlace(); });
@@ -71,9 +77,9 @@ void replaceFile(const QString& temporary, const QString& path)
 {
     if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) == 0) return;
     // Only what is left of the old file tells whether anything can be lost with the new one.
-    if (!QFileInfo::exists(path)) fail(u"file @% was lost"_s, path);
+    if (!QFileInfo::exists(path)) fail(lost, path);
     removeItem(temporary);
-    fail(u"unable to delete file @%"_s, path);
+    fail(notDeleted, path);
 }
 
 } // namespace zolt
