@@ -1,0 +1,86 @@
+#include "app/zolt/CommandLine.h"
+
+#include "platform/Product.h"
+
+#include <QDir>
+#include <QUrl>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString tabOption = u"--select-tab"_s;
+
+CommandLine wrong(const QString& fault)
+{
+    CommandLine line;
+    line.action = CommandLine::Action::Wrong;
+    line.fault = fault;
+    return line;
+}
+
+CommandLine just(CommandLine::Action action)
+{
+    CommandLine line;
+    line.action = action;
+    return line;
+}
+
+QString absolutePath(const QString& argument)
+{
+    const QUrl url(argument);
+    const QString path = url.isLocalFile() ? url.toLocalFile() : argument;
+    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+}
+
+bool readTab(const QString& number, int& tab)
+{
+    bool isNumber = false;
+    tab = number.toInt(&isNumber);
+    return isNumber && tab >= 0;
+}
+
+} // namespace
+
+CommandLine readCommandLine(const QStringList& arguments)
+{
+    CommandLine line;
+    bool onlyFiles = false;
+    for (qsizetype index = 0; index < arguments.size(); ++index) {
+        const QString& argument = arguments[index];
+        if (onlyFiles || !argument.startsWith(u'-') || argument == u"-")
+            line.request.files += absolutePath(argument);
+        else if (argument == u"--")
+            onlyFiles = true;
+        else if (argument == u"--help" || argument == u"-h")
+            return just(CommandLine::Action::Help);
+        else if (argument == u"--version" || argument == u"-v")
+            return just(CommandLine::Action::Version);
+        else if (argument != tabOption)
+            return wrong(u"unknown option \"%1\""_s.arg(argument));
+        else if (!readTab(arguments.value(++index), line.request.tab))
+            return wrong(u"%1 needs the number of a tab, counted from 0"_s.arg(tabOption));
+    }
+    return line;
+}
+
+QString helpText()
+{
+    return u"Usage: zolt [OPTION]... [FILE|FOLDER]...\n"
+           "Opens the window of %1, or brings the one that is open to the front,\n"
+           "and adds the files to the tab in front.\n\n"
+           "  --select-tab N   bring the tab number N to the front, counted from 0\n"
+           "  -h, --help       show this text\n"
+           "  -v, --version    show the version\n\n"
+           "zolt-batch does the same work without a window.\n"_s.arg(QLatin1String(product::name));
+}
+
+QString versionText()
+{
+    return u"%1 %2 (Build %3)\n"_s.arg(QLatin1String(product::name), QLatin1String(product::version),
+                                       QLatin1String(product::build));
+}
+
+} // namespace zolt

@@ -1,0 +1,95 @@
+#include "app/zolt/WindowProgram.h"
+
+#include "app/Program.h"
+#include "app/zolt/Pages.h"
+#include "engine/ZOLTTaskQueue.h"
+#include "platform/Product.h"
+#include "platform/controls/Button.h"
+#include "shell/DockMenuController.h"
+#include "shell/ZOLTController.h"
+
+#include <QProgressDialog>
+#include <QTimer>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Says why the program is still there. Nothing can be pressed: a tool that is stopped halfway leaves half a file.
+std::unique_ptr<QProgressDialog> waitingNote()
+{
+    auto note = std::make_unique<QProgressDialog>(u"Waiting for the running tools to end…"_s, QString(), 0, 0);
+    note->setWindowTitle(QLatin1String(product::name));
+    note->setObjectName(u"waitingNote"_s);
+    note->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+    note->setMinimumDuration(0);
+    note->show();
+    return note;
+}
+
+} // namespace
+
+WindowProgram::WindowProgram()
+{
+    installPanels(&panels_);
+    installDesktop(&desktop_);
+    program_ = std::make_unique<Program>();
+    mainWindow_ = std::make_unique<MainWindow>(program_->controller(), pagesOf(*program_));
+    desktop_.setMainWindow(mainWindow_.get());
+    // From the event loop itself: ending waits, and whoever asked for it is still on his way out.
+    desktop_.setTerminateHandler([this] { QTimer::singleShot(0, mainWindow_.get(), [this] { terminate(); }); });
+}
+
+WindowProgram::~WindowProgram()
+{
+    mainWindow_.reset();
+    interfaces_.closeAll();
+    program_.reset();
+    installDesktop(nullptr);
+    installPanels(nullptr);
+}
+
+void WindowProgram::present()
+{
+    if (phase_ != Phase::Ending) mainWindow_->present();
+}
+
+void WindowProgram::openFiles(const QStringList& paths)
+{
+    if (phase_ != Phase::Ending && !paths.isEmpty()) program_->controller().applicationOpenFiles(paths);
+}
+
+void WindowProgram::selectTab(int index)
+{
+    if (phase_ == Phase::Ending) return;
+    const DockMenuController menu([this](Sender sender) { program_->controller().selectTab(sender); });
+    const auto entry = std::make_shared<Button>();
+    entry->setTag(index);
+    menu.selectTab(entry.get());
+}
+
+void WindowProgram::terminate()
+{
+    if (phase_ != Phase::Running) return;
+    phase_ = Phase::Asking;
+    const auto reply = program_->controller().applicationShouldTerminate();
+    phase_ = reply == ZOLTController::TerminateReply::Now ? Phase::Ending : Phase::Running;
+    if (phase_ == Phase::Ending)
+        end();
+    else
+        mainWindow_->present(); // it may have been closed by then
+}
+
+void WindowProgram::end()
+{
+    mainWindow_->setEnding(true);
+    mainWindow_->hide();
+    const auto note = program_->controller().taskQueue()->taskCount() > 0 ? waitingNote() : nullptr;
+    program_->finish();
+    interfaces_.closeAll();
+    if (ended_) ended_();
+}
+
+} // namespace zolt

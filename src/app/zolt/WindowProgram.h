@@ -1,0 +1,53 @@
+// The program with its windows.
+#pragma once
+
+#include "ui/QtDesktop.h"
+#include "ui/QtInterfaces.h"
+#include "ui/QtPanels.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace zolt {
+
+class MainWindow;
+class Program;
+
+/// Made after the application object. Main thread.
+class WindowProgram
+{
+public:
+    WindowProgram();
+    ~WindowProgram();
+    WindowProgram(const WindowProgram&) = delete;
+    WindowProgram& operator=(const WindowProgram&) = delete;
+
+    /// Shows the main window, or brings it to the front.
+    void present();
+    /// Takes in files as the desktop hands them over.
+    void openFiles(const QStringList& paths);
+    /// What an action of the program's icon does.
+    void selectTab(int index);
+    /// Called once the program has ended its work after a person quit it.
+    void setEnded(std::function<void()> ended) { ended_ = std::move(ended); }
+
+    Program& program() { return *program_; }
+    MainWindow& mainWindow() { return *mainWindow_; }
+    QtInterfaces& interfaces() { return interfaces_; }
+
+private:
+    void terminate();
+    void end();
+
+    QtPanels panels_;
+    QtDesktop desktop_;
+    QtInterfaces interfaces_;
+    std::unique_ptr<Program> program_;
+    std::unique_ptr<MainWindow> mainWindow_;
+    std::function<void()> ended_;
+    enum class Phase { Running, Asking, Ending } phase_ = Phase::Running;
+};
+
+} // namespace zolt

@@ -1,0 +1,29 @@
+// The rows of a tab's file list.
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QStringList>
+
+namespace zolt {
+
+/// One row a file, in the list's order; shares the texts with the tab's own list. Main thread.
+class FileListModel : public QAbstractTableModel
+{
+public:
+    enum Column { NameColumn, FolderColumn, ColumnCount };
+
+    explicit FileListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
+
+    void setFiles(const QStringList& files);
+    const QStringList& files() const { return files_; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    QStringList files_;
+};
+
+} // namespace zolt

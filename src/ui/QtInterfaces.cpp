@@ -1,0 +1,74 @@
+#include "ui/QtInterfaces.h"
+
+#include "engine/OutputWindowController.h"
+#include "engine/StatusPanelController.h"
+#include "engine/ZOLTTaskQueue.h"
+#include "platform/desktop/Interfaces.h"
+#include "shell/ZOLTStringGetterPanel.h"
+#include "ui/OutputWindow.h"
+#include "ui/StatusPanelWindow.h"
+#include "ui/StatusQueueWindow.h"
+#include "ui/StringGetterDialog.h"
+
+#include <QPointer>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const char16_t* const names[] = {u"StatusQueue", u"StringGetterPanel", u"StatusPanel", u"OutputWindow"};
+
+/// Output windows go by themselves when they are closed; this knows those that are left.
+QList<QPointer<QWidget>>& outputWindows()
+{
+    static QList<QPointer<QWidget>> list; // main thread only
+    return list;
+}
+
+} // namespace
+
+template <class View, class Owner> void QtInterfaces::install(const char16_t* name)
+{
+    installInterface(QString::fromUtf16(name),
+                     [this](void* owner) { windows_.push_back(std::make_unique<View>(*static_cast<Owner*>(owner))); });
+}
+
+QtInterfaces::QtInterfaces()
+{
+    install<StatusQueueWindow, ZOLTTaskQueue>(names[0]);
+    install<StringGetterDialog, ZOLTStringGetterPanel>(names[1]);
+    install<StatusPanelWindow, StatusPanelController>(names[2]);
+    installInterface(QString::fromUtf16(names[3]), [](void* owner) {
+        outputWindows().removeIf([](const auto& window) { return !window; });
+        outputWindows().append(new OutputWindow(*static_cast<OutputWindowController*>(owner)));
+    });
+}
+
+QtInterfaces::~QtInterfaces()
+{
+    closeAll();
+    for (const char16_t* name : names)
+        installInterface(QString::fromUtf16(name), nullptr);
+}
+
+void QtInterfaces::closeAll()
+{
+    for (const auto& window : std::exchange(outputWindows(), {}))
+        delete window.data();
+    windows_.clear();
+}
+
+std::vector<QWidget*> QtInterfaces::windows() const
+{
+    std::vector<QWidget*> all;
+    for (const auto& window : windows_)
+        all.push_back(window.get());
+    for (const auto& window : outputWindows()) {
+        if (window) all.push_back(window);
+    }
+    return all;
+}
+
+} // namespace zolt

@@ -1,0 +1,27 @@
+// The text of a report with a margin that marks the lines that tell of a failure.
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace zolt {
+
+/// The text is exactly the report; the signs stand beside it and are never copied with it. Main thread.
+class ReportView : public QPlainTextEdit
+{
+public:
+    explicit ReportView(QWidget* parent = nullptr);
+
+    int marginWidth() const;
+    /// Draws the signs of the lines on screen. @param margin  the widget that lies in the margin
+    void paintMargin(QWidget& margin);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void placeMargin();
+    QWidget* const margin_;
+};
+
+} // namespace zolt

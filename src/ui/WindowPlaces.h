@@ -1,0 +1,15 @@
+// Where windows stood when they were last seen.
+#pragma once
+
+#include <QString>
+#include <QWidget>
+
+namespace zolt {
+
+/// Brings the window to where it was, if it was kept and still lies on a screen. @return false if nothing was kept
+bool restorePlace(QWidget& window, const QString& name);
+
+/// Keeps the window's place and size for the next start. Main thread.
+void keepPlace(const QWidget& window, const QString& name);
+
+} // namespace zolt
