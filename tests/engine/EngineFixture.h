@@ -1,42 +1,13 @@
-// What the tests of the engine share: a queue with a limit, a desktop that remembers, tasks that end when told.
+// What the tests of the engine share: a queue with a limit, tasks that end when told.
 #pragma once
 
 #include "engine/ZOLTTask.h"
 #include "engine/ZOLTTaskQueue.h"
-#include "platform/desktop/Desktop.h"
+#include "support/RecordingDesktop.h"
 
 #include <gtest/gtest.h>
 
 namespace zolt::test {
-
-class RememberingDesktop : public Desktop
-{
-public:
-    RememberingDesktop() { installDesktop(this); }
-    ~RememberingDesktop() override { installDesktop(nullptr); }
-    void setBadgeLabel(const OptionalText& label) override
-    {
-        const std::lock_guard guard(mutex_);
-        badge_ = label;
-    }
-    void requestUserAttention(int level) override
-    {
-        ++requests;
-        lastLevel = level;
-    }
-    void terminate() override {}
-    OptionalText badge() const
-    {
-        const std::lock_guard guard(mutex_);
-        return badge_;
-    }
-    std::atomic<int> requests = 0;
-    std::atomic<int> lastLevel = -1;
-
-private:
-    mutable std::mutex mutex_;
-    OptionalText badge_;
-};
 
 /// A task whose work is whatever the test does.
 class TestTask : public ZOLTTask
@@ -88,7 +59,7 @@ protected:
         return tasks;
     }
 
-    RememberingDesktop desktop_;
+    RecordingDesktop desktop_;
     ZOLTTaskQueue queue_;
 };
 

@@ -48,10 +48,10 @@ TEST_F(QueueCancel, CountCanReachZeroWhileATaskRunsAndHealsWhenTheQueueRunsEmpty
     EXPECT_TRUE(tasks[0]->isActive());
     EXPECT_TRUE(queue_.panelArray().empty()) << "the running task's row is swept";
     EXPECT_FALSE(queue_.panel()->isVisible());
-    const int requests = desktop_.requests;
+    const auto requests = desktop_.attentions();
     tasks[0]->finish();
     EXPECT_EQ(queue_.activeTask(), 0) << "-1 at the last report, then healed";
-    EXPECT_EQ(desktop_.requests, requests) << "no sweep at -1";
+    EXPECT_EQ(desktop_.attentions(), requests) << "no sweep at -1";
 }
 
 TEST_F(QueueCancel, CancelledRowsAreSweptLikeCompleteOnes)
@@ -60,7 +60,7 @@ TEST_F(QueueCancel, CancelledRowsAreSweptLikeCompleteOnes)
     tasks[0]->cancelTask(nullptr);
     tasks[1]->finish();
     EXPECT_TRUE(queue_.panelArray().empty());
-    EXPECT_EQ(desktop_.requests, 1);
+    EXPECT_EQ(desktop_.attentions().size(), 1U);
 }
 
 TEST_F(QueueCancel, KillReloadsTheTableAfterTheWalk)

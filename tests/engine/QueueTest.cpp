@@ -66,8 +66,7 @@ TEST_F(TaskQueue, AllCompleteClosesThePanelClearsTheBadgeAndAsksForAttentionOnce
     for (const auto& task : tasks) task->finish();
     EXPECT_FALSE(queue_.panel()->isVisible());
     EXPECT_EQ(desktop_.badge(), std::nullopt);
-    EXPECT_EQ(desktop_.requests, 1);
-    EXPECT_EQ(desktop_.lastLevel, 10);
+    EXPECT_EQ(desktop_.attentions(), std::vector<int>{10});
     EXPECT_TRUE(queue_.panelArray().empty());
     EXPECT_EQ(queue_.activeTask(), 0);
     EXPECT_EQ(queue_.lowestActivePosition(), 0);
@@ -91,7 +90,7 @@ TEST_F(TaskQueue, FailedRowStaysAndKeepsThePanelOpen)
     EXPECT_EQ(queue_.panelArray(), ZOLTTaskQueue::Tasks{tasks[1]});
     EXPECT_TRUE(queue_.panel()->isVisible());
     EXPECT_EQ(desktop_.badge(), std::nullopt);
-    EXPECT_EQ(desktop_.requests, 0);
+    EXPECT_TRUE(desktop_.attentions().empty());
     queue_.removeAllErrors(nullptr);
     EXPECT_TRUE(queue_.panelArray().empty());
     EXPECT_FALSE(queue_.panel()->isVisible());

@@ -1,0 +1,141 @@
+#include "DecodeFixture.h"
+
+#include "platform/errors/Exceptions.h"
+#include "support/FakeTool.h"
+
+#include <QCoreApplication>
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+class FlacTask : public DecodeTest
+{
+protected:
+    /// A task whose flac is the fake tool; its output path is the vector's last element, as flac's is.
+    std::shared_ptr<DecodeFlacTask> make(QStringList arguments, const QString& output = u"/nowhere/a.wav"_s)
+    {
+        QFile source(source_);
+        EXPECT_TRUE(source.open(QIODevice::WriteOnly));
+        arguments << u"out"_s << output; // the fake tool prints it
+        return DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(source_, &queue(), fakeTool(), arguments);
+    }
+    std::shared_ptr<DecodeFlacTask> run(const QStringList& arguments, const QString& output = u"/nowhere/a.wav"_s)
+    {
+        const auto task = make(arguments, output);
+        task->setDeleteOriginal(true);
+        queue().addTask(task);
+        runQueue();
+        return task;
+    }
+    QString source_ = pathOf(u"a.flac"_s);
+};
+
+TEST_F(FlacTask, PiecesMoveBarAndStatusLine)
+{
+    const auto task = make({});
+    task->processTaskOutput(u"track.flac: 42% complete"_s);
+    EXPECT_EQ(task->progressIndicator()->doubleValue(), 42.0);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Decoding Flac: 42%"_s);
+    task->processTaskOutput(u" banner \n"_s);
+    EXPECT_EQ(task->progressIndicator()->doubleValue(), -1.0);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Decoding Flac: 42%"_s);
+    EXPECT_EQ(task->results()->results(), u"track.flac: 42% completebanner\n"_s) << "each piece trimmed";
+    task->setResults(nullptr);
+}
+
+TEST_F(FlacTask, NameLineIsSetAgainWithEachPiece)
+{
+    const auto task = make({});
+    task->textField()->setStringValue(u"changed"_s);
+    task->processTaskOutput(u"x"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"a.flac"_s);
+    task->setResults(nullptr);
+}
+
+TEST_F(FlacTask, PieceThatIsNoTextIsSurvived)
+{
+    const auto task = make({});
+    task->processTaskOutput(std::nullopt);
+    EXPECT_EQ(task->progressIndicator()->doubleValue(), -1.0);
+    EXPECT_EQ(task->results()->results(), u"\n"_s);
+    task->setResults(nullptr);
+}
+
+TEST_F(FlacTask, BackspacesAreNotTouched)
+{
+    const auto task = make({});
+    task->processTaskOutput(u"\b\b x "_s);
+    EXPECT_EQ(task->results()->results(), u"\b\b x\n"_s);
+    task->setResults(nullptr);
+}
+
+TEST_F(FlacTask, MarkerWithoutANameIsAFaultThatLeavesTheRowItsEnd)
+{
+    const LogCapture log;
+    const auto task = run({u"out"_s, u"84% complete"_s});
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+}
+
+TEST_F(FlacTask, GoodDecodeDeletesTheSourceAndOpensNoWindow)
+{
+    run({});
+    EXPECT_FALSE(QFile::exists(source_));
+    EXPECT_TRUE(queue().outputWindows().empty());
+    EXPECT_TRUE(queue().panelArray().empty());
+}
+
+TEST_F(FlacTask, SourceGoesToTheTrashIfThatIsTheSetting)
+{
+    qputenv("XDG_DATA_HOME", pathOf(u"data"_s).toUtf8());
+    UserDefaults::standard().set(u"trashOrDelete"_s, 1);
+    run({});
+    UserDefaults::standard().remove(u"trashOrDelete"_s);
+    qunsetenv("XDG_DATA_HOME");
+    EXPECT_FALSE(QFile::exists(source_));
+    EXPECT_TRUE(exists(u"data/Trash/files/a.flac"_s));
+}
+
+TEST_F(FlacTask, FailedDecodeKeepsTheSourceAndShowsTheText)
+{
+    const LogCapture log;
+    const auto task = run({u"out"_s, u"ERROR while decoding"_s, u"exit"_s, u"1"_s});
+    EXPECT_TRUE(QFile::exists(source_));
+    EXPECT_TRUE(task->error());
+    ASSERT_EQ(queue().outputWindows().size(), 1U);
+    EXPECT_EQ(queue().outputWindows()[0]->textField()->string(), u"ERROR while decoding\n"_s);
+    EXPECT_EQ(queue().outputWindows()[0]->window()->title(), u"a.flac"_s);
+}
+
+TEST_F(FlacTask, CancelWhileRunningKeepsSourceAndOpensNoWindow)
+{
+    const LogCapture log;
+    const QString go = pathOf(u"go"_s);
+    const auto task = make({u"wait-file"_s, go});
+    task->setDeleteOriginal(true);
+    queue().addTask(task);
+    QMetaObject::invokeMethod(qApp, [&] { touch(go); }, Qt::QueuedConnection);
+    task->cancelTask(nullptr);
+    EXPECT_TRUE(QFile::exists(source_));
+    EXPECT_TRUE(queue().outputWindows().empty());
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+}
+
+TEST_F(FlacTask, CancelWhileWaitingRunsNoToolAndStillTriesTheTagsOfAiffOutput)
+{
+    const LogCapture log;
+    holdQueue();
+    const auto task = make({}, u"/nowhere/a.aiff"_s);
+    queue().addTask(task);
+    queue().cancelAllTasks(nullptr);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Copying FLAC Tags"_s);
+    EXPECT_TRUE(QFile::exists(source_));
+}
+
+TEST_F(FlacTask, WavOutputGetsNoTags)
+{
+    const auto task = run({});
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    EXPECT_FALSE(task->description().contains(u"metaflac"_s));
+}

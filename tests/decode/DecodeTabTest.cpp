@@ -1,0 +1,180 @@
+#include "DecodeFixture.h"
+
+#include "engine/ZOLTTask.h"
+#include "platform/desktop/ToolsDirectory.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+class DecodeTabTest : public DecodeTest
+{
+protected:
+    /// The argument vectors of the tasks that the command would start, which it does not.
+    std::vector<std::shared_ptr<DecodeFlacTask>> queued()
+    {
+        std::vector<std::shared_ptr<DecodeFlacTask>> tasks;
+        for (const auto& task : queue().taskArray()) tasks.push_back(std::dynamic_pointer_cast<DecodeFlacTask>(task));
+        return tasks;
+    }
+};
+
+TEST_F(DecodeTabTest, FlacVectorForWav)
+{
+    EXPECT_EQ(tab.flacArguments(u"/in/a b.c.flac"_s, u"/out"_s, u"WAV"_s),
+              QStringList({u"-d"_s, u"/in/a b.c.flac"_s, u"-o"_s, u"/out/a b.c.wav"_s}));
+}
+
+TEST_F(DecodeTabTest, FlacVectorForAiffWithBothOptions)
+{
+    tab.decodeFlacThroughErrors->setState(true);
+    tab.flacKeepForeignMetadataButton->setState(true);
+    EXPECT_EQ(tab.flacArguments(u"/in/a.flac"_s, u"/out"_s, u"AIFF"_s),
+              QStringList({u"-d"_s, u"--keep-foreign-metadata"_s, u"-F"_s, u"--force-aiff-format"_s, u"/in/a.flac"_s, u"-o"_s,
+                           u"/out/a.aiff"_s}));
+}
+
+TEST_F(DecodeTabTest, FlacTaskRunsFlacOfTheToolsDirectoryAndIsNamedByItsSource)
+{
+    const auto task = tab.decodeFlacOutputPathForFormatInQueue(u"/in/a.flac"_s, u"/out"_s, u"WAV"_s, nullptr);
+    EXPECT_EQ(task->launchPath(), toolPath(u"flac"_s));
+    EXPECT_EQ(task->title(), u"a.flac"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"a.flac"_s);
+    task->setResults(nullptr);
+}
+
+TEST_F(DecodeTabTest, ShortenVectorHasItsSourceAtIndexNine)
+{
+    const QStringList wav = DecodeTab::shnArguments(u"/in/a.shn"_s, u"/out"_s, u"WAV"_s);
+    EXPECT_EQ(wav, QStringList({u"conv"_s, u"-o"_s, u"wav"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-d"_s, u"/out"_s, u"/in/a.shn"_s}));
+    EXPECT_EQ(wav.at(9), u"/in/a.shn"_s);
+    EXPECT_EQ(DecodeTab::shnArguments(u"/in/a.shn"_s, u"/out"_s, u"AIFF"_s).at(2), u"aiff"_s);
+}
+
+TEST_F(DecodeTabTest, WavpackVectorGoesThroughTheCustomOutput)
+{
+    EXPECT_EQ(DecodeTab::wavpackArguments(u"/in/a.wv"_s, u"/out"_s, u"WAV"_s),
+              QStringList({u"conv"_s, u"-o"_s, u"cust ext=wav wvunpack %f -"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-d"_s, u"/out"_s,
+                           u"/in/a.wv"_s}));
+    EXPECT_EQ(DecodeTab::wavpackArguments(u"/in/a.wv"_s, u"/out"_s, u"other"_s).at(2), u"cust ext=aiff wvunpack %f -"_s);
+}
+
+TEST_F(DecodeTabTest, FlacOptionsShowWithTheFirstFlacFileAndGoWithTheList)
+{
+    const auto shown = [&] {
+        return !tab.decodeFlacThroughErrors->isHidden() && !tab.flacKeepForeignMetadataButton->isHidden() && !tab.flacOptionsLabel->isHidden();
+    };
+    EXPECT_FALSE(shown());
+    tab.addFiles({u"/a.shn"_s});
+    EXPECT_FALSE(shown());
+    tab.addFiles({u"/b.FLAC"_s});
+    EXPECT_TRUE(shown());
+    tab.removeRows({0, 1});
+    EXPECT_TRUE(shown());
+    tab.clearFiles();
+    EXPECT_FALSE(shown());
+}
+
+TEST_F(DecodeTabTest, EmptyListDoesNothing)
+{
+    tab.deleteOriginalsButton->setState(true);
+    tab.executeCommand(nullptr);
+    EXPECT_TRUE(panels_.alerts().empty());
+    EXPECT_EQ(queue().taskCount(), 0);
+}
+
+TEST_F(DecodeTabTest, FilesOfTwoFoldersDecodeBesideTheirSources)
+{
+    holdQueue();
+    tab.addFiles({u"/one/a.flac"_s, u"/two/b.flac"_s});
+    tab.executeCommand(nullptr);
+    ASSERT_EQ(queued().size(), 2U);
+    EXPECT_EQ(queued()[0]->arguments().last(), u"/one/a.wav"_s);
+    EXPECT_EQ(queued()[1]->arguments().last(), u"/two/b.wav"_s);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_TRUE(tab.decodeFlacThroughErrors->isHidden());
+}
+
+TEST_F(DecodeTabTest, OneChosenFolderServesAllFiles)
+{
+    holdQueue();
+    tab.sourceDecodeButton->setState(false);
+    tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+    tab.addFiles({u"/one/a.flac"_s, u"/two/b.flac"_s});
+    panels_.answerOpenPanel(QStringList{u"/out"_s});
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(panels_.openRequests().size(), 1U);
+    ASSERT_EQ(queued().size(), 2U);
+    EXPECT_EQ(queued()[0]->arguments().last(), u"/out/a.aiff"_s);
+    EXPECT_EQ(queued()[1]->arguments().last(), u"/out/b.aiff"_s);
+}
+
+TEST_F(DecodeTabTest, CancelledFolderPanelQueuesNothingAndKeepsTheList)
+{
+    tab.sourceDecodeButton->setState(false);
+    tab.addFiles({u"/one/a.flac"_s});
+    panels_.answerOpenPanel(std::nullopt);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_EQ(tab.fileNames().count(), 1);
+}
+
+TEST_F(DecodeTabTest, DeletionIsConfirmedFirst)
+{
+    holdQueue();
+    tab.deleteOriginalsButton->setState(true);
+    tab.addFiles({u"/one/a.flac"_s});
+    panels_.answerAlert(0);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(panels_.alerts()[0].title, u"You have chosen to delete the original files.  Are you sure you want to continue?"_s);
+    EXPECT_EQ(panels_.alerts()[0].message, QString());
+    EXPECT_EQ(panels_.alerts()[0].buttons, QStringList({u"Yes"_s, u"No"_s}));
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_EQ(tab.fileNames().count(), 1);
+    panels_.answerAlert(1);
+    tab.executeCommand(nullptr);
+    ASSERT_EQ(queued().size(), 1U);
+    EXPECT_TRUE(queued()[0]->deleteOriginal());
+}
+
+TEST_F(DecodeTabTest, SourcesAreKeptUnlessAskedOtherwise)
+{
+    holdQueue();
+    tab.addFiles({u"/one/a.flac"_s});
+    tab.executeCommand(nullptr);
+    EXPECT_FALSE(queued()[0]->deleteOriginal());
+}
+
+TEST_F(DecodeTabTest, FileWithoutExtensionIsSkippedWithoutAWordAndTheListCleared)
+{
+    holdQueue();
+    tab.addFiles({u"/one/a.flac"_s, u"/one/plain"_s});
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queued().size(), 1U);
+    EXPECT_TRUE(panels_.alerts().empty());
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+}
+
+TEST_F(DecodeTabTest, SameFileTwiceMakesTwoTasks)
+{
+    holdQueue();
+    tab.addFiles({u"/one/a.flac"_s, u"/one/a.flac"_s});
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queued().size(), 2U);
+}
+
+TEST_F(DecodeTabTest, ToolsAreNamedForTheLookUpBeforeThePress)
+{
+    EXPECT_EQ(tab.toolsNeeded(), QStringList());
+    tab.addFiles({u"/one/a.flac"_s});
+    EXPECT_EQ(tab.toolsNeeded(), QStringList{u"flac"_s});
+    tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+    EXPECT_EQ(tab.toolsNeeded(), QStringList({u"flac"_s, u"metaflac"_s}));
+}
+
+TEST_F(DecodeTabTest, FormatsAreWavAndAiffInThisOrder)
+{
+    EXPECT_EQ(tab.outputFormatMatrix->cellAt(0, 0).title, u"WAV"_s);
+    EXPECT_EQ(tab.outputFormatMatrix->cellAt(1, 0).title, u"AIFF"_s);
+    EXPECT_EQ(tab.outputFormat(), u"WAV"_s);
+}

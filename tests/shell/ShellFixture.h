@@ -1,0 +1,79 @@
+// What the tests of tabs and controller share: a controller with tabs of every label, panels and a desktop.
+#pragma once
+
+#include "engine/ZOLTTaskQueue.h"
+#include "platform/threads/MainQueue.h"
+#include "shell/BaseTab.h"
+#include "shell/Constants.h"
+#include "shell/ZOLTController.h"
+#include "support/RecordingDesktop.h"
+#include "support/ScriptedPanels.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace zolt::test {
+
+class PlainTab : public BaseTab
+{
+public:
+    void displayRelevantOptions() override { ++displays; }
+    void filesAdded() override { ++additions; }
+    int displays = 0;
+    int additions = 0;
+};
+
+class ShellTest : public testing::Test
+{
+protected:
+    ShellTest()
+    {
+        connect(decode, Constants::DECODE, &ZOLTController::decodeTab);
+        connect(encode, Constants::ENCODE, &ZOLTController::encodeTab);
+        connect(checksum, Constants::CHECKSUM, &ZOLTController::checksumTab);
+        connect(lossy, Constants::LOSSY, &ZOLTController::lossyTab);
+        connect(tags, Constants::TAGS, &ZOLTController::tagsTab);
+        connect(util, Constants::UTIL, &ZOLTController::utilTab);
+        controller.tabView->addTabViewItem(std::make_shared<TabViewItem>(Constants::ABOUT));
+        controller.awakeFromNib();
+        controller.applicationDidFinishLaunching();
+    }
+    void connect(PlainTab& tab, const QString& label, BaseTab* ZOLTController::*outlet)
+    {
+        tab.tabViewItem = std::make_shared<TabViewItem>(label);
+        tab.zoltController = &controller;
+        controller.*outlet = &tab;
+        controller.tabView->addTabViewItem(tab.tabViewItem);
+    }
+    /// Makes a file below the test's folder, with its folders. @return its path
+    QString file(const QString& name, const QByteArray& content = {})
+    {
+        const QString path = folder_.filePath(name);
+        QDir().mkpath(path::deletingLastComponent(path));
+        QFile made(path);
+        EXPECT_TRUE(made.open(QIODevice::WriteOnly));
+        made.write(content);
+        return path;
+    }
+    QString folder() const { return folder_.path(); }
+
+    ScriptedPanels panels_;
+    RecordingDesktop desktop_;
+    ZOLTController controller;
+    PlainTab decode, encode, checksum, lossy, tags, util;
+
+private:
+    QTemporaryDir folder_;
+};
+
+/// A WAV file of four frames: 16-bit mono at 44,100 Hz.
+inline QByteArray wavBytes()
+{
+    return QByteArray::fromHex("52494646" "2c000000" "57415645" "666d7420" "10000000" "0100" "0100" "44ac0000" "88580100" "0200" "1000"
+                               "64617461" "08000000" "0000000000000000");
+}
+
+} // namespace zolt::test
