@@ -1,0 +1,103 @@
+// Lossless means bit-exact: there and back, sample by sample, with ffmpeg and ffprobe as witnesses of their own.
+#include "ConversionFixture.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Case
+{
+    bool aiff;
+    uint32_t bits;
+};
+
+void PrintTo(const Case& one, std::ostream* out)
+{
+    *out << (one.aiff ? "AIFF " : "WAV ") << one.bits;
+}
+
+class ThereAndBack : public Conversion, public testing::WithParamInterface<Case>
+{
+protected:
+    void run(const Samples& samples)
+    {
+        SCOPED_TRACE(testing::Message() << samples.rate << " Hz, " << samples.channels << " channels, "
+                                        << samples.frames << " frames");
+        const auto wave = waveFile(samples);
+        const auto aiff = aiffFile(samples);
+        const auto source = writeFile(path(u"source"_s), GetParam().aiff ? aiff : wave);
+        toLossless(source, path(u"out.m4a"_s));
+        ASSERT_FALSE(task_->error()) << task_->results()->results().toStdString();
+        EXPECT_EQ(decodedByFfmpeg(path(u"out.m4a"_s), samples.bits), samples.little);
+        const auto expected = QByteArray::number(samples.rate, 'f', 0) + ',' + QByteArray::number(samples.channels) +
+                              ',' + QByteArray::number(samples.frames);
+        EXPECT_EQ(probed(path(u"out.m4a"_s), u"sample_rate,channels,duration_ts"_s), expected);
+        EXPECT_EQ(statedLength(path(u"out.m4a"_s)), samples.frames);
+        toWave(path(u"out.m4a"_s), path(u"back.wav"_s));
+        toAiff(path(u"out.m4a"_s), path(u"back.aiff"_s));
+        EXPECT_EQ(fileBytes(path(u"back.wav"_s)), wave);
+        EXPECT_EQ(fileBytes(path(u"back.aiff"_s)), aiff);
+        EXPECT_FALSE(task_->error());
+    }
+};
+
+} // namespace
+
+TEST_P(ThereAndBack, IsExactAtEveryRate)
+{
+    const double rates[] = {8000, 11025, 22050, 32000, 44100, 48000, 88200, 96000, 176400, 192000};
+    int frames = 4095; // around the encoder's block of 4096, then away from it
+    for (const double rate : rates)
+        run(makeSamples(rate, 2, GetParam().bits, frames++));
+}
+
+TEST_P(ThereAndBack, IsExactFromMonoToSixChannels)
+{
+    for (uint32_t channels = 1; channels <= 6; ++channels)
+        run(makeSamples(48000, channels, GetParam().bits, 8191 + static_cast<int>(channels)));
+}
+
+TEST_P(ThereAndBack, IsExactAtOddLengths)
+{
+    for (const int frames : {1, 2, 3, 7, 8191, 8193, 8192, 30011})
+        run(makeSamples(44100, 1, GetParam().bits, frames));
+}
+
+INSTANTIATE_TEST_SUITE_P(Lossless, ThereAndBack,
+                         testing::Values(Case{false, 16}, Case{false, 24}, Case{true, 16}, Case{true, 24}),
+                         [](const auto& info) {
+                             return std::string(info.param.aiff ? "Aiff" : "Wave") + std::to_string(info.param.bits);
+                         });
+
+namespace {
+
+using BetweenLinearFiles = Conversion;
+
+} // namespace
+
+TEST_F(BetweenLinearFiles, EveryDepthIsExactInBothDirections)
+{
+    for (const uint32_t bits : {8u, 16u, 24u, 32u})
+        for (const uint32_t channels : {1u, 2u, 5u}) {
+            const auto samples = makeSamples(44100, channels, bits, 10007);
+            const auto wave = writeFile(path(u"a.wav"_s), waveFile(samples));
+            const auto aiff = writeFile(path(u"a.aiff"_s), aiffFile(samples));
+            toAiff(wave, path(u"b.aiff"_s));
+            toWave(aiff, path(u"b.wav"_s));
+            EXPECT_FALSE(task_->error()) << bits;
+            EXPECT_EQ(fileBytes(path(u"b.aiff"_s)), fileBytes(aiff)) << bits << ' ' << channels;
+            EXPECT_EQ(fileBytes(path(u"b.wav"_s)), fileBytes(wave)) << bits << ' ' << channels;
+        }
+}
+
+TEST_F(BetweenLinearFiles, AnEmptyFileGivesAnEmptyFile)
+{
+    const auto samples = makeSamples(44100, 2, 16, 0);
+    const auto wave = writeFile(path(u"a.wav"_s), waveFile(samples));
+    toAiff(wave, path(u"a.aiff"_s));
+    toLossless(wave, path(u"a.m4a"_s));
+    EXPECT_FALSE(task_->error());
+    EXPECT_EQ(fileBytes(path(u"a.aiff"_s)), aiffFile(samples));
+}
