@@ -104,7 +104,7 @@ TEST_F(ShntoolCompanion, HandsCallsThroughUnchanged)
         const Outcome real = run(u"/usr/bin/shntool"_s, call), ours = companion(call);
         EXPECT_EQ(ours.status, real.status) << call.join(u' ').toStdString();
         EXPECT_EQ(ours.output, real.output);
-        EXPECT_EQ(ours.errors, real.errors);
+        EXPECT_EQ(QByteArray(ours.errors).replace(SHNTOOL_COMPANION, "/usr/bin/shntool"), real.errors); // names itself
     }
 }
 

@@ -90,8 +90,9 @@ private:
         if (!inlined && at_ + 1 == arguments_.size()) throw UsageError{u"--%1 needs a value"_s.arg(option.name)};
         const QString value = inlined ? *inlined : arguments_[++at_];
         if (option.choices.isEmpty()) return value;
-        const qsizetype choice = option.choices.indexOf(value, 0, Qt::CaseInsensitive);
-        if (choice >= 0) return option.choices[choice];
+        for (const QString& choice : option.choices) {
+            if (choice.compare(value, Qt::CaseInsensitive) == 0) return choice;
+        }
         throw UsageError{u"--%1 takes %2, not \"%3\""_s.arg(option.name, option.choices.join(u" or "), value)};
     }
 

@@ -16,6 +16,7 @@
 #include "shell/BaseTab.h"
 #include "shell/ZOLTController.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 
 #include <csignal>
@@ -57,6 +58,11 @@ void overlaySettings(const BatchOptions& options)
 {
     UserDefaults::standard().keepInMemory();
     if (options.has(u"jobs"_s)) UserDefaults::standard().set(u"maxThreads"_s, options.value(u"jobs"_s).toInt());
+}
+
+void takeUpSignals()
+{
+    QCoreApplication::processEvents();
 }
 
 } // namespace
@@ -133,7 +139,7 @@ bool BatchRun::toolsAreThere(const BaseTab& tab)
 
 void BatchRun::press(BaseTab& tab)
 {
-    QCoreApplication::processEvents(); // a Ctrl-C that came during a long walk
+    takeUpSignals(); // one that came during a long walk
     if (signal_ != 0) return;
     try {
         tab.executeCommand(nullptr);
@@ -143,6 +149,7 @@ void BatchRun::press(BaseTab& tab)
         ChildProcess::terminateAll();
         std::_Exit(exitStatus::failed);
     }
+    takeUpSignals(); // one that answered a question
 }
 
 void BatchRun::taskAdded(const std::shared_ptr<ZOLTTask>& task)

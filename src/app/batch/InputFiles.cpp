@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
@@ -18,11 +19,25 @@ namespace zolt::batch {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The output by the true place of its folder, however it was reached.
+QString placeOf(const QString& output)
+{
+    const QFileInfo file(output);
+    return file.dir().canonicalPath() + u'/' + file.fileName();
+}
+
+} // namespace
+
 QStringList absolutePaths(const QStringList& given)
 {
     QStringList paths;
-    for (const QString& path : given)
-        paths.append(QDir::current().absoluteFilePath(path));
+    for (const QString& each : given) {
+        const QString path = QDir::current().absoluteFilePath(each);
+        // Behind a link ".." leads elsewhere than the text says.
+        paths.append(path.contains(u"/.."_s) ? path : QDir::cleanPath(path));
+    }
     return paths;
 }
 
@@ -94,12 +109,13 @@ QStringList InputFiles::collisions() const
     QStringList found;
     for (const QString& file : tab_.fileNames().copy()) {
         const QString output = command_.output(file, options_);
-        const auto other = sources.constFind(output);
-        if (other == sources.constEnd())
-            sources.insert(output, file);
-        else
+        const QString place = placeOf(output);
+        if (const auto other = sources.constFind(place); other != sources.constEnd()) {
             found.append(
                 u"%1 and %2 would both be written to %3"_s.arg(onOneLine(*other), onOneLine(file), onOneLine(output)));
+        } else {
+            sources.insert(place, file);
+        }
     }
     return found;
 }

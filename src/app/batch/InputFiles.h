@@ -5,7 +5,7 @@
 
 namespace zolt::batch {
 
-/// The paths as the tabs know them: absolute, with no other change.
+/// The paths as the tabs know them: absolute, without pieces that lead nowhere.
 QStringList absolutePaths(const QStringList& given);
 
 /// A sentence for the user about a path that cannot be read; empty for one that can.

@@ -1,0 +1,256 @@
+#include "BatchTesting.h"
+#include "support/SampleFlac.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/mount.h>
+
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+class BatchFaults : public BatchTest
+{
+};
+
+/// A file system in memory that holds little, if this process may mount one.
+class SmallDisk
+{
+public:
+    SmallDisk(const QString& at, const char* size) : path_(QFile::encodeName(at))
+    {
+        QDir().mkpath(at);
+        mounted_ = ::mount("tmpfs", path_.constData(), "tmpfs", 0, (QByteArray("size=") + size).constData()) == 0;
+    }
+    ~SmallDisk()
+    {
+        if (mounted_) ::umount2(path_.constData(), MNT_DETACH);
+    }
+    bool isThere() const { return mounted_; }
+
+private:
+    QByteArray path_;
+    bool mounted_ = false;
+};
+
+} // namespace
+
+TEST_F(BatchFaults, AMissingToolIsToldBeforeAnythingIsQueued)
+{
+    useTools({});
+    makeFlac(in(u"a.flac"_s));
+    const auto outcome = run({u"decode"_s, u"--format"_s, u"AIFF"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.output, QString());
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("\"flac\" is missing"));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("\"metaflac\" is missing"));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("package \"flac\""));
+}
+
+TEST_F(BatchFaults, AToolThatCannotBeStartedHangsNothing)
+{
+    standInForFlac({});
+    write(in(u"tools/flac"_s), "neither a program nor a script");
+    makeFlac(in(u"a.flac"_s));
+    const auto outcome = run({u"decode"_s, u"--delete-originals"_s, u"--yes"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("tools/flac"));
+    EXPECT_TRUE(QFile::exists(in(u"a.flac"_s)));
+}
+
+TEST_F(BatchFaults, AFullDiskFailsTheRowAndKeepsTheSource)
+{
+    const SmallDisk disk(in(u"disk"_s), "256k");
+    if (!disk.isThere()) GTEST_SKIP() << "this process may not mount a small disk";
+    makeFlac(in(u"long.flac"_s), 10);
+    makeFlac(in(u"short.flac"_s), 0.1);
+    const auto outcome = run({u"decode"_s, u"--jobs"_s, u"1"_s, u"--delete-originals"_s, u"--yes"_s, u"--out"_s,
+                              u"disk"_s, u"long.flac"_s, u"short.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Error  long.flac"_s, u"Complete  short.flac"_s));
+    EXPECT_THAT(outcome.output.toStdString(), HasSubstr("\n\nlong.flac\n")) << "the tool's text follows under the name";
+    EXPECT_TRUE(QFile::exists(in(u"long.flac"_s)));
+    EXPECT_FALSE(QFile::exists(in(u"short.flac"_s)));
+}
+
+TEST_F(BatchFaults, AFolderThatCannotBeWrittenFailsTheRow)
+{
+    makeFlac(in(u"a.flac"_s));
+    const auto outcome = run({u"decode"_s, u"--delete-originals"_s, u"--yes"_s, u"--out"_s, u"/proc"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Error  a.flac"_s));
+    EXPECT_THAT(outcome.output.toStdString(), HasSubstr("/proc/a.wav"));
+    EXPECT_TRUE(QFile::exists(in(u"a.flac"_s)));
+}
+
+TEST_F(BatchFaults, AFolderThatIsNotThereIsToldAtOnce)
+{
+    makeFlac(in(u"a.flac"_s));
+    const auto outcome = run({u"decode"_s, u"--out"_s, u"nowhere"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("nowhere"));
+    EXPECT_FALSE(QFile::exists(in(u"nowhere"_s)));
+}
+
+TEST_F(BatchFaults, OddNamesAreDecodedAndShownOnOneLineEach)
+{
+    const QStringList names{
+        u"a: b"_s, u"100% done % "_s, u"\"quoted\" 'both' `ways`"_s, u"line\nbreak\r"_s, u"Ωmega 日本 ñ 🎵"_s,
+        u"-o"_s,   u"--help"_s,       u"back\\slash $HOME *?"_s,     u" blanks "_s,      u".hidden"_s};
+    QStringList arguments{u"decode"_s, u"--"_s};
+    for (const QString& name : names) {
+        makeFlac(in(name + u".flac"_s));
+        arguments += name + u".flac"_s;
+    }
+    const auto outcome = run(arguments);
+    EXPECT_EQ(outcome.status, 0) << outcome.output.toStdString() << outcome.errors.toStdString();
+    EXPECT_EQ(outcome.rows.size(), names.size());
+    EXPECT_TRUE(outcome.rows.contains(u"Complete  line\\nbreak\\r.flac"_s));
+    EXPECT_TRUE(outcome.rows.contains(u"Complete  Ωmega 日本 ñ 🎵.flac"_s));
+    for (const QString& name : names)
+        EXPECT_TRUE(contents(in(name + u".wav"_s)).startsWith("RIFF"));
+}
+
+TEST_F(BatchFaults, ASourceThatVanishesFailsItsRowAlone)
+{
+    standInForFlac(
+        u"touch \"$dir/started\"\nwhile [ ! -e \"$dir/go\" ]; do sleep 0.01; done\nexec \"$real\" \"$@\"\n"_s);
+    for (const QString& name : {u"1.flac"_s, u"2.flac"_s, u"3.flac"_s})
+        makeFlac(in(name));
+    const auto process = start({u"decode"_s, u"--jobs"_s, u"1"_s, u"1.flac"_s, u"2.flac"_s, u"3.flac"_s});
+    waitUntil([&] { return QFile::exists(in(u"started"_s)); });
+    ASSERT_TRUE(QFile::remove(in(u"2.flac"_s)));
+    write(in(u"go"_s), {});
+    const auto outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  1.flac"_s, u"Error  2.flac"_s, u"Complete  3.flac"_s));
+}
+
+TEST_F(BatchFaults, AFolderThatLinksToItselfIsWalkedOnce)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"show/disc"_s)));
+    makeFlac(in(u"show/a.flac"_s));
+    ASSERT_TRUE(QFile::link(in(u"show"_s), in(u"show/disc/again"_s)));
+    const auto outcome = run({u"decode"_s, u"show"_s});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  a.flac"_s));
+}
+
+TEST_F(BatchFaults, EachBadInputIsNamedAndTheOthersAreDone)
+{
+    makeFlac(in(u"good.flac"_s));
+    for (const QString& name : {u"noext"_s, u"notes.txt"_s, u"later.wv"_s})
+        write(in(name), "no audio");
+    const auto outcome =
+        run({u"decode"_s, u"good.flac"_s, u"missing.flac"_s, u"noext"_s, u"notes.txt"_s, u"later.xyz.wv2"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  good.flac"_s));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("missing.flac: No such file or directory"));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("noext: nothing here can decode"));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("notes.txt: decode does not take files of this kind"));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("later.xyz.wv2: No such file"));
+    EXPECT_THAT(outcome.errors.toStdString(),
+                HasSubstr("Some files types were not recognized by this tab and were skipped"));
+}
+
+TEST_F(BatchFaults, NothingToDoIsSaid)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"empty"_s)));
+    const auto missing = run({u"decode"_s, u"missing.flac"_s});
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_THAT(missing.errors.toStdString(), HasSubstr("missing.flac"));
+    const auto empty = run({u"decode"_s, u"empty"_s});
+    EXPECT_EQ(empty.status, 2);
+    EXPECT_THAT(empty.errors.toStdString(), HasSubstr("nothing to decode"));
+}
+
+TEST_F(BatchFaults, TwoSourcesForOneOutputAreRefusedBeforeTheStart)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"d1"_s)) && QDir().mkpath(in(u"d2"_s)) && QDir().mkpath(in(u"out"_s)));
+    makeFlac(in(u"d1/01.flac"_s));
+    makeFlac(in(u"d2/01.flac"_s));
+    const auto outcome =
+        run({u"decode"_s, u"--delete-originals"_s, u"--yes"_s, u"--out"_s, u"out"_s, u"d1"_s, u"d2"_s});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("would both be written to"));
+    EXPECT_TRUE(QDir(in(u"out"_s)).isEmpty());
+    EXPECT_TRUE(QFile::exists(in(u"d1/01.flac"_s)) && QFile::exists(in(u"d2/01.flac"_s)));
+}
+
+TEST_F(BatchFaults, OneSourceByTwoWaysIsRefusedBeforeTheStart)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"d1"_s)));
+    makeFlac(in(u"d1/01.flac"_s));
+    ASSERT_TRUE(QFile::link(in(u"d1"_s), in(u"d2"_s)));
+    EXPECT_EQ(run({u"decode"_s, u"d1"_s, u"d2"_s}).status, 2);
+    EXPECT_EQ(run({u"decode"_s, u"d1/01.flac"_s, u"d1/../d1/01.flac"_s}).status, 2);
+    EXPECT_FALSE(QFile::exists(in(u"d1/01.wav"_s)));
+}
+
+TEST_F(BatchFaults, AnExistingOutputIsKept)
+{
+    makeFlac(in(u"a.flac"_s));
+    write(in(u"a.wav"_s), "precious");
+    const auto outcome = run({u"decode"_s, u"--delete-originals"_s, u"--yes"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(contents(in(u"a.wav"_s)), "precious");
+    EXPECT_TRUE(QFile::exists(in(u"a.flac"_s)));
+}
+
+TEST_F(BatchFaults, AFileThatIsNoFlacFailsWithTheToolsText)
+{
+    write(in(u"a.flac"_s), "no audio at all");
+    const auto outcome = run({u"decode"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Error  a.flac"_s));
+    EXPECT_THAT(outcome.output.toStdString(), HasSubstr("\n\na.flac\n"));
+    EXPECT_THAT(outcome.output.toStdString(), HasSubstr("ERROR"));
+}
+
+struct OddTool
+{
+    const char* name;
+    const char* script;
+    const char* row;
+};
+
+class BatchOddTool : public BatchTest, public testing::WithParamInterface<OddTool>
+{
+};
+
+TEST_P(BatchOddTool, EndsItsRowAndTheQueueGoesOn)
+{
+    standInForFlac(u"case \"$*\" in */odd.flac*) ;; *) exec \"$real\" \"$@\";; esac\n"_s +
+                   QString::fromUtf8(GetParam().script));
+    makeFlac(in(u"odd.flac"_s));
+    makeFlac(in(u"other.flac"_s));
+    const auto outcome = run({u"decode"_s, u"--jobs"_s, u"1"_s, u"odd.flac"_s, u"other.flac"_s});
+    EXPECT_THAT(outcome.rows,
+                ElementsAre(QString::fromUtf8(GetParam().row) + u"  odd.flac"_s, u"Complete  other.flac"_s));
+    EXPECT_TRUE(QFile::exists(in(u"odd.flac"_s)));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Tools, BatchOddTool,
+    testing::Values(OddTool{"DiesByASignal", "kill -KILL $$", "Error"},
+                    OddTool{"FloodsThePipe", "head -c 20000000 /dev/zero; exit 0", "Complete"},
+                    OddTool{"FloodsThePipeAndFails", "yes '1: 2% ' | head -c 300000; exit 3", "Error"},
+                    OddTool{"PrintsNothing", "exit 0", "Complete"},
+                    OddTool{"BreaksACharacter", "printf '\\303'; sleep 0.1; printf '\\251'; exit 1", "Error"},
+                    OddTool{"MakesTheParserThrow", "echo '50% of nothing'; exit 0", "Complete"},
+                    OddTool{"ClosesItsOutputEarly", "exec >/dev/null 2>&1; sleep 0.2; exit 4", "Error"}),
+    [](const auto& each) { return each.param.name; });
+
+TEST_F(BatchFaults, AParserFaultIsLogged)
+{
+    standInForFlac(u"echo '50% of nothing'\n"_s);
+    makeFlac(in(u"a.flac"_s));
+    const auto outcome = run({u"decode"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("zolt."));
+}

@@ -1,0 +1,92 @@
+#include "BatchTesting.h"
+#include "support/SampleFlac.h"
+
+#include <QFile>
+
+#include <csignal>
+
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+using testing::HasSubstr;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+/// Three sources, one at a time; a tool that waits for the file "go".
+class BatchInterrupt : public BatchTest
+{
+protected:
+    void SetUp() override
+    {
+        standInForFlac(u"echo $$ >\"$dir/pid.new\"; mv \"$dir/pid.new\" \"$dir/pid\"\n"
+                       "while [ ! -e \"$dir/go\" ]; do sleep 0.01; done\nexec \"$real\" \"$@\"\n"_s);
+        for (const QString& name : files)
+            makeFlac(in(name));
+        process = start(QStringList{u"decode"_s, u"--jobs"_s, u"1"_s, u"--delete-originals"_s, u"--yes"_s} + files);
+        waitUntil([&] { return QFile::exists(in(u"pid"_s)); });
+    }
+
+    void signal(int number) { ASSERT_EQ(::kill(pid_t(process->processId()), number), 0); }
+
+    /// Waits until the program has said on standard error that it cancels.
+    void waitForCancel()
+    {
+        QByteArray said;
+        while (!said.contains("Ctrl-C once more")) {
+            ASSERT_TRUE(process->waitForReadyRead(60000)) << said.toStdString();
+            process->setReadChannel(QProcess::StandardError);
+            said += process->readAllStandardError();
+        }
+    }
+
+    bool toolRuns() const { return ::kill(pid_t(contents(in(u"pid"_s)).trimmed().toInt()), 0) == 0; }
+
+    void expectSourcesKept() const
+    {
+        for (const QString& name : files)
+            EXPECT_TRUE(QFile::exists(in(name))) << name.toStdString();
+    }
+
+    const QStringList files{u"1.flac"_s, u"2.flac"_s, u"3.flac"_s};
+    std::unique_ptr<QProcess> process;
+};
+
+} // namespace
+
+TEST_F(BatchInterrupt, CtrlCCancelsAndLetsTheRunningToolEnd)
+{
+    process->setReadChannel(QProcess::StandardError);
+    signal(SIGINT);
+    waitForCancel();
+    EXPECT_TRUE(toolRuns());
+    write(in(u"go"_s), {});
+    const auto outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 130);
+    EXPECT_THAT(outcome.rows,
+                UnorderedElementsAre(u"Canceled  1.flac"_s, u"Canceled  2.flac"_s, u"Canceled  3.flac"_s));
+    EXPECT_TRUE(contents(in(u"1.wav"_s)).startsWith("RIFF")) << "the running tool went on to its end";
+    expectSourcesKept();
+}
+
+TEST_F(BatchInterrupt, ASecondCtrlCEndsTheRunningTools)
+{
+    process->setReadChannel(QProcess::StandardError);
+    signal(SIGINT);
+    waitForCancel();
+    signal(SIGINT);
+    const auto outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 130);
+    EXPECT_EQ(outcome.rows.filter(u"Canceled  "_s).size(), 3);
+    EXPECT_FALSE(toolRuns());
+    expectSourcesKept();
+}
+
+TEST_F(BatchInterrupt, TerminatingEndsTheRunningToolsAtOnce)
+{
+    signal(SIGTERM);
+    const auto outcome = finish(*process);
+    EXPECT_EQ(outcome.status, 128 + SIGTERM);
+    EXPECT_EQ(outcome.rows.filter(u"Canceled  "_s).size(), 3);
+    EXPECT_FALSE(toolRuns());
+    expectSourcesKept();
+}

@@ -1,0 +1,48 @@
+#include "app/batch/Console.h"
+#include "app/batch/LiveRows.h"
+#include "engine/ZOLTTask.h"
+
+using namespace zolt;
+using namespace zolt::batch;
+using namespace Qt::StringLiterals;
+
+TEST(BatchRows, ControlCharactersNeverLeaveTheirLine)
+{
+    EXPECT_EQ(onOneLine(u"a\nb\r\tc\x1b[2J"_s), u"a\\nb\\r\\tc\\x1b[2J"_s);
+    EXPECT_EQ(onOneLine(u"\u2028\u0085"_s), u"\\x2028\\x85"_s);
+    EXPECT_EQ(onOneLine(u"Ω 日本 \"x\" %"_s), u"Ω 日本 \"x\" %"_s);
+}
+
+TEST(BatchRows, AnOutcomeIsReadAsTheRowShowsIt)
+{
+    const auto task = ZOLTTask::initWithQueue(nullptr);
+    EXPECT_EQ(outcomeOf(*task), Outcome::Complete);
+    task->setError(true);
+    EXPECT_EQ(outcomeOf(*task), Outcome::Error);
+    task->setCancelled(true);
+    EXPECT_EQ(outcomeOf(*task), Outcome::Canceled);
+}
+
+TEST(BatchRows, ALineHoldsOutcomeAndName)
+{
+    EXPECT_EQ(outcomeLine(Outcome::Complete, u"a.flac"_s), u"Complete  a.flac"_s);
+    EXPECT_EQ(outcomeLine(Outcome::Error, u"a\nb.flac"_s), u"Error  a\\nb.flac"_s);
+    EXPECT_EQ(outcomeLine(Outcome::Canceled, u"a.flac"_s), u"Canceled  a.flac"_s);
+}
+
+TEST(BatchRows, ARunningRowHasBarNameAndStatus)
+{
+    const auto task = ZOLTTask::initWithQueue(nullptr);
+    task->setTitle(u"a.flac"_s);
+    task->topTextField()->setStringValue(u"Decoding Flac: 50%"_s);
+    task->progressIndicator()->setDoubleValue(50);
+    EXPECT_EQ(LiveRows::runningLine(*task, 80), u"[##########----------] a.flac  Decoding Flac: 50%"_s);
+    task->progressIndicator()->setDoubleValue(-1);
+    EXPECT_EQ(LiveRows::runningLine(*task, 30), u"[--------------------] a.flac"_s);
+}
+
+TEST(BatchRows, TextIsCutByColumnsNotByCharacters)
+{
+    EXPECT_EQ(LiveRows::cutTo(u"abcdef"_s, 4), u"abc"_s);
+    EXPECT_EQ(LiveRows::cutTo(u"日本語"_s, 6), u"日本"_s);
+}
