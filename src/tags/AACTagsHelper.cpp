@@ -137,7 +137,7 @@ void AACTagsHelper::makeGapless(const QString& path) const
 {
     const QStringList arguments = {path, u"--overWrite"_s, u"--gapless"_s, u"--true"_s};
     NSTaskWrapperSync tool(toolPath(u"AtomicParsley"_s), arguments);
-    // The tool wants its value in quotes.
+    // The quotes are part of the value.
     tool.environment()[u"AP_PADDING"_s] = u"\"DEFAULT_PAD=0:MAX_PAD=0\""_s;
     tool.runTask();
 }
@@ -157,11 +157,11 @@ std::shared_ptr<TagsObject> AACTagsHelper::tagsForFile(const QString& path) cons
     const auto document = openDocument(path, Mp4Document::Access::Read, u"Unable to open the file for reading."_s);
     const M4AItemReader items(document->index());
     for (const TextField& field : textFields)
-        if (const OptionalText text = items.text(field.item)) (tags.get()->*field.set)(text);
+        if (const OptionalText text = items.text(field.item)) ((*tags).*field.set)(text);
     for (const NumberField& field : numberFields) {
         const auto [number, total] = items.numbers(field.item);
-        (tags.get()->*field.setNumber)(QString::number(number));
-        (tags.get()->*field.setTotal)(QString::number(total));
+        ((*tags).*field.setNumber)(QString::number(number));
+        ((*tags).*field.setTotal)(QString::number(total));
     }
     readPicture(items, *tags);
     return tags;

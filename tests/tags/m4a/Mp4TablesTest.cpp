@@ -101,7 +101,7 @@ TEST(Mp4Tables, MediaInAnotherFileAreRefused)
     EXPECT_NO_THROW(checkIndexTables(indexWithReference(nowhere, 1)));
     EXPECT_THROW(checkIndexTables(indexWithReference(here + elsewhere, 2)), Mp4Error);
     EXPECT_THROW(checkIndexTables(indexWithReference(here, 2)), Mp4Error) << "one entry is missing";
-    EXPECT_THROW(checkIndexTables(indexWithReference(bigEndian(0, 12), 1)), Mp4Error) << "an entry of no length";
+    EXPECT_THROW(checkIndexTables(indexWithReference(QByteArray(12, '\0'), 1)), Mp4Error) << "an entry of no length";
 }
 
 TEST(Mp4Tables, FragmentsKeepTheirSizeAndMoveTheirBase)
