@@ -1,0 +1,81 @@
+"""Drives the window program on a virtual display, as a person would: files as arguments, then Ctrl+Return."""
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+
+
+class Shown:
+    """Seconds from the key press to the last output, and the most memory in MiB meanwhile."""
+
+    def __init__(self, seconds: float, mebibytes: float):
+        self.seconds = seconds
+        self.mebibytes = mebibytes
+
+
+def resident(pid: int) -> float:
+    with open(f"/proc/{pid}/status", encoding="ascii") as status:
+        for entry in status:
+            if entry.startswith("VmRSS:"):
+                return int(entry.split()[1]) / 1024
+    return 0.0
+
+
+def has_children(pid: int) -> bool:
+    return bool(pathlib.Path(f"/proc/{pid}/task/{pid}/children").read_text().strip())
+
+
+class Window:
+    def __init__(self, program: pathlib.Path):
+        number = next(n for n in range(90, 200) if not os.path.exists(f"/tmp/.X{n}-lock"))
+        self.server = subprocess.Popen(["Xvfb", f":{number}", "-screen", "0", "1280x900x24"], stderr=subprocess.DEVNULL)
+        self.home = tempfile.TemporaryDirectory(prefix="zolt-bench-home-")
+        self.environment = dict(os.environ, DISPLAY=f":{number}", QT_QPA_PLATFORM="xcb", HOME=self.home.name,
+                                XDG_CONFIG_HOME=self.home.name, DBUS_SESSION_BUS_ADDRESS="unix:path=/nonexistent")
+        self.program = str(program)
+        time.sleep(1)
+        self.idle = self._idle()
+
+    def _start(self, files: list[str]) -> subprocess.Popen:
+        process = subprocess.Popen([self.program, *files], env=self.environment, stderr=subprocess.DEVNULL)
+        self._xdotool("search", "--sync", "--onlyvisible", "--name", "Zolt")
+        time.sleep(1.5)  # the list is filled and drawn
+        return process
+
+    def _idle(self) -> float:
+        process = self._start([])
+        memory = resident(process.pid)
+        process.kill()
+        process.wait()
+        return memory
+
+    def _xdotool(self, *arguments: str) -> None:
+        subprocess.run(["xdotool", *arguments], env=self.environment, check=True, stdout=subprocess.DEVNULL, timeout=60)
+
+    def decode(self, files: list[str]) -> Shown:
+        process = self._start([os.path.dirname(files[0])])
+        outputs = len(files)
+        folder = os.path.dirname(files[0])
+        started = time.perf_counter()
+        self._xdotool("key", "ctrl+Return")
+        most = 0.0
+        while True:
+            most = max(most, resident(process.pid))
+            if process.poll() is not None:
+                sys.exit("the window program ended")
+            if not has_children(process.pid) and sum(name.endswith(".wav") for name in os.listdir(folder)) == outputs:
+                break
+            if time.perf_counter() - started > 600:
+                sys.exit("the window program does not decode")
+            time.sleep(0.02)
+        seconds = time.perf_counter() - started
+        process.kill()
+        process.wait()
+        return Shown(seconds, most)
+
+    def close(self) -> None:
+        self.server.terminate()
+        self.server.wait()
+        self.home.cleanup()
