@@ -17,8 +17,38 @@ public:
     bool isHeld() const { return holder_.load(std::memory_order_relaxed) != nullptr; }
 
 private:
-    /// A mark of the thread that holds the lock, null while it is free.
+    static const void* markOfThisThread() { return &mark_; }
+    bool tryLock();
+    void spin();
+
+    static inline constinit thread_local char mark_ = 0; // its address is one that no other living thread has
+    /// The mark of the thread that holds the lock, null while it is free.
     std::atomic<const void*> holder_ = nullptr;
 };
+
+inline bool CacheSpinLock::tryLock()
+{
+    const void* nobody = nullptr;
+    return holder_.compare_exchange_strong(nobody, markOfThisThread(), std::memory_order_acquire,
+                                           std::memory_order_relaxed);
+}
+
+inline void CacheSpinLock::lock()
+{
+    if (!tryLock()) spin();
+}
+
+inline bool CacheSpinLock::isHeldByCaller() const
+{
+    return holder_.load(std::memory_order_relaxed) == markOfThisThread();
+}
+
+inline bool CacheSpinLock::unlock()
+{
+    // Nobody else writes while the caller holds the lock.
+    const bool isCallers = isHeldByCaller();
+    if (isCallers) holder_.store(nullptr, std::memory_order_release);
+    return isCallers;
+}
 
 } // namespace zolt

@@ -4,28 +4,28 @@
 
 namespace zolt {
 
-bool CachedRegex::isOfSamePattern(const RegexText& pattern, std::uint32_t withOptions) const
+bool CachedRegex::isOfSamePattern(RegexText pattern, std::uint32_t withOptions) const
 {
-    return icu && options == withOptions && regexString.isSame(pattern);
+    return icu && options == withOptions && regexString.text().isSame(pattern);
 }
 
-bool CachedRegex::isOfEqualPattern(const RegexText& pattern, std::uint32_t withOptions) const
+bool CachedRegex::isOfEqualPattern(RegexText pattern, std::uint32_t withOptions) const
 {
-    return icu && options == withOptions && (regexString.isSame(pattern) || regexString == pattern);
+    return icu && options == withOptions && (regexString.text().isSame(pattern) || regexString.text() == pattern);
 }
 
 void CachedRegex::open(const char16_t* units, UParseError& position, UErrorCode& status)
 {
     RKL_REQUIRE(!icu && units);
-    icu.reset(uregex_open(units, static_cast<int32_t>(regexString.length()), options, &position, &status));
+    icu.reset(uregex_open(units, static_cast<int32_t>(regexString.text().length()), options, &position, &status));
     if (U_SUCCESS(status)) captureCount = uregex_groupCount(icu.get(), &status);
 }
 
-void CachedRegex::setSubject(const RegexText& subject, TextRange range, ConversionBuffers& buffers, UErrorCode& status)
+void CachedRegex::setSubject(RegexText subject, const TextRange& range, ConversionBuffers& buffers, UErrorCode& status)
 {
     RKL_REQUIRE(icu && range.liesWithin(subject.length()));
     const std::size_t hash = subject.hash();
-    const bool stays = setToString.isSame(subject) && setToLength == subject.length() && setToHash == hash;
+    const bool stays = setToString.text().isSame(subject) && setToLength == subject.length() && setToHash == hash;
     if (!stays) holdSubject(subject, hash);
     const bool unitsMoved = findUnits(buffers);
     if (!unitsMoved && setToRange == range) return;
@@ -34,13 +34,15 @@ void CachedRegex::setSubject(const RegexText& subject, TextRange range, Conversi
     if (U_SUCCESS(status)) setToRange = range;
 }
 
-void CachedRegex::holdSubject(const RegexText& subject, std::size_t hash)
+void CachedRegex::holdSubject(RegexText subject, std::size_t hash)
 {
-    clearSubject();
-    setToString = subject.owned();
+    forgetRanges();
+    setToString.keep(subject);
     setToHash = hash;
     setToLength = subject.length();
-    setToNeedsConversion = !setToString.directUnits();
+    setToNeedsConversion = subject.encoded() != nullptr;
+    setToUniChar = nullptr;
+    buffer = nullptr;
 }
 
 /// Finds the characters of the held subject; true if `icu` does not read them yet.
@@ -49,12 +51,12 @@ bool CachedRegex::findUnits(ConversionBuffers& buffers)
     const char16_t* before = setToUniChar;
     bool isNew = false;
     if (setToNeedsConversion) {
-        const ConversionBuffers::Filled filled = buffers.bufferFor(setToString, setToHash);
+        const ConversionBuffers::Filled filled = buffers.bufferFor(setToString.text(), setToHash);
         buffer = filled.buffer;
         isNew = filled.isNew;
         setToUniChar = buffer->uniChar;
     } else {
-        setToUniChar = setToString.directUnits();
+        setToUniChar = setToString.text().directUnits();
     }
     RKL_REQUIRE(setToUniChar);
     return isNew || setToUniChar != before;
@@ -65,23 +67,12 @@ void CachedRegex::forgetRanges()
     setToRange = lastFindRange = lastMatchRange = TextRange();
 }
 
-void CachedRegex::clearSubject()
-{
-    setToString = RegexText();
-    setToHash = 0;
-    setToLength = 0;
-    setToNeedsConversion = false;
-    setToUniChar = nullptr;
-    buffer = nullptr;
-    forgetRanges();
-}
-
 void CachedRegex::clear()
 {
     icu.reset();
     captureCount = -1;
-    clearSubject();
-    regexString = RegexText();
+    holdSubject(RegexText(), 0);
+    regexString.drop();
     regexHash = 0;
     options = 0;
 }

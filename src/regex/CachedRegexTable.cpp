@@ -13,29 +13,31 @@ constexpr qsizetype longestPattern = 2147483646;
 void openEntry(CachedRegex& entry, ScratchBuffer& scratch, RegexFault& fault)
 {
     UErrorCode status = U_ZERO_ERROR;
-    const RegexText& pattern = entry.regexString;
+    UParseError position{};
+    const RegexText pattern = entry.regexString.text();
     if (const char16_t* units = pattern.directUnits()) {
-        entry.open(units, fault.position, status);
+        entry.open(units, position, status);
     } else {
         scratch.withUnits(static_cast<std::size_t>(pattern.length()), [&](char16_t* copy) {
             pattern.copyUnits(copy);
-            entry.open(copy, fault.position, status);
+            entry.open(copy, position, status);
         });
         scratch.freeAll();
     }
     fault.noteStatus(RegexFault::Kind::Compiling, status);
+    if (fault) fault.notePosition(position);
 }
 
 } // namespace
 
-std::size_t CachedRegexTable::lookasideOf(const RegexText& pattern, std::uint32_t options)
+std::size_t CachedRegexTable::lookasideOf(RegexText pattern, std::uint32_t options)
 {
     const auto address = reinterpret_cast<std::uintptr_t>(pattern.identity());
     return ((options >> 4) + options + (address >> 4)) & (lookasides - 1);
 }
 
-CachedRegex* CachedRegexTable::rkl_getCachedRegex(const RegexText& pattern, std::uint32_t options,
-                                                  ScratchBuffer& scratch, RegexFault& fault)
+CachedRegex* CachedRegexTable::rkl_getCachedRegex(RegexText pattern, std::uint32_t options, ScratchBuffer& scratch,
+                                                  RegexFault& fault)
 {
     if (rkl_lastCachedRegex_ && rkl_lastCachedRegex_->isOfSamePattern(pattern, options)) return rkl_lastCachedRegex_;
 
@@ -51,7 +53,7 @@ CachedRegex* CachedRegexTable::rkl_getCachedRegex(const RegexText& pattern, std:
     return entry ? taken(*entry, lookaside) : nullptr;
 }
 
-CachedRegex* CachedRegexTable::findInSet(const RegexText& pattern, std::size_t hash, std::uint32_t options)
+CachedRegex* CachedRegexTable::findInSet(RegexText pattern, std::size_t hash, std::uint32_t options)
 {
     const std::size_t first = setOf(hash, options) * ways;
     for (std::size_t way = ways; way-- > 0;) {
@@ -61,7 +63,7 @@ CachedRegex* CachedRegexTable::findInSet(const RegexText& pattern, std::size_t h
     return nullptr;
 }
 
-CachedRegex* CachedRegexTable::compile(const RegexText& pattern, std::size_t hash, std::uint32_t options,
+CachedRegex* CachedRegexTable::compile(RegexText pattern, std::size_t hash, std::uint32_t options,
                                        ScratchBuffer& scratch, RegexFault& fault)
 {
     const std::size_t set = setOf(hash, options);
@@ -72,7 +74,7 @@ CachedRegex* CachedRegexTable::compile(const RegexText& pattern, std::size_t has
         fault.noteRange("Regex string length exceeds INT_MAX");
         return nullptr;
     }
-    entry.regexString = pattern.owned();
+    entry.regexString.keep(pattern);
     entry.regexHash = hash;
     entry.options = options;
     openEntry(entry, scratch, fault);

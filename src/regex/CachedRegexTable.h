@@ -23,11 +23,11 @@ public:
     /// @param scratch  room for the pattern's characters, free again on return
     /// @return null if a fault was noted
     /// @throws std::bad_alloc
-    CachedRegex* rkl_getCachedRegex(const RegexText& pattern, std::uint32_t options, ScratchBuffer& scratch,
+    CachedRegex* rkl_getCachedRegex(RegexText pattern, std::uint32_t options, ScratchBuffer& scratch,
                                     RegexFault& fault);
 
     static std::size_t setOf(std::size_t hash, std::uint32_t options) { return (hash ^ options) % sets; }
-    static std::size_t lookasideOf(const RegexText& pattern, std::uint32_t options);
+    static std::size_t lookasideOf(RegexText pattern, std::uint32_t options);
 
     const std::array<CachedRegex, sets * ways>& rkl_cachedRegexes() const { return rkl_cachedRegexes_; }
     const CachedRegex* rkl_lastCachedRegex() const { return rkl_lastCachedRegex_; }
@@ -35,8 +35,8 @@ public:
     const std::array<LruState, sets>& rkl_cachedRegexCacheSets() const { return rkl_cachedRegexCacheSets_; }
 
 private:
-    CachedRegex* findInSet(const RegexText& pattern, std::size_t hash, std::uint32_t options);
-    CachedRegex* compile(const RegexText& pattern, std::size_t hash, std::uint32_t options, ScratchBuffer& scratch,
+    CachedRegex* findInSet(RegexText pattern, std::size_t hash, std::uint32_t options);
+    CachedRegex* compile(RegexText pattern, std::size_t hash, std::uint32_t options, ScratchBuffer& scratch,
                          RegexFault& fault);
     CachedRegex* taken(CachedRegex& entry, std::size_t lookaside);
 

@@ -5,14 +5,15 @@
 
 namespace zolt {
 
-bool ConversionBuffer::holds(const RegexText& subject, std::size_t subjectHash) const
+bool ConversionBuffer::holds(RegexText subject, std::size_t subjectHash) const
 {
-    return string.isPresent() && string.isSame(subject) && hash == subjectHash && length == subject.length();
+    return string.text().isPresent() && string.text().isSame(subject) && hash == subjectHash &&
+           length == subject.length();
 }
 
 void ConversionBuffer::clear()
 {
-    string = RegexText();
+    string.drop();
     hash = 0;
     length = 0;
 }
@@ -29,7 +30,7 @@ ConversionBuffers::~ConversionBuffers()
         std::free(buffer.uniChar);
 }
 
-ConversionBuffers::Filled ConversionBuffers::bufferFor(const RegexText& subject, std::size_t hash)
+ConversionBuffers::Filled ConversionBuffers::bufferFor(RegexText subject, std::size_t hash)
 {
     const bool isShort = subject.length() < fixedUnits;
     Group& group = isShort ? fixed_ : dynamic_;
@@ -42,7 +43,7 @@ ConversionBuffers::Filled ConversionBuffers::bufferFor(const RegexText& subject,
         buffer.clear();
         if (!isShort) grow(buffer, subject.length());
         subject.copyUnits(buffer.uniChar);
-        buffer.string = subject;
+        buffer.string.keep(subject);
         buffer.hash = hash;
         buffer.length = subject.length();
     }

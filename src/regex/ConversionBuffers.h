@@ -1,8 +1,8 @@
 // Where the UTF-16 of subjects lies that do not give out their own.
 #pragma once
 
+#include "regex/KeptText.h"
 #include "regex/LruState.h"
-#include "regex/RegexText.h"
 
 #include <array>
 
@@ -11,12 +11,12 @@ namespace zolt {
 /// The UTF-16 of one subject.
 struct ConversionBuffer
 {
-    RegexText string; ///< the subject, held so that no other can get its identity; no text while the buffer is free
+    KeptText string; ///< the subject, held so that no other can get its identity; no text while the buffer is free
     std::size_t hash = 0;
     qsizetype length = 0;
     char16_t* uniChar = nullptr; ///< stays when the buffer is cleared
 
-    bool holds(const RegexText& subject, std::size_t subjectHash) const;
+    bool holds(RegexText subject, std::size_t subjectHash) const;
     /// Lets go of the subject.
     void clear();
 };
@@ -42,9 +42,8 @@ public:
         bool isNew; ///< the characters were copied just now
     };
     /// The buffer with the subject's characters: one that has them already, else the one given up for them.
-    /// @param subject  owns its data
     /// @throws std::bad_alloc
-    Filled bufferFor(const RegexText& subject, std::size_t hash);
+    Filled bufferFor(RegexText subject, std::size_t hash);
 
     const Buffers& rkl_lruFixedBuffer() const { return fixed_.buffers; }
     const Buffers& rkl_lruDynamicBuffer() const { return dynamic_.buffers; }

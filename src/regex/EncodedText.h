@@ -1,6 +1,8 @@
 // A text kept as its bytes, for which UTF-16 has to be made when somebody asks.
 #pragma once
 
+#include "regex/TextHash.h"
+
 #include <QAnyStringView>
 #include <QByteArray>
 #include <QString>
@@ -9,12 +11,6 @@
 #include <optional>
 
 namespace zolt {
-
-/// The hash of a text's UTF-16 units, the same however the text is kept. Good for one run of the program only.
-inline std::size_t hashOfUnits(QStringView units)
-{
-    return qHash(units);
-}
 
 /// An immutable text that owns UTF-8 or Latin-1 bytes. Copies share their data; any thread.
 class EncodedText

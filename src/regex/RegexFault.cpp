@@ -23,19 +23,14 @@ QString contextText(const UChar* context)
     return QString::fromUtf16(context);
 }
 
-bool hasPosition(const RegexFault& fault)
-{
-    return fault.position.line > 0;
-}
-
 QString failureReason(const RegexFault& fault)
 {
     const QString name = QString::fromLatin1(u_errorName(fault.status));
-    if (!hasPosition(fault)) return u"The error %1 occurred."_s.arg(name);
+    if (!fault.position) return u"The error %1 occurred."_s.arg(name);
     return u"The error %1 occurred at line %2, column %3: "_s.arg(name)
-               .arg(fault.position.line)
-               .arg(fault.position.offset) +
-           contextText(fault.position.preContext) + u"<<HERE>>"_s + contextText(fault.position.postContext);
+               .arg(fault.position->line)
+               .arg(fault.position->offset) +
+           contextText(fault.position->preContext) + u"<<HERE>>"_s + contextText(fault.position->postContext);
 }
 
 QString description(const RegexFault& fault)
@@ -73,7 +68,7 @@ UserInfo userInfo(const RegexFault& fault, const RegexRequest& request, const Pa
         {regexErrorFailureReasonKey, failureReason(fault)},
     };
     if (request.replaces) addReplacement(info, request, done);
-    if (hasPosition(fault)) addPosition(info, fault.position);
+    if (fault.position) addPosition(info, *fault.position);
     return info;
 }
 
@@ -90,6 +85,11 @@ void RegexFault::noteStatus(Kind when, UErrorCode icuStatus)
     if (U_SUCCESS(icuStatus)) return;
     kind = when;
     status = icuStatus;
+}
+
+void RegexFault::notePosition(const UParseError& where)
+{
+    if (where.line > 0) position = where;
 }
 
 QString rkl_stringFromClassAndMethod(const char* className, const char* method)

@@ -21,12 +21,14 @@ struct RegexFault
     Kind kind = Kind::None;
     const char* text = nullptr; ///< of a range fault
     UErrorCode status = U_ZERO_ERROR;
-    UParseError position{}; ///< line 0 while ICU gave none
+    std::optional<UParseError> position; ///< where the pattern is malformed, if ICU gave it
 
     explicit operator bool() const { return kind != Kind::None; }
     void noteRange(const char* what);
     /// Notes the status if it is an error, one above 0.
     void noteStatus(Kind when, UErrorCode icuStatus);
+    /// Notes where a pattern is malformed; a line of 0 is no position.
+    void notePosition(const UParseError& where);
 };
 
 /// How far a replacement had come.

@@ -12,7 +12,7 @@ namespace {
 constexpr qsizetype longestText = std::numeric_limits<int>::max();
 constexpr const char* textTooLong = "String length exceeds INT_MAX.";
 
-void require(const RegexText& argument, const char* fault, const RegexRequest& request)
+void require(RegexText argument, const char* fault, const RegexRequest& request)
 {
     if (argument.isPresent()) return;
     const QString where = rkl_stringFromClassAndMethod(request.subject.className(), request.method);
@@ -31,18 +31,45 @@ std::size_t firstCapacity(qsizetype subjectLength, qsizetype replacementLength)
     return capacityOf(subjectLength + subjectLength / 2 + 16 + 2 * replacementLength);
 }
 
-} // namespace
-
-OptionalText rkl_performRegexOp(RegexCache& cache, const RegexRequest& request)
+/// One operation, from taking the lock to the result. Lives on the stack of the calling thread, once.
+class RegexOperation
 {
-    if (!request.subject.isPresent()) return std::nullopt;
-    require(request.pattern, "The regular expression argument is NULL.", request);
-    if (request.replaces) require(request.replacement, "The replacement string argument is NULL.", request);
-    return RegexOperation(cache, request).perform();
-}
+public:
+    /// Takes the lock.
+    RegexOperation(RegexCache& cache, const RegexRequest& request);
+    ~RegexOperation();
+
+    OptionalText perform();
+
+private:
+    bool rkl_getCachedRegexSetToString();
+    bool isSearchable();
+    void match();
+    void rkl_replaceString();
+    void replaceBy(const char16_t* replacement);
+    bool replaceInto(std::size_t capacity, const char16_t* replacement);
+    void rkl_replaceAll(char16_t*& buffer, std::size_t capacity, const char16_t* replacement);
+    void noteRunStatus(UErrorCode status) { fault_.noteStatus(RegexFault::Kind::Running, status); }
+    bool hasLeft() const { return (lockStatus_.word() & CacheSpinLockStatus::unlocked) != 0; }
+    void leave();
+
+    RegexCache& cache_;
+    const RegexRequest& request_;
+    const TextRange range_;
+    CacheSpinLockStatus lockStatus_;
+    ScratchBuffer::Blocks blocks_; // what leave() took along
+    CachedRegex* entry_ = nullptr;
+    RegexFault fault_;
+    TextRange found_;
+    OptionalText replaced_; // the text that replacing has made
+    int replacedCount_ = 0;
+    std::int64_t neededUnits_ = 0;
+    bool hasOverflowed_ = false;
+};
 
 RegexOperation::RegexOperation(RegexCache& cache, const RegexRequest& request)
-    : cache_(cache), request_(request), lockStatus_(cache.rkl_cacheSpinLock, cache.warnings)
+    : cache_(cache), request_(request), range_(request.searchedRange()),
+      lockStatus_(cache.rkl_cacheSpinLock, cache.warnings)
 {
 }
 
@@ -58,9 +85,9 @@ OptionalText RegexOperation::perform()
         request_.replaces ? rkl_replaceString() : match();
     }
     if (!hasLeft()) leave();
-    if (fault_) raiseFault(fault_, request_, replaced_);
-    if (request_.replaces)
-        return replaced_.count > 0 ? replaced_.text : request_.subject.text(request_.searchedRange());
+    if (fault_) raiseFault(fault_, request_, {textOrEmpty(replaced_), replacedCount_});
+    if (replacedCount_ > 0) return std::move(replaced_);
+    if (request_.replaces) return request_.subject.text(range_);
     return found_.isFound() ? OptionalText(request_.subject.text(found_)) : std::nullopt;
 }
 
@@ -70,14 +97,14 @@ bool RegexOperation::rkl_getCachedRegexSetToString()
         cache_.expressions.rkl_getCachedRegex(request_.pattern, request_.options, cache_.rkl_scratchBuffer, fault_);
     if (!entry_ || !isSearchable()) return false;
     UErrorCode status = U_ZERO_ERROR;
-    entry_->setSubject(request_.subject, request_.searchedRange(), cache_.buffers, status);
+    entry_->setSubject(request_.subject, range_, cache_.buffers, status);
     noteRunStatus(status);
     return !fault_;
 }
 
 bool RegexOperation::isSearchable()
 {
-    if (!request_.searchedRange().liesWithin(request_.subject.length())) {
+    if (!range_.liesWithin(request_.subject.length())) {
         fault_.noteRange("Range or index out of bounds.");
     } else if (request_.subject.length() > longestText || request_.replacement.length() > longestText) {
         fault_.noteRange(textTooLong);
@@ -101,7 +128,7 @@ void RegexOperation::match()
 
 void RegexOperation::rkl_replaceString()
 {
-    const RegexText& replacement = request_.replacement;
+    const RegexText replacement = request_.replacement;
     if (const char16_t* units = replacement.directUnits()) {
         replaceBy(units);
         return;
@@ -133,7 +160,7 @@ bool RegexOperation::replaceInto(std::size_t capacity, const char16_t* replaceme
         if (hasOverflowed_ && !fault_) return;
         leave();
         // The room is this thread's own after the unlock as well: its stack, or a block that was taken along.
-        if (replaced_.count > 0) replaced_.text = QString(reinterpret_cast<QChar*>(room), end - room);
+        if (replacedCount_ > 0) replaced_.emplace(reinterpret_cast<QChar*>(room), end - room);
     });
     return hasLeft();
 }
@@ -145,7 +172,7 @@ void RegexOperation::rkl_replaceAll(char16_t*& buffer, std::size_t capacity, con
     int room = static_cast<int>(capacity);
     UErrorCode findStatus = U_ZERO_ERROR;
     UErrorCode status = U_ZERO_ERROR;
-    replaced_.count = 0;
+    replacedCount_ = 0;
     neededUnits_ = 0;
     entry_->lastFindRange = entry_->lastMatchRange = TextRange();
     uregex_reset(icu, 0, &findStatus);
@@ -153,7 +180,7 @@ void RegexOperation::rkl_replaceAll(char16_t*& buffer, std::size_t capacity, con
     while (uregex_findNext(icu, &findStatus)) {
         neededUnits_ += uregex_appendReplacement(icu, replacement, length, &buffer, &room, &status);
         if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR) break;
-        ++replaced_.count;
+        ++replacedCount_;
     }
     if (U_SUCCESS(findStatus)) neededUnits_ += uregex_appendTail(icu, &buffer, &room, &status);
     hasOverflowed_ = status == U_BUFFER_OVERFLOW_ERROR;
@@ -164,8 +191,18 @@ void RegexOperation::rkl_replaceAll(char16_t*& buffer, std::size_t capacity, con
 /// Drops the lock. Scratch blocks that are still read come along.
 void RegexOperation::leave()
 {
-    blocks_ = cache_.rkl_scratchBuffer.take();
+    if (cache_.rkl_scratchBuffer.blocksInUse() > 0) blocks_ = cache_.rkl_scratchBuffer.take();
     lockStatus_.unlock();
+}
+
+} // namespace
+
+OptionalText rkl_performRegexOp(RegexCache& cache, const RegexRequest& request)
+{
+    if (!request.subject.isPresent()) return std::nullopt;
+    require(request.pattern, "The regular expression argument is NULL.", request);
+    if (request.replaces) require(request.replacement, "The replacement string argument is NULL.", request);
+    return RegexOperation(cache, request).perform();
 }
 
 } // namespace zolt

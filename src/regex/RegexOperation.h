@@ -15,38 +15,4 @@ namespace zolt {
 /// @throws PlatformException named RKLICURegexException for what ICU reports
 OptionalText rkl_performRegexOp(RegexCache& cache, const RegexRequest& request);
 
-/// One operation, from taking the lock to the result. Lives on the stack of the calling thread, once.
-class RegexOperation
-{
-public:
-    /// Takes the lock.
-    RegexOperation(RegexCache& cache, const RegexRequest& request);
-    ~RegexOperation();
-
-    OptionalText perform();
-
-private:
-    bool rkl_getCachedRegexSetToString();
-    bool isSearchable();
-    void match();
-    void rkl_replaceString();
-    void replaceBy(const char16_t* replacement);
-    bool replaceInto(std::size_t capacity, const char16_t* replacement);
-    void rkl_replaceAll(char16_t*& buffer, std::size_t capacity, const char16_t* replacement);
-    void noteRunStatus(UErrorCode status) { fault_.noteStatus(RegexFault::Kind::Running, status); }
-    bool hasLeft() const { return (lockStatus_.word() & CacheSpinLockStatus::unlocked) != 0; }
-    void leave();
-
-    RegexCache& cache_;
-    const RegexRequest& request_;
-    CacheSpinLockStatus lockStatus_;
-    ScratchBuffer::Blocks blocks_; // what leave() took along
-    CachedRegex* entry_ = nullptr;
-    RegexFault fault_;
-    TextRange found_;
-    PartialReplacement replaced_;
-    std::int64_t neededUnits_ = 0;
-    bool hasOverflowed_ = false;
-};
-
 } // namespace zolt

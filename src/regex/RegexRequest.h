@@ -8,7 +8,7 @@
 
 namespace zolt {
 
-/// One search, or one replacement of all matches. Made by one of the two static functions.
+/// One search, or one replacement of all matches. Made by one of the two static functions; borrows its texts.
 struct RegexRequest
 {
     const char* method;
@@ -21,18 +21,12 @@ struct RegexRequest
 
     static RegexRequest stringByMatching(RegexText subject, RegexText pattern)
     {
-        return {"stringByMatching", false, std::move(subject), std::move(pattern), {}, 0, {}};
+        return {"stringByMatching", false, subject, pattern, {}, 0, {}};
     }
     static RegexRequest stringByReplacingOccurrencesOfRegexWithString(RegexText subject, RegexText pattern,
                                                                       RegexText replacement)
     {
-        return {"stringByReplacingOccurrencesOfRegexWithString",
-                true,
-                std::move(subject),
-                std::move(pattern),
-                std::move(replacement),
-                0,
-                {}};
+        return {"stringByReplacingOccurrencesOfRegexWithString", true, subject, pattern, replacement, 0, {}};
     }
 
     TextRange searchedRange() const { return range.value_or(TextRange{0, subject.length()}); }

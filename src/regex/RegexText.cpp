@@ -2,29 +2,19 @@
 
 namespace zolt {
 
-namespace {
-
-/// The text in memory of its own. A capacity of 0 is what literals and texts made by fromRawData have.
-QString ownedText(const QString& text)
-{
-    return text.capacity() > 0 ? text : QString(text.constData(), text.size());
-}
-
-} // namespace
-
 std::size_t RegexText::hash() const
 {
-    if (const QString* text = unicode()) return hashOfUnits(*text);
-    return encoded() ? encoded()->hash() : 0;
+    if (const EncodedText* text = encoded()) return text->hash();
+    return isPresent() ? hashOfUnits(*unicode()) : 0;
 }
 
 QAnyStringView RegexText::view() const
 {
-    if (const QString* text = unicode()) return *text;
-    return encoded() ? encoded()->view() : QAnyStringView();
+    if (const EncodedText* text = encoded()) return text->view();
+    return isPresent() ? QAnyStringView(*unicode()) : QAnyStringView();
 }
 
-bool RegexText::operator==(const RegexText& other) const
+bool RegexText::operator==(RegexText other) const
 {
     if (isPresent() != other.isPresent() || length() != other.length()) return false;
     return view() == other.view();
@@ -39,16 +29,11 @@ void RegexText::copyUnits(char16_t* to) const
     }
 }
 
-RegexText RegexText::owned() const
-{
-    if (const QString* text = unicode()) return ownedText(*text);
-    return *this;
-}
-
 QString RegexText::text(TextRange range) const
 {
-    const QString whole = unicode() ? *unicode() : view().toString();
-    return ownedText(whole.mid(range.location, range.length));
+    if (isEncoded()) return view().toString().mid(range.location, range.length);
+    if (range.length == length() && ownsData()) return *unicode();
+    return QString(unicode()->constData() + range.location, range.length);
 }
 
 } // namespace zolt

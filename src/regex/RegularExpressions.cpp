@@ -12,14 +12,13 @@ RegexCache& sharedRegexCache()
 
 OptionalText stringByMatching(RegexText subject, RegexText pattern)
 {
-    return rkl_performRegexOp(sharedRegexCache(),
-                              RegexRequest::stringByMatching(std::move(subject), std::move(pattern)));
+    return rkl_performRegexOp(sharedRegexCache(), RegexRequest::stringByMatching(subject, pattern));
 }
 
 OptionalText stringByReplacingOccurrencesOfRegexWithString(RegexText subject, RegexText pattern, RegexText replacement)
 {
-    return rkl_performRegexOp(sharedRegexCache(), RegexRequest::stringByReplacingOccurrencesOfRegexWithString(
-                                                      std::move(subject), std::move(pattern), std::move(replacement)));
+    return rkl_performRegexOp(
+        sharedRegexCache(), RegexRequest::stringByReplacingOccurrencesOfRegexWithString(subject, pattern, replacement));
 }
 
 } // namespace zolt

@@ -26,8 +26,7 @@ OptionalText stringByReplacingOccurrencesOfRegexWithString(RegexText subject, Re
 inline QString stringByReplacingOccurrencesOfRegexWithString(const QString& subject, RegexText pattern,
                                                              RegexText replacement)
 {
-    return *stringByReplacingOccurrencesOfRegexWithString(RegexText(subject), std::move(pattern),
-                                                          std::move(replacement));
+    return *stringByReplacingOccurrencesOfRegexWithString(RegexText(subject), pattern, replacement);
 }
 
 /// The program's one cache, which both operations use. Never destroyed: task threads may search until the very end.

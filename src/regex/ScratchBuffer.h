@@ -27,12 +27,13 @@ public:
     /// Hands over all blocks, so that they can be read after the unlock.
     Blocks take();
     void freeAll() { take(); }
-    std::size_t blocksInUse() const;
+    std::size_t blocksInUse() const { return blocksInUse_; }
 
 private:
     char16_t* allocate(std::size_t count);
 
     Blocks blocks_;
+    std::size_t blocksInUse_ = 0;
 };
 
 // Never inlined: what alloca gives must be gone when this returns, not when its caller does.

@@ -1,7 +1,8 @@
-#include "LogCapture.h"
 #include "RegexTesting.h"
+#include "support/LogCapture.h"
 
 using namespace zolt;
+using zolt::test::LogCapture;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -67,7 +68,7 @@ TEST(CacheSpinLockDeathTest, TakingItTwiceAborts)
 {
     CacheSpinLock lock;
     lock.lock();
-    EXPECT_DEATH(lock.lock(), "CacheSpinLock.cpp:[0-9]+: Invalid parameter not satisfying: holder != mark");
+    EXPECT_DEATH(lock.lock(), "CacheSpinLock.cpp:[0-9]+: Invalid parameter not satisfying: !isHeldByCaller");
 }
 
 TEST(CacheSpinLockStatus, WordTellsWhetherTheOperationHasUnlocked)

@@ -49,7 +49,7 @@ TEST(ConversionBuffers, BufferKnowsItsSubject)
     const EncodedText subject = latin1Text("caf\xE9");
     match(cache, subject, u"b"_s);
     const ConversionBuffer& buffer = cache.buffers.rkl_lruFixedBuffer()[3];
-    EXPECT_TRUE(buffer.string.isSame(subject));
+    EXPECT_TRUE(buffer.string.text().isSame(subject));
     EXPECT_EQ(buffer.hash, subject.hash());
     EXPECT_EQ(buffer.length, 4);
     EXPECT_EQ(buffer.uniChar[3], u'\u00E9');

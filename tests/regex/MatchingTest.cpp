@@ -53,7 +53,9 @@ TEST(StringByMatching, SubjectsOfBothKindsGiveTheSame)
 TEST(StringByMatching, RangeLimitsTheSearch)
 {
     RegexCache cache;
-    RegexRequest request = RegexRequest::stringByMatching(ownText(u"1 22 333 4444"), u"[0-9]+"_s);
+    const QString subject = ownText(u"1 22 333 4444");
+    const QString pattern = ownText(u"[0-9]+");
+    RegexRequest request = RegexRequest::stringByMatching(subject, pattern);
     request.range = TextRange{4, 6};
     EXPECT_EQ(rkl_performRegexOp(cache, request), u"333"_s);
     const CachedRegex& entry = *cache.expressions.rkl_lastCachedRegex();
@@ -69,7 +71,9 @@ TEST(StringByMatching, RangeLimitsTheSearch)
 TEST(StringByMatching, OptionsAreIcuFlags)
 {
     RegexCache cache;
-    RegexRequest request = RegexRequest::stringByMatching(u"ABC"_s, u"b"_s);
+    const QString subject = u"ABC"_s;
+    const QString pattern = u"b"_s;
+    RegexRequest request = RegexRequest::stringByMatching(subject, pattern);
     EXPECT_EQ(rkl_performRegexOp(cache, request), std::nullopt);
     request.options = UREGEX_CASE_INSENSITIVE;
     EXPECT_EQ(rkl_performRegexOp(cache, request), u"B"_s);

@@ -118,7 +118,9 @@ TEST(RegexFault, MissingArgumentsAreNamedWithClassAndMethod)
 TEST(RegexFault, RangeOutsideTheSubjectIsARangeFault)
 {
     RegexCache cache;
-    RegexRequest request = RegexRequest::stringByMatching(u"abc"_s, u"b"_s);
+    const QString subject = u"abc"_s;
+    const QString pattern = u"b"_s;
+    RegexRequest request = RegexRequest::stringByMatching(subject, pattern);
     for (const TextRange range : {TextRange{4, 0}, TextRange{2, 2}, TextRange{-1, 1}, TextRange{0, -1},
                                   TextRange{1, std::numeric_limits<qsizetype>::max()}}) {
         request.range = range;

@@ -1,18 +1,20 @@
 // Counts the memory requests of the search itself, ICU's and Qt's among them, and lets requests fail.
-#include "LogCapture.h"
 #include "RegexTesting.h"
+#include "support/LogCapture.h"
 
 #include <cstdlib>
 #include <new>
 
 using namespace zolt;
+using zolt::test::LogCapture;
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constinit thread_local bool isCounting = false;
 constinit thread_local int requests = 0;
-constinit thread_local int failures = 0; // of the next requests by operator new
+constinit thread_local int successes = 0; // of the next requests by operator new,
+constinit thread_local int failures = 0;  // and then of failures
 
 void countRequest()
 {
@@ -64,7 +66,7 @@ void* realloc(void* block, std::size_t size)
 
 void* operator new(std::size_t size)
 {
-    if (failures > 0 && failures-- > 0) throw std::bad_alloc();
+    if (failures > 0 && --successes < 0 && failures-- > 0) throw std::bad_alloc();
     void* block = std::malloc(size);
     if (!block) throw std::bad_alloc();
     return block;
@@ -116,7 +118,7 @@ template <typename Subjects> int requestsOfSearching(const Subjects& subjects, c
     RegexCache cache;
     const auto searchAll = [&] {
         for (const auto& subject : subjects) {
-            for (const RegexText& pattern : patterns)
+            for (const RegexText pattern : patterns)
                 EXPECT_EQ(match(cache, subject, pattern), std::nullopt);
         }
     };
@@ -172,6 +174,7 @@ TEST(RegexMemory, LackOfMemoryUnderTheLockLeavesItFreeAndTheCacheUsable)
     LogCapture log;
     RegexCache cache;
     const EncodedText text = latin1Text(QByteArray(70000, 'a'));
+    successes = 0;
     failures = 1;
     EXPECT_THROW(match(cache, text, text), std::bad_alloc);
     EXPECT_EQ(failures, 0);
@@ -188,6 +191,7 @@ TEST(RegexMemory, LackOfMemoryForTheWarningTooIsSurvived)
     const EncodedText text = latin1Text(QByteArray(70000, 'a'));
     const QtMessageHandler previous =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { delete new int; });
+    successes = 0;
     failures = 1000;
     EXPECT_THROW(match(cache, text, text), std::bad_alloc);
     failures = 0;
@@ -203,8 +207,10 @@ TEST(RegexMemory, LackOfMemoryForACopyFreesTheOthers)
     const QString subject(70000, u'x');
     const EncodedText replacement = latin1Text(QByteArray(70000, 'r'));
     match(cache, subject, u"y"_s);
+    successes = 1; // the replacement's copy is made, the room for the result is not
     failures = 1;
     EXPECT_THROW(replace(cache, subject, u"y"_s, replacement), std::bad_alloc);
+    EXPECT_EQ(failures, 0);
     EXPECT_FALSE(cache.rkl_cacheSpinLock.isHeld());
     EXPECT_EQ(cache.rkl_scratchBuffer.blocksInUse(), 0U);
     EXPECT_EQ(*replace(cache, subject, u"y"_s, replacement), subject);

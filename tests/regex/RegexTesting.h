@@ -19,13 +19,12 @@ inline EncodedText latin1Text(const QByteArray& bytes)
     return EncodedText::fromLatin1(bytes);
 }
 
-inline OptionalText match(RegexCache& cache, const RegexText& subject, const RegexText& pattern)
+inline OptionalText match(RegexCache& cache, RegexText subject, RegexText pattern)
 {
     return rkl_performRegexOp(cache, RegexRequest::stringByMatching(subject, pattern));
 }
 
-inline OptionalText replace(RegexCache& cache, const RegexText& subject, const RegexText& pattern,
-                            const RegexText& replacement)
+inline OptionalText replace(RegexCache& cache, RegexText subject, RegexText pattern, RegexText replacement)
 {
     return rkl_performRegexOp(
         cache, RegexRequest::stringByReplacingOccurrencesOfRegexWithString(subject, pattern, replacement));
@@ -71,8 +70,9 @@ inline const CachedRegex& entryAt(const RegexCache& cache, std::size_t set, std:
 inline const CachedRegex* entryOf(const RegexCache& cache, const QString& pattern)
 {
     const auto& entries = cache.expressions.rkl_cachedRegexes();
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const CachedRegex& entry) { return entry.regexString == RegexText(pattern); });
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const CachedRegex& entry) {
+        return entry.regexString.text() == RegexText(pattern);
+    });
     return found == entries.end() ? nullptr : &*found;
 }
 

@@ -5,7 +5,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString unitsOf(const RegexText& text)
+QString unitsOf(RegexText text)
 {
     std::vector<char16_t> units(static_cast<std::size_t>(text.length()) + 1, u'#');
     text.copyUnits(units.data());
@@ -17,13 +17,13 @@ QString unitsOf(const RegexText& text)
 
 TEST(RegexText, EncodedTextHasTheUnitsOfItsCharacters)
 {
-    const RegexText latin1 = EncodedText::fromLatin1("na\xEFve");
-    const RegexText utf8 = *EncodedText::fromUtf8("a \xE2\x82\xAC \xF0\x9D\x84\x9E");
+    const EncodedText latin1 = latin1Text("na\xEFve");
+    const EncodedText utf8 = *EncodedText::fromUtf8("a \xE2\x82\xAC \xF0\x9D\x84\x9E");
     EXPECT_EQ(unitsOf(latin1), u"na\u00EFve"_s);
     EXPECT_EQ(unitsOf(utf8), u"a \u20AC \U0001D11E"_s);
     EXPECT_EQ(utf8.length(), 6);
-    EXPECT_EQ(utf8.text({2, 1}), u"\u20AC"_s);
-    EXPECT_EQ(latin1.text({2, 3}), u"\u00EFve"_s);
+    EXPECT_EQ(RegexText(utf8).text({2, 1}), u"\u20AC"_s);
+    EXPECT_EQ(RegexText(latin1).text({2, 3}), u"\u00EFve"_s);
     EXPECT_EQ(unitsOf(u"plain"_s), u"plain"_s);
 }
 
@@ -35,9 +35,10 @@ TEST(RegexText, BytesThatAreNotUtf8AreNoText)
 
 TEST(RegexText, EqualTextsOfEveryKindHaveOneHash)
 {
-    const RegexText plain = u"caf\u00E9"_s;
-    const RegexText latin1 = EncodedText::fromLatin1("caf\xE9");
-    const RegexText utf8 = *EncodedText::fromUtf8("caf\xC3\xA9");
+    const QString plainText = u"caf\u00E9"_s;
+    const EncodedText latin1Bytes = latin1Text("caf\xE9");
+    const EncodedText utf8Bytes = *EncodedText::fromUtf8("caf\xC3\xA9");
+    const RegexText plain = plainText, latin1 = latin1Bytes, utf8 = utf8Bytes;
     EXPECT_TRUE(plain == latin1 && latin1 == utf8 && utf8 == plain);
     EXPECT_EQ(plain.hash(), latin1.hash());
     EXPECT_EQ(plain.hash(), utf8.hash());
@@ -57,18 +58,31 @@ TEST(RegexText, IdentityIsTheSharedDataWithTheLength)
     EXPECT_FALSE(RegexText(bytes).isSame(latin1Text("some text")));
 }
 
-TEST(RegexText, TextThatDoesNotOwnItsDataIsCopied)
+TEST(RegexText, KeptTextSharesDataOrCopiesWhatTheTextDoesNotOwn)
 {
+    KeptText kept;
     const QString borrowed = u"borrowed"_s; // a literal owns nothing
-    EXPECT_FALSE(RegexText(borrowed).owned().isSame(borrowed));
-    EXPECT_TRUE(RegexText(borrowed).owned() == RegexText(borrowed));
+    kept.keep(borrowed);
+    EXPECT_FALSE(kept.text().isSame(borrowed));
+    EXPECT_TRUE(kept.text() == RegexText(borrowed));
     const QString own = ownText(u"own data");
-    EXPECT_TRUE(RegexText(own).owned().isSame(own));
+    kept.keep(own);
+    EXPECT_TRUE(kept.text().isSame(own));
+    const EncodedText bytes = latin1Text("bytes");
+    kept.keep(bytes);
+    EXPECT_TRUE(kept.text().isSame(bytes));
+    kept.keep(u""_s);
+    EXPECT_TRUE(kept.text().isPresent());
+    kept.drop();
+    EXPECT_FALSE(kept.text().isPresent());
+}
 
+TEST(RegexText, EncodedTextOwnsItsBytes)
+{
     char bytes[] = "bytes";
-    const RegexText encoded = latin1Text(QByteArray::fromRawData(bytes, 5));
+    const EncodedText encoded = latin1Text(QByteArray::fromRawData(bytes, 5));
     bytes[0] = '#';
-    EXPECT_EQ(encoded.text(), u"bytes"_s);
+    EXPECT_EQ(RegexText(encoded).text(), u"bytes"_s);
 }
 
 TEST(RegexText, AbsentTextIsNotAnEmptyOne)

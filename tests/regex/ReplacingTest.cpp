@@ -92,8 +92,10 @@ TEST(StringByReplacing, LargeTextsGoThroughScratchSpaceWhichIsFreedAgain)
 TEST(StringByReplacing, RangeGivesTheTextOfTheRange)
 {
     RegexCache cache;
-    RegexRequest request =
-        RegexRequest::stringByReplacingOccurrencesOfRegexWithString(ownText(u"1 22 333 4"), u"[0-9]+"_s, u"#"_s);
+    const QString subject = ownText(u"1 22 333 4");
+    const QString pattern = u"[0-9]+"_s;
+    const QString mark = u"#"_s;
+    RegexRequest request = RegexRequest::stringByReplacingOccurrencesOfRegexWithString(subject, pattern, mark);
     request.range = TextRange{2, 6};
     EXPECT_EQ(rkl_performRegexOp(cache, request), u"# #"_s);
     request.range = TextRange{1, 1};
