@@ -43,8 +43,10 @@ install_packages() {
     as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
-# build PRESET: configures and builds, into build/PRESET.
+# build PRESET [TARGET...]: configures and builds into build/PRESET; everything where no target is named.
 build() {
-    cmake --preset "$1"
-    cmake --build --preset "$1"
+    local preset=$1
+    shift
+    cmake --preset "$preset"
+    cmake --build --preset "$preset" ${1:+--target "$@"}
 }
