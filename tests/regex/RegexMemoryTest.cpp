@@ -130,7 +130,7 @@ template <typename Subjects> int requestsOfSearching(const Subjects& subjects, c
 
 TEST(RegexMemory, TheCounterCounts)
 {
-    EXPECT_GE(requestsOf([] { delete new int; }), 1);
+    EXPECT_GE(requestsOf([] { operator delete(operator new(1)); }), 1);
     EXPECT_GE(requestsOf([] { QString(100, u'x').clear(); }), 1);
 }
 
@@ -189,8 +189,8 @@ TEST(RegexMemory, LackOfMemoryForTheWarningTooIsSurvived)
 {
     RegexCache cache;
     const EncodedText text = latin1Text(QByteArray(70000, 'a'));
-    const QtMessageHandler previous =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) { delete new int; });
+    const QtMessageHandler previous = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString&) { operator delete(operator new(1)); });
     successes = 0;
     failures = 1000;
     EXPECT_THROW(match(cache, text, text), std::bad_alloc);
