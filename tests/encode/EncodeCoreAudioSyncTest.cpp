@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <csignal>
+#include <sys/resource.h>
 #include <thread>
 
 using namespace zolt;
@@ -25,6 +27,27 @@ QString silence(const QString& path, int64_t frames)
     EXPECT_TRUE(QFile::resize(path, 44 + frames * 4));
     return path;
 }
+
+/// As long as it lives, no file of this process grows beyond the size.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(qint64 bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit = {static_cast<rlim_t>(bytes), before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    void (*handler_)(int);
+    rlimit before_ = {};
+};
 
 } // namespace
 
@@ -152,10 +175,13 @@ TEST_F(Encoding, AFullDiskIsAFailure)
 
 TEST_F(Encoding, AFileThatCannotBeFinishedIsAFailure)
 {
-    const auto source = silence(path(u"a.wav"_s), 100); // so short that all is written at the end
-    toLossless(source, u"/dev/full"_s);
+    const auto source = writeFile(path(u"a.wav"_s), waveFile(makeSamples(44100, 2, 16, 20000)));
+    toLossless(source, path(u"whole.m4a"_s));
+    // There is room for all the samples, but not for the index behind them.
+    const FileSizeLimit limit(QFile(path(u"whole.m4a"_s)).size() - 100);
+    toLossless(source, path(u"a.m4a"_s));
     EXPECT_TRUE(task_->error());
-    EXPECT_EQ(task_->results()->results(), failure(source, u"ExtAudioFileDispose failed full"_s));
+    EXPECT_EQ(task_->results()->results(), failure(source, u"ExtAudioFileDispose failed big!"_s));
 }
 
 TEST_F(Encoding, AnExistingOutputIsOverwritten)

@@ -67,8 +67,8 @@ TEST_P(ThereAndBack, IsExactAtOddLengths)
 
 INSTANTIATE_TEST_SUITE_P(Lossless, ThereAndBack,
                          testing::Values(Case{false, 16}, Case{false, 24}, Case{true, 16}, Case{true, 24}),
-                         [](const auto& info) {
-                             return std::string(info.param.aiff ? "Aiff" : "Wave") + std::to_string(info.param.bits);
+                         [](const auto& one) {
+                             return std::string(one.param.aiff ? "Aiff" : "Wave") + std::to_string(one.param.bits);
                          });
 
 namespace {

@@ -48,6 +48,21 @@ AudioStatus openDecoder(const AVCodecParameters& parameters, CodecHandle<AVCodec
     return result < 0 ? audioStatusFromCodecError(result) : audioStatus::Ok;
 }
 
+/// The library's decoder refuses a stereo packet of 32 bits that is stored without compression, since it reckons with
+/// the 33 bits that compression would take. Such a packet says how many low bytes stand apart, which means nothing
+/// without compression; with one byte told there, the decoder's sum holds and its samples are the same.
+AudioStatus makeDecodable(const AudioFormat& format, AVPacket& packet)
+{
+    constexpr int uncompressed = 0x02;
+    constexpr int lowBytes = 0x0c;
+    if (format.formatId != formatId::AppleLossless || format.bitsPerChannel != 32 || packet.size < 3 ||
+        (packet.data[2] & (uncompressed | lowBytes)) != uncompressed)
+        return audioStatus::Ok;
+    if (av_packet_make_writable(&packet) < 0) return audioStatus::OutOfMemory;
+    packet.data[2] |= 0x04;
+    return audioStatus::Ok;
+}
+
 } // namespace
 
 CodecSource::CodecSource(QString path, Container container, Demuxer demuxer, const AudioFormat& format)
@@ -124,6 +139,7 @@ AudioStatus CodecSource::nextFrame()
 AudioStatus CodecSource::feedDecoder()
 {
     if (const auto status = demuxer_.next(*packet_)) return status;
+    if (const auto status = makeDecodable(format_, *packet_)) return status;
     const int result = avcodec_send_packet(decoder_.get(), packet_->size ? packet_.get() : nullptr);
     const bool damaged = result < 0 && result != AVERROR_EOF;
     return damaged && isLossless() ? audioStatusFromCodecError(result) : audioStatus::Ok;

@@ -128,7 +128,10 @@ TEST_F(Reading, AppleLosslessOfTwentyAndThirtyTwoBitsDecodesExactly)
             EXPECT_EQ(statedLength(where), 5001);
             const auto expected = leftJustified(numbers, static_cast<int>(bits));
             EXPECT_EQ(readThroughService(where, linearFormat(44100, channels, 32, pcmFlag::WaveData)), expected);
-            EXPECT_EQ(decodedByFfmpeg(where, 32), expected);
+            // ffmpeg does not decode such packets in stereo of 32 bits.
+            if (bits == 20 || channels == 1) {
+                EXPECT_EQ(decodedByFfmpeg(where, 32), expected);
+            }
         }
 }
 

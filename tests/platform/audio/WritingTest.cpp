@@ -278,7 +278,7 @@ TEST_F(Writing, SettingsBelongToTheAacEncoder)
     EXPECT_EQ(writer->setEncoderSettings(settings), audioStatus::Ok);
 }
 
-TEST_F(Writing, ARateIsConvertedToExactlyTheRoundedLength)
+TEST_F(Writing, AChangedRateGivesTheRoundedLength)
 {
     for (const int frames : {1, 2, 999, 96000, 96001}) {
         const auto samples = makeSamples(96000, 2, 16, frames);
