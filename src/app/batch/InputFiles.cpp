@@ -43,8 +43,12 @@ QStringList absolutePaths(const QStringList& given)
 
 QString faultOf(const QString& path)
 {
-    if (::access(QFile::encodeName(path).constData(), R_OK) == 0) return {};
-    return onOneLine(path) + u": "_s + QString::fromLocal8Bit(std::strerror(errno));
+    const bool readable = ::access(QFile::encodeName(path).constData(), R_OK) == 0;
+    if (readable) return {};
+    const QString reason = path.contains(QChar(QChar::ReplacementCharacter)) && errno == ENOENT
+                               ? u"its name is not valid UTF-8; rename it first"_s
+                               : QString::fromLocal8Bit(std::strerror(errno));
+    return onOneLine(path) + u": "_s + reason;
 }
 
 InputFiles::InputFiles(BaseTab& tab, const BatchCommand& command, const BatchOptions& options)
@@ -89,14 +93,22 @@ void InputFiles::removeRepeated()
     if (!rows.isEmpty()) tab_.removeRows(rows);
 }
 
+QString InputFiles::faultInList(const QString& file) const
+{
+    const QString fault = faultOf(file); // of what a walk has found
+    if (!fault.isEmpty() || command_.handles(file)) return fault;
+    return u"%1: nothing here can %2 a file of this kind"_s.arg(onOneLine(file), options_.command);
+}
+
 QStringList InputFiles::removeUnhandled()
 {
     const QStringList files = tab_.fileNames().copy();
     QStringList leftOut;
     QList<qsizetype> rows;
     for (qsizetype row = 0; row < files.size(); ++row) {
-        if (command_.handles(files[row])) continue;
-        leftOut.append(u"%1: nothing here can %2 a file of this kind"_s.arg(onOneLine(files[row]), options_.command));
+        const QString fault = faultInList(files[row]);
+        if (fault.isEmpty()) continue;
+        leftOut.append(fault);
         rows.append(row);
     }
     if (!rows.isEmpty()) tab_.removeRows(rows);

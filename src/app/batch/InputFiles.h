@@ -26,6 +26,7 @@ private:
     QStringList enterReadable();
     void removeRepeated();
     QStringList removeUnhandled();
+    QString faultInList(const QString& file) const;
 
     BaseTab& tab_;
     const BatchCommand& command_;
