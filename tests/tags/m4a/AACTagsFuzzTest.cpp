@@ -63,7 +63,8 @@ private:
         static const QByteArrayList names = {"moov", "trak", "stbl", "stco", "stsz", "udta", "meta",
                                              "ilst", "data", "covr", "mdat", "hdlr", "moof", "tfhd"};
         const qsizetype found = file.indexOf(names[below(names.size())]);
-        return found < 8 || below(3) == 0 ? below(file.size()) : found - 4 + 4 * below(5) - 4;
+        if (found < 8 || below(3) == 0) return below(file.size());
+        return std::min(found - 8 + 4 * below(5), file.size() - 1);
     }
 
     void breakOnce(QByteArray& file)
