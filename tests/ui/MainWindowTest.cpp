@@ -1,0 +1,145 @@
+#include "ui/MainWindow.h"
+
+#include "WindowFixture.h"
+#include "engine/ZOLTTask.h"
+#include "shell/Constants.h"
+
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTimer>
+
+namespace zolt::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class MainWindowTest : public WindowTest
+{
+protected:
+    MainWindowTest()
+    {
+        program_.setEnded([this] { ended_ = true; });
+    }
+    QTabWidget& tabs() { return widget<QTabWidget>("tabView"); }
+    void closeAnswering(int reply)
+    {
+        panels_.answerAlert(reply);
+        window().close();
+    }
+    bool ended_ = false;
+};
+
+TEST_F(MainWindowTest, TabsStandInTheirOrderUnderTheirLabels)
+{
+    ASSERT_EQ(tabs().count(), 2);
+    EXPECT_EQ(tabs().tabText(0), Constants::DECODE);
+    EXPECT_EQ(tabs().tabText(1), Constants::ABOUT);
+}
+
+TEST_F(MainWindowTest, CtrlAndANumberChooseATab)
+{
+    QTest::keyClick(&window(), Qt::Key_2, Qt::ControlModifier);
+    runPosted();
+    EXPECT_EQ(tabs().currentIndex(), 1);
+    EXPECT_EQ(controller().selectedTabViewItem()->label(), Constants::ABOUT);
+    QTest::keyClick(&window(), Qt::Key_1, Qt::ControlModifier);
+    runPosted();
+    EXPECT_EQ(tabs().currentIndex(), 0);
+}
+
+TEST_F(MainWindowTest, ATabThatIsClickedIsSelectedInTheController)
+{
+    QTest::mouseClick(tabs().tabBar(), Qt::LeftButton, {}, tabs().tabBar()->tabRect(1).center());
+    EXPECT_EQ(controller().selectedTabViewItem()->label(), Constants::ABOUT);
+}
+
+TEST_F(MainWindowTest, FilesFromOutsideReachTheirTab)
+{
+    program_.selectTab(1);
+    program_.openFiles({file(u"a.flac"_s)});
+    runPosted();
+    EXPECT_EQ(tab().fileNames().count(), 1);
+    EXPECT_EQ(tabs().currentIndex(), 0);
+}
+
+TEST_F(MainWindowTest, ATabThatIsNotThereIsPassedOver)
+{
+    program_.selectTab(7);
+    runPosted();
+    EXPECT_EQ(tabs().currentIndex(), 0);
+}
+
+TEST_F(MainWindowTest, NoToTheQuestionKeepsTheWindow)
+{
+    closeAnswering(alertReply::defaultButton);
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_EQ(panels_.alerts()[0].title, u"Are you sure you want to quit?"_s);
+    EXPECT_FALSE(ended_);
+}
+
+TEST_F(MainWindowTest, YesEndsTheProgram)
+{
+    closeAnswering(alertReply::alternateButton);
+    EXPECT_TRUE(runUntil([this] { return ended_; }));
+    EXPECT_FALSE(window().isVisible());
+}
+
+TEST_F(MainWindowTest, NoToTheSecondQuestionBringsTheWindowBack)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 0});
+    const auto task = ZOLTTask::initWithQueue(&queue());
+    queue().addTask(task);
+    panels_.answerAlert(alertReply::alternateButton);
+    closeAnswering(alertReply::defaultButton);
+    EXPECT_TRUE(runUntil([this] { return panels_.alerts().size() == 2; }));
+    runUntil([this] { return window().isVisible(); });
+    EXPECT_TRUE(window().isVisible());
+    EXPECT_FALSE(ended_);
+    EXPECT_EQ(panels_.alerts()[1].title, u"Tasks in Progress"_s);
+}
+
+TEST_F(MainWindowTest, TheProgramWaitsForRunningToolsBeforeItEnds)
+{
+    tool(u"flac"_s, "while [ ! -e '" + QFile::encodeName(pathOf(u"go"_s)) + "' ]; do sleep 0.05; done\n");
+    add({file(u"a.flac"_s)});
+    QTest::keyClick(&window(), Qt::Key_Return, Qt::ControlModifier);
+    panels_.answerAlert(alertReply::alternateButton);
+    QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier);
+    const auto note = [] {
+        for (const QWidget* each : QApplication::topLevelWidgets()) {
+            if (each->objectName() == u"waitingNote" && each->isVisible()) return true;
+        }
+        return false;
+    };
+    bool noteSeen = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        if (noteSeen || !note()) return;
+        noteSeen = true;
+        EXPECT_FALSE(ended_);
+        file(u"go"_s);
+    });
+    watch.start(5);
+    EXPECT_TRUE(runUntil([this] { return ended_; }));
+    EXPECT_TRUE(noteSeen);
+}
+
+TEST_F(MainWindowTest, TheWindowsPlaceIsKept)
+{
+    window().resize(800, 555);
+    closeAnswering(alertReply::alternateButton);
+    EXPECT_FALSE(UserDefaults::standard().stringForKey(u"windowPlace.main"_s).isEmpty());
+    EXPECT_TRUE(runUntil([this] { return ended_; }));
+    WindowProgram again;
+    EXPECT_EQ(again.mainWindow().size(), QSize(800, 555));
+}
+
+TEST_F(MainWindowTest, TheWindowIsNeverSmallerThanItsContents)
+{
+    EXPECT_EQ(window().minimumSize(), QSize(720, 480));
+    EXPECT_LE(window().centralWidget()->minimumSizeHint().width(), 720);
+    EXPECT_LE(window().centralWidget()->minimumSizeHint().height(), 440);
+}
+
+} // namespace
+} // namespace zolt::test

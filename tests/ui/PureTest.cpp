@@ -1,0 +1,138 @@
+#include "Pictures.h"
+#include "ui/DropCount.h"
+#include "ui/GuardedApplication.h"
+#include "ui/ListFacts.h"
+#include "ui/OutcomeColours.h"
+#include "ui/ReportSummary.h"
+#include "ui/StatusQueueWindow.h"
+#include "ui/Symbols.h"
+
+#include "support/LogCapture.h"
+
+#include <QDir>
+#include <QEvent>
+#include <QFile>
+
+#include <stdexcept>
+
+namespace zolt::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const std::atomic<bool> goOn = false;
+
+TEST(ReportSummaryTest, CountsWhatTheLinesSay)
+{
+    EXPECT_EQ(reportSummary(u"Verify MD5: show.md5\na.flac : OK\nb.flac : OK\nc.flac : FAILED\n"_s), u"2 OK, 1 failed"_s);
+    EXPECT_EQ(reportSummary(u"a.flac: ok\n"_s), u"1 OK"_s);
+    EXPECT_EQ(reportSummary(u"one\n\ntwo\n"_s), u"2 lines"_s);
+    EXPECT_EQ(reportSummary(u"a.flac: ERROR while decoding\nmore\n"_s), u"2 lines, 1 of an error"_s);
+    EXPECT_EQ(reportSummary(QString()), u"0 lines"_s);
+}
+
+TEST(ReportSummaryTest, JudgesALine)
+{
+    EXPECT_EQ(verdictOfLine(u"a.flac : OK\r"), LineVerdict::Good);
+    EXPECT_EQ(verdictOfLine(u"a.flac : FAILED"), LineVerdict::Bad);
+    EXPECT_EQ(verdictOfLine(u"a.flac: MD5 signature mismatch"), LineVerdict::Bad);
+    EXPECT_EQ(verdictOfLine(u"OK Computer.flac"), LineVerdict::None);
+}
+
+TEST(OutcomeColoursTest, OutcomesReadOnLightAndDark)
+{
+    for (const QPalette& palette : {lightPalette(), darkPalette()}) {
+        for (const Colour& colour : {Colour::success(), Colour::failure(), Colour::text()}) {
+            EXPECT_GE(contrast(shownColour(colour, palette), palette.color(QPalette::Base)), 4.5);
+        }
+    }
+    EXPECT_EQ(shownColour(Colour::success(), lightPalette()), QColor::fromRgbF(0.0F, 0.5F, 0.0F));
+}
+
+TEST(ListFactsTest, FindsOutWhetherFilesLieInSeveralFolders)
+{
+    EXPECT_FALSE(liesInSeveralFolders({}));
+    EXPECT_FALSE(liesInSeveralFolders({u"/a/1"_s, u"/a/2"_s}));
+    EXPECT_TRUE(liesInSeveralFolders({u"/a/1"_s, u"/a/b/2"_s}));
+    EXPECT_TRUE(liesInSeveralFolders({u"/a/1"_s, u"/b/2"_s}));
+    EXPECT_FALSE(liesInSeveralFolders({u"1"_s, u"2"_s}));
+}
+
+TEST(ListFactsTest, TellsFilesSizeAndFolders)
+{
+    EXPECT_EQ(listFactsText({23, 3, 1'234'000'000}), u"23 files, 1.2 GB, 3 folders"_s);
+    EXPECT_EQ(listFactsText({1, 1, 12}), u"1 file, 12 bytes"_s);
+    EXPECT_EQ(listFactsText({}), QString());
+}
+
+TEST(ListFactsTest, FilesThatAreGoneMeasureNothing)
+{
+    EXPECT_EQ(gatherListFacts({u"/no/such/file"_s}, goOn), (ListFacts{1, 1, 0}));
+}
+
+class DropCountTest : public testing::Test
+{
+protected:
+    QString file(const QString& name)
+    {
+        const QString path = folder.filePath(name);
+        QDir().mkpath(path.left(path.lastIndexOf(u'/')));
+        EXPECT_TRUE(QFile(path).open(QIODevice::WriteOnly));
+        return path;
+    }
+    const QTemporaryDir folder;
+    const QSet<QString> taken{u"FLAC"_s};
+};
+
+TEST_F(DropCountTest, CountsWhatTheListWouldTake)
+{
+    const QStringList paths{file(u"a.flac"_s), file(u"notes"_s), file(u"b.txt"_s), folder.filePath(u"sub"_s)};
+    file(u"sub/deep/c.FLAC"_s);
+    file(u"sub/.DS_Store"_s);
+    EXPECT_EQ(countDrop(paths, taken, goOn).files, 3); // a file without an extension is taken too
+    EXPECT_EQ(countDrop(paths, {}, goOn).files, 4);
+}
+
+TEST_F(DropCountTest, EndsEarlyWhenTold)
+{
+    const std::atomic<bool> stop = true;
+    EXPECT_FALSE(countDrop({file(u"a.flac"_s)}, taken, stop).complete);
+}
+
+TEST_F(DropCountTest, SaysItInWords)
+{
+    EXPECT_EQ(dropText({1, true}), u"Drop to add 1 file"_s);
+    EXPECT_EQ(dropText({100000, false}), u"Drop to add more than 100000 files"_s);
+    EXPECT_EQ(dropText({0, true}), u"Nothing here that this list takes"_s);
+}
+
+TEST(SymbolsTest, EveryBundledDrawingTakesItsColour)
+{
+    for (const char16_t* name : {u"bar", u"cross", u"dialog-warning", u"document-save-as", u"edit-clear", u"edit-find", u"list-add",
+                                 u"process-stop", u"tick"}) {
+        QImage picture(32, 32, QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        paintSymbol(painter, QString::fromUtf16(name), picture.rect(), Qt::red);
+        painter.end();
+        bool red = false;
+        for (int at = 0; at < 32 * 32; ++at) red |= picture.pixelColor(at % 32, at / 32) == QColor(Qt::red);
+        EXPECT_TRUE(red) << QString::fromUtf16(name).toStdString();
+    }
+}
+
+TEST(GuardedApplicationTest, AFaultInAnEventIsLoggedAndTheLoopGoesOn)
+{
+    class Faulty : public QObject
+    {
+    public:
+        bool event(QEvent*) override { throw std::runtime_error("broken handler"); }
+    } faulty;
+    const LogCapture log;
+    QEvent event(QEvent::User);
+    EXPECT_FALSE(QApplication::sendEvent(&faulty, &event));
+    EXPECT_EQ(log.count(u"broken handler"_s), 1);
+}
+
+} // namespace
+} // namespace zolt::test

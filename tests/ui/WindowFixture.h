@@ -1,0 +1,94 @@
+// The whole program with its windows, its own settings and tools, and panels that a test answers.
+#pragma once
+
+#include "app/Program.h"
+#include "app/zolt/WindowProgram.h"
+#include "decode/DecodeTab.h"
+#include "engine/ZOLTTaskQueue.h"
+#include "platform/desktop/UserDefaults.h"
+#include "shell/ZOLTController.h"
+#include "support/EventLoop.h"
+#include "support/ScriptedPanels.h"
+#include "ui/MainWindow.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace zolt::test {
+
+class WindowTest : public testing::Test
+{
+protected:
+    WindowTest()
+    {
+        window().present();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+    }
+    ~WindowTest() override { qunsetenv("ZOLT_TOOLS"); }
+
+    MainWindow& window() { return program_.mainWindow(); }
+    ZOLTController& controller() { return program_.program().controller(); }
+    DecodeTab& tab() { return program_.program().decodeTab(); }
+    ZOLTTaskQueue& queue() { return *controller().taskQueue(); }
+
+    /// The widget of that name in the main window.
+    template<class Widget> Widget& widget(const char* name)
+    {
+        auto* const found = window().findChild<Widget*>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+    /// The window that the interface of that name was built as.
+    template<class Widget> Widget& windowNamed(const char* name)
+    {
+        for (QWidget* each : program_.interfaces().windows()) {
+            if (each->objectName() == QLatin1String(name)) return *static_cast<Widget*>(each);
+        }
+        ADD_FAILURE() << "no window " << name;
+        throw std::runtime_error(name);
+    }
+    QString pathOf(const QString& name) const { return folder_.filePath(name); }
+    /// Makes a file with a few bytes, its folders included.
+    QString file(const QString& name)
+    {
+        const QString path = pathOf(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile made(path);
+        EXPECT_TRUE(made.open(QIODevice::WriteOnly));
+        made.write("0123456789");
+        return path;
+    }
+    /// A tool of the tools directory that does this.
+    void tool(const QString& name, const QByteArray& script)
+    {
+        QFile made(tools_.filePath(name));
+        ASSERT_TRUE(made.open(QIODevice::WriteOnly));
+        made.write("#!/bin/sh\n" + script);
+        made.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    void add(const QStringList& files)
+    {
+        tab().addFiles(files);
+        runPosted();
+    }
+    void settle() { ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0; })); }
+
+    /// Settings and tools stand before the program is made.
+    struct Place
+    {
+        Place(const QString& settings, const QString& tools)
+        {
+            UserDefaults::standard().reopen(settings);
+            qputenv("ZOLT_TOOLS", QFile::encodeName(tools));
+        }
+    };
+    QTemporaryDir folder_;
+    QTemporaryDir tools_;
+    Place place_{folder_.filePath(QStringLiteral("settings.ini")), tools_.path()};
+    WindowProgram program_;
+    ScriptedPanels panels_;
+};
+
+} // namespace zolt::test
