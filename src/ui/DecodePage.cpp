@@ -18,15 +18,20 @@ namespace {
 
 constexpr int milliseconds = 60; // several changes in a row are looked at once
 
+void makeBold(QLabel& heading)
+{
+    QFont font = heading.font();
+    font.setBold(true);
+    heading.setFont(font);
+}
+
 } // namespace
 
 DecodePage::DecodePage(DecodeTab& tab, QWidget* parent)
     : TabPage(parent), form_(std::make_unique<Ui::DecodeTab>()), tab_(tab)
 {
     form_->setupUi(this);
-    QFont heading = form_->flacOptionsLabel->font();
-    heading.setBold(true);
-    form_->flacOptionsLabel->setFont(heading);
+    for (QLabel* const heading : {form_->formatLabel, form_->flacOptionsLabel, form_->outputLabel}) makeBold(*heading);
     bindOutlets();
     pause_.setSingleShot(true);
     pause_.setInterval(milliseconds);

@@ -2,6 +2,7 @@
 
 #include "platform/errors/Exceptions.h"
 #include "ui/DropCount.h"
+#include "ui/FileRowDelegate.h"
 
 #include <QDragEnterEvent>
 #include <QHeaderView>
@@ -38,6 +39,7 @@ bool bringsFiles(const QDropEvent& event)
 
 FileListView::FileListView(QWidget* parent) : QTreeView(parent)
 {
+    setItemDelegate(new FileRowDelegate(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true); // a hundred thousand rows are laid out without asking each for its height

@@ -28,7 +28,6 @@ MainWindow::MainWindow(ZOLTController& controller, const PageBuilders& pages)
     : form_(std::make_unique<Ui::MainMenu>()), controller_(controller), tabView_(controller.tabView)
 {
     form_->setupUi(this);
-    setWindowIcon(QIcon::fromTheme(u"org.zolt.Toolkit"_s, QIcon(u":/icons/zolt.svg"_s)));
     setAcceptDrops(true);
     for (std::size_t index = 0; index < tabView_->items().size(); ++index)
         addPage(int(index), pages);

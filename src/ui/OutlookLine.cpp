@@ -53,7 +53,8 @@ void OutlookLine::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const int line = fontMetrics().lineSpacing();
     painter.setPen(palette().color(QPalette::WindowText));
-    const QRect top(0, problems_.isEmpty() ? height() - line : 0, width(), line);
+    // Alone it stands at the height of the button beside it, over a problem at the top.
+    const QRect top(0, problems_.isEmpty() ? height() - line - line / 4 : 0, width(), line);
     painter.drawText(top, int(Qt::AlignLeft) | int(Qt::AlignVCenter),
                      fontMetrics().elidedText(intention_, Qt::ElideRight, width()));
     if (problems_.isEmpty()) return;

@@ -58,7 +58,7 @@ StatusQueueWindow::StatusQueueWindow(ZOLTTaskQueue& queue)
             [this] { copySelected(); });
     connect(new QShortcut(QKeySequence(u"Ctrl+W"_s), this), &QShortcut::activated, this, &QWidget::close);
     table_->setObserver(this);
-    new WindowBinding(*this, queue.panel());
+    (new WindowBinding(*this, queue.panel()))->setComingUp([this] { placeBesideActive(*this); });
     refreshTexts();
 }
 

@@ -2,11 +2,15 @@
 
 #include "platform/desktop/UserDefaults.h"
 
+#include <QScreen>
+
 namespace zolt {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int gap = 8; // units between windows side by side
 
 QString keyOf(const QString& name)
 {
@@ -26,6 +30,14 @@ void keepPlace(const QWidget& window, const QString& name)
     const QString place = QString::fromLatin1(window.saveGeometry().toBase64());
     UserDefaults& settings = UserDefaults::standard();
     if (settings.stringForKey(keyOf(name)) != place) settings.set(keyOf(name), place);
+}
+
+void placeBesideActive(QWidget& window)
+{
+    const QWidget* const active = QApplication::activeWindow();
+    if (!active || !active->screen() || window.testAttribute(Qt::WA_Moved)) return;
+    const QRect beside(active->frameGeometry().topRight() + QPoint(gap, 0), window.size());
+    if (active->screen()->availableGeometry().contains(beside)) window.move(beside.topLeft());
 }
 
 } // namespace zolt

@@ -12,4 +12,7 @@ bool restorePlace(QWidget& window, const QString& name);
 /// Keeps the window's place and size for the next start. Main thread.
 void keepPlace(const QWidget& window, const QString& name);
 
+/// Puts a window that was never placed beside the one that has the keyboard, where the screen has room for it.
+void placeBesideActive(QWidget& window);
+
 } // namespace zolt
