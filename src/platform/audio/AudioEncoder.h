@@ -4,6 +4,8 @@
 #include "platform/audio/EncoderSettings.h"
 #include "platform/audio/SampleConverter.h"
 
+#include <functional>
+
 namespace zolt {
 
 /// One thread at a time.

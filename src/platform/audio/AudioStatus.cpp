@@ -63,10 +63,10 @@ AudioStatus audioStatusFromCodecError(int error)
     return status ? status : audioStatusFromErrno(AVUNERROR(error));
 }
 
-AudioStatus audioGuarded(const std::function<AudioStatus()>& work) noexcept
+AudioStatus audioStatusOfException() noexcept
 {
     try {
-        return work();
+        throw;
     } catch (const std::bad_alloc&) {
         return audioStatus::OutOfMemory;
     } catch (const std::exception& fault) {

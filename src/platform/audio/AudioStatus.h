@@ -3,8 +3,6 @@
 
 #include "platform/audio/AudioFormat.h"
 
-#include <functional>
-
 namespace zolt {
 
 /// 0 is success; any other value is a four-character code.
@@ -43,7 +41,17 @@ AudioStatus audioStatusFromErrno(int error);
 /// The status that stands for an error code of the codec libraries.
 AudioStatus audioStatusFromCodecError(int error);
 
-/// Runs an operation of the service and turns what it throws into a status.
-AudioStatus audioGuarded(const std::function<AudioStatus()>& work) noexcept;
+/// The status that stands for the exception being handled; logs one that is not about memory.
+AudioStatus audioStatusOfException() noexcept;
+
+/// Runs an operation of the service and turns what it throws into a status. Takes no memory of its own.
+template <typename Work> AudioStatus audioGuarded(const Work& work) noexcept
+{
+    try {
+        return work();
+    } catch (...) {
+        return audioStatusOfException();
+    }
+}
 
 } // namespace zolt

@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QtEndian>
 
+#include <functional>
+
 class QFile;
 
 namespace zolt {

@@ -4,14 +4,6 @@
 
 namespace zolt {
 
-namespace {
-
-constexpr int64_t framesPerBlock = 4096;
-/// No sample format is wider.
-constexpr size_t widestSample = 8;
-
-} // namespace
-
 ClientWriter::ClientWriter(SampleSink& sink, const AudioFormat& file) : sink_(sink), file_(file)
 {
     if (file.isLinear()) setFormat(file);
@@ -53,7 +45,7 @@ AudioStatus ClientWriter::begin()
     begun_ = true;
     if (const auto status = sink_.begin()) return status;
     if (!packing_ || straight_) return audioStatus::Ok;
-    unpacked_.resize(framesPerBlock * widestSample * client_.channelsPerFrame);
+    unpacked_.resize(static_cast<size_t>(framesPerBlock * widestSample * client_.channelsPerFrame));
     const SampleShape from{static_cast<AVSampleFormat>(packing_->sampleFormat()), static_cast<int>(client_.sampleRate)};
     return converter_.open(from, sink_.shape(), static_cast<int>(client_.channelsPerFrame));
 }

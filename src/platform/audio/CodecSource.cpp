@@ -145,11 +145,13 @@ AudioStatus CodecSource::feedDecoder()
     return damaged && isLossless() ? audioStatusFromCodecError(result) : audioStatus::Ok;
 }
 
-/// A lossless file that ends ahead of its stated length is cut; giving less in silence would lose music. CAF files
-/// mostly state whole packets.
+/// A lossless file that ends ahead of its stated length is cut; giving less in silence would lose music. How exact
+/// the statement is depends: CAF files mostly count whole packets, M4A files count in units of their own.
 AudioStatus CodecSource::endOfStream() const
 {
-    const int64_t unsure = container_ == Container::Caf ? format_.framesPerPacket : 0;
+    const auto& unit = demuxer_.stream().time_base;
+    const int64_t framesPerUnit = av_rescale_rnd(unit.num, int64_t(format_.sampleRate), unit.den, AV_ROUND_UP);
+    const int64_t unsure = container_ == Container::Caf ? format_.framesPerPacket : framesPerUnit - 1;
     return isLossless() && given_ + unsure < length_ ? audioStatus::InvalidFile : audioStatus::Ok;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/audio/LinearHeader.h"
 
+#include "platform/audio/WaveTags.h"
+
 #include <QtEndian>
 
 #include <cmath>
@@ -10,8 +12,6 @@ namespace {
 
 /// Speakers of a WAV file of 3 to 8 channels, as most programs expect them for the number.
 constexpr uint32_t speakerMasks[] = {0x7, 0x33, 0x37, 0x3f, 0x70f, 0x63f};
-
-constexpr char extensibleTail[] = "\x00\x00\x00\x00\x10\x00\x80\x00\x00\xaa\x00\x38\x9b\x71";
 
 template <typename T> void appendLittle(QByteArray& bytes, T value)
 {
@@ -37,7 +37,7 @@ QByteArray waveFormatChunk(const AudioFormat& format)
     const auto rate = static_cast<uint32_t>(format.sampleRate);
     QByteArray bytes("fmt ");
     appendLittle<uint32_t>(bytes, extensible ? 40 : 16);
-    appendLittle<uint16_t>(bytes, extensible ? 0xfffe : 1);
+    appendLittle<uint16_t>(bytes, extensible ? waveTag::Extensible : waveTag::Integer);
     appendLittle<uint16_t>(bytes, static_cast<uint16_t>(format.channelsPerFrame));
     appendLittle<uint32_t>(bytes, rate);
     appendLittle<uint32_t>(bytes, rate * format.bytesPerFrame);
@@ -47,8 +47,8 @@ QByteArray waveFormatChunk(const AudioFormat& format)
     appendLittle<uint16_t>(bytes, 22);
     appendLittle<uint16_t>(bytes, static_cast<uint16_t>(format.bitsPerChannel));
     appendLittle<uint32_t>(bytes, speakerMask(format.channelsPerFrame));
-    appendLittle<uint16_t>(bytes, 1);
-    return bytes.append(extensibleTail, 14);
+    appendLittle<uint16_t>(bytes, waveTag::Integer);
+    return bytes.append(waveTag::extensibleTail);
 }
 
 QByteArray waveHeader(const AudioFormat& format, int64_t dataBytes)

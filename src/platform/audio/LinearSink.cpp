@@ -17,6 +17,7 @@ AudioStatus LinearSink::create()
     if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
         return audioStatusFromErrno(errno);
     const auto header = header_.build(format_, 0);
+    headerBytes_ = header.size();
     return append(header.constData(), header.size());
 }
 
@@ -36,7 +37,7 @@ AudioStatus LinearSink::write(const SampleBlock& block)
 
 AudioStatus LinearSink::writeBytes(const uint8_t* bytes, int64_t count)
 {
-    const int64_t fileBytes = header_.build(format_, 0).size() + dataBytes_ + count;
+    const int64_t fileBytes = headerBytes_ + dataBytes_ + count;
     if (fileBytes + (fileBytes & 1) > header_.longestFile) return audioStatus::FileTooLarge;
     const auto status = append(reinterpret_cast<const char*>(bytes), count);
     if (!status) dataBytes_ += count;

@@ -31,6 +31,7 @@ private:
     const LinearHeader header_;
     const AudioFormat format_;
     const std::optional<PcmPacking> packing_;
+    int64_t headerBytes_ = 0;
     int64_t dataBytes_ = 0;
     std::vector<uint8_t> packed_;
 };

@@ -6,14 +6,6 @@
 
 namespace zolt {
 
-namespace {
-
-constexpr int framesPerBlock = 4096;
-/// No sample format is wider.
-constexpr size_t widestSample = 8;
-
-} // namespace
-
 LinearSource::LinearSource(QFile& file, const LinearLayout& layout)
     : file_(file), layout_(layout), bytesLeft_(layout.frames * layout.format.bytesPerFrame)
 {
@@ -46,8 +38,8 @@ AudioStatus LinearSource::prepare()
 {
     packing_ = PcmPacking::of(format_);
     if (!packing_) return audioStatus::UnsupportedFormat;
-    packed_.resize(size_t(framesPerBlock) * format_.bytesPerFrame);
-    unpacked_.resize(framesPerBlock * widestSample * format_.channelsPerFrame);
+    packed_.resize(static_cast<size_t>(framesPerBlock * format_.bytesPerFrame));
+    unpacked_.resize(static_cast<size_t>(framesPerBlock * widestSample * format_.channelsPerFrame));
     plane_ = unpacked_.data();
     return audioStatus::Ok;
 }

@@ -13,4 +13,9 @@ struct SampleBlock
     int frames = 0;                         ///< 0 at the end
 };
 
+/// Linear samples are unpacked in blocks of this many frames.
+constexpr int64_t framesPerBlock = 4096;
+/// No sample format is wider, in bytes.
+constexpr int64_t widestSample = 8;
+
 } // namespace zolt

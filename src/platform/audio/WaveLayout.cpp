@@ -1,5 +1,6 @@
 #include "platform/audio/ChunkWalker.h"
 #include "platform/audio/LinearLayout.h"
+#include "platform/audio/WaveTags.h"
 
 #include <QFile>
 
@@ -7,13 +8,7 @@ namespace zolt {
 
 namespace {
 
-constexpr uint16_t tagInteger = 1;
-constexpr uint16_t tagFloat = 3;
-constexpr uint16_t tagExtensible = 0xfffe;
 constexpr uint32_t sizeUnknown = 0xffffffff;
-
-/// What follows the tag's two bytes in an extensible header's format identifier.
-constexpr char extensibleTail[] = "\x00\x00\x00\x00\x10\x00\x80\x00\x00\xaa\x00\x38\x9b\x71";
 
 /// What the header has told so far.
 struct WaveHeader
@@ -32,19 +27,19 @@ uint16_t wordAt(const QByteArray& bytes, int at)
 
 bool isExtensible(const QByteArray& body)
 {
-    return body.size() >= 40 && wordAt(body, 0) == tagExtensible;
+    return body.size() >= 40 && wordAt(body, 0) == waveTag::Extensible;
 }
 
 uint16_t sampleTag(const QByteArray& body)
 {
     if (!isExtensible(body)) return wordAt(body, 0);
-    return body.mid(26, 14) == QByteArrayView(extensibleTail, 14) ? wordAt(body, 24) : 0;
+    return body.mid(26, 14) == waveTag::extensibleTail ? wordAt(body, 24) : 0;
 }
 
 AudioStatus describe(uint16_t tag, double rate, uint32_t channels, uint32_t bits, uint32_t bytes, AudioFormat& format)
 {
-    const bool isFloat = tag == tagFloat;
-    if (tag != tagInteger && !isFloat) return audioStatus::UnsupportedFormat;
+    const bool isFloat = tag == waveTag::Float;
+    if (tag != waveTag::Integer && !isFloat) return audioStatus::UnsupportedFormat;
     if (isFloat ? bits != bytes * 8 || (bytes != 4 && bytes != 8) : bytes > 4) return audioStatus::UnsupportedFormat;
     const uint32_t integerFlags = bytes == 1 ? 0 : pcmFlag::SignedInteger;
     format = linearFormatInBytes(rate, channels, bits, bytes, isFloat ? pcmFlag::Float : integerFlags);
