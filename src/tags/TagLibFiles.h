@@ -2,6 +2,7 @@
 // tag.
 #pragma once
 
+#include "tags/Id3Guard.h"
 #include "tags/TagLibTagsHelper.h"
 
 #include "platform/errors/Exceptions.h"
@@ -72,13 +73,17 @@ void writeField(const GenericText& field, TagLib::Tag& tag, const TagsObject& ta
 /// As for texts; a number is what the text starts with, else 0.
 void writeField(const GenericNumber& field, TagLib::Tag& tag, const TagsObject& tags, bool writeEmptyTags);
 
-/// The file opened without looking at its audio; no object if it does not open.
+/// The file opened without looking at its audio; no object if it does not open, or if it is so broken that the library
+/// throws (a string or a block too large, say).
 template <class File> std::unique_ptr<File> openFile(const QString& path)
-{
+try {
     useUtf8Frames();
-    if (!isRegularFile(path)) return nullptr;
+    if (!isRegularFile(path) || !hasHarmlessFrames(path)) return nullptr;
     auto file = std::make_unique<File>(QFile::encodeName(path).constData(), false, TagLib::AudioProperties::Average);
     return file->isValid() ? std::move(file) : nullptr;
+} catch (const std::exception& fault) {
+    logUnreadable(path, fault.what());
+    return nullptr;
 }
 
 /// As openFile. @throws AssertionException if the file does not open
@@ -89,8 +94,7 @@ template <class File> std::unique_ptr<File> openFileForTagging(const QString& pa
     return file;
 }
 
-/// A blank record, filled by `fill(file, record)` if the file opens. What a broken file makes the library throw (a
-/// string or a block too large, say) leaves the record blank.
+/// A blank record, filled by `fill(file, record)` if the file opens; blank too if the library throws on the way.
 template <class File, class Fill> std::shared_ptr<TagsObject> readTags(const QString& path, const Fill& fill)
 {
     const auto blank = [] {

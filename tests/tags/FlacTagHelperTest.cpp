@@ -216,6 +216,18 @@ TEST_F(FlacTagHelperTest, AnswerThatIsNotUtf8IsNoText)
     EXPECT_EQ(helper.getFormatInfo(flac())->channels(), 0);
 }
 
+TEST_F(FlacTagHelperTest, FieldsAreCopiedToAiff)
+{
+    helper.writeTagsForFileTagObjectWriteEmptyTags(flac(), nineFields(), false);
+    TagLibTagsHelper().writeTagsForAIFFFileTagObject(files.aiff(), *helper.tagsForFile(flac()));
+    const auto frames = rawFrames(files.aiff());
+    EXPECT_EQ(frames.size(), 9u);
+    EXPECT_EQ(textsOf(frames, u"TIT2"_s), QStringList(u"Название"_s));
+    EXPECT_EQ(textsOf(frames, u"TPE1"_s), QStringList(u"名前"_s));
+    EXPECT_EQ(textsOf(frames, u"TDRC"_s), QStringList(u"1999"_s));
+    EXPECT_EQ(textsOf(frames, u"TCOM"_s), QStringList(u"composer"_s));
+}
+
 TEST_F(FlacTagHelperTest, ToolThatIsNotThereIsAnException)
 {
     qputenv("ZOLT_TOOLS", "/nonexistent");

@@ -50,6 +50,12 @@ TEST(Image, BytesWithoutAPictureGiveNoObject)
     EXPECT_EQ(Image::fromPixels({}), nullptr);
 }
 
+TEST(Image, DrawingWithoutAWindowSystemGivesNoObject)
+{
+    EXPECT_EQ(Image::fromData("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='6'><text>x</text></svg>"),
+              nullptr);
+}
+
 TEST(Image, HeaderWithAHugeSizeGivesNoObject)
 {
     QByteArray bytes = encoded(painted(QImage::Format_RGB32), "bmp");
