@@ -46,7 +46,10 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const st
         line, field,
         [](QLineEdit& widget, const TextField& model) {
             // The person's own typing comes back here; setting it again would move the cursor.
-            if (const QString text = model.stringValue(); text != widget.text()) widget.setText(text);
+            const QString text = model.stringValue();
+            if (text == widget.text()) return;
+            widget.setText(text);
+            widget.selectAll(); // typing goes over what was proposed
         },
         changed);
     QObject::connect(&line, &QLineEdit::textEdited, &line, [field](const QString& text) {

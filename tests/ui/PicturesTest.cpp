@@ -73,6 +73,7 @@ TEST_P(PicturesTest, MainWindowWithFiles)
 TEST_P(PicturesTest, MainWindowWithProblems)
 {
     file(u"1977-05-08/d1t01 Track.wav"_s);
+    panels_.answerAlert(alertReply::defaultButton); // the WAV file is not the list's
     addMusic();
     add({file(u"other/notes"_s)});
     tab().deleteOriginalsButton->setState(true);

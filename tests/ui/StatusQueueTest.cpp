@@ -150,6 +150,7 @@ TEST_F(StatusQueueTest, DeleteStopsTheSelectedTasks)
 TEST_F(StatusQueueTest, CancelAllCancelsEveryTask)
 {
     const auto first = queued(u"a.flac"_s), second = queued(u"b.flac"_s), third = queued(u"c.flac"_s);
+    ASSERT_TRUE(rowsBecome(3));
     QTest::mouseClick(panel().findChild<QPushButton*>(u"cancelAllButton"_s), Qt::LeftButton);
     EXPECT_TRUE(first->cancelled() && second->cancelled() && third->cancelled());
     EXPECT_TRUE(runUntil([this] { return !panel().isVisible(); }));
@@ -158,9 +159,9 @@ TEST_F(StatusQueueTest, CancelAllCancelsEveryTask)
 TEST_F(StatusQueueTest, AFailedRowStaysUntilErrorsAreRemoved)
 {
     queued(u"a.flac"_s)->fail(u"broken"_s);
-    ASSERT_TRUE(titleBecomes(u"Queue"_s));
+    ASSERT_TRUE(rowsBecome(1));
+    EXPECT_TRUE(titleBecomes(u"Queue"_s));
     EXPECT_TRUE(panel().isVisible());
-    EXPECT_TRUE(rowsBecome(1));
     chooseInMenu(u"Remove All Errors"_s);
     menuOnRow(0);
     EXPECT_TRUE(rowsBecome(0));
