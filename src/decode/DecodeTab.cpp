@@ -13,7 +13,7 @@ using C = Constants;
 
 QString upperExtension(const QString& file) { return path::extension(file).toUpper(); }
 
-/// What follows the output specification in every shntool conversion: progress as a percentage, nothing overwritten.
+/// What follows the output format in every shntool conversion: progress as a percentage, nothing overwritten.
 QStringList shntoolTail(const QString& folder, const QString& file)
 {
     return {QStringLiteral("-P"), QStringLiteral("pct"), QStringLiteral("-O"), QStringLiteral("never"), QStringLiteral("-d"), folder, file};
@@ -47,9 +47,9 @@ void DecodeTab::clearFiles()
 
 void DecodeTab::filesAdded()
 {
-    const QStringList files = fileNames().copy();
+    // What was there before has been looked at; the options stay shown until the list is cleared.
     const auto isFlac = [](const QString& file) { return upperExtension(file) == C::FLAC; };
-    if (std::any_of(files.begin(), files.end(), isFlac)) showFLacOptions(true);
+    if (std::any_of(lastAdded().begin(), lastAdded().end(), isFlac)) showFLacOptions(true);
 }
 
 QString DecodeTab::outputFormat() const { return outputFormatMatrix->selectedCell().title; }

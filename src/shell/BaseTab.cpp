@@ -16,17 +16,15 @@ BaseTab::~BaseTab() { tableView->setDataSource(nullptr); }
 
 void BaseTab::awakeFromNib() { tableView->registerForFileDrops(); }
 
-void BaseTab::listChanged()
+void BaseTab::add(const QStringList& paths)
 {
+    fileNames_->addSorted(paths);
+    lastAdded_ = paths;
     tableView->reloadData();
     filesAdded();
 }
 
-void BaseTab::addFile(const QString& path)
-{
-    fileNames_->addSorted({path});
-    listChanged();
-}
+void BaseTab::addFile(const QString& path) { add({path}); }
 
 void BaseTab::addButtonClick(Sender)
 {
@@ -91,8 +89,7 @@ void BaseTab::addFiles(const QStringList& paths)
         else if (isValid(path)) added.append(path); // kept: a system file given by itself is taken like any other
         else badExtensions.insert(path::extension(path));
     }
-    fileNames_->addSorted(added);
-    listChanged();
+    add(added);
     if (badExtensions.isEmpty()) return;
     // The whole list is looked at: a refused drop on a list that already holds files gets the second text.
     panels().runAlert(fileNames_->isEmpty() ? QStringLiteral("File types not supported by this tab")

@@ -31,7 +31,7 @@ public:
     virtual void awakeFromNib();
     /// Appends with no validation, sorts, reloads.
     void addFile(const QString& path);
-    /// Hook after each addition.
+    /// Hook after each addition; `lastAdded` holds what came in with it.
     virtual void filesAdded() {}
     /// Asks for files and adds them.
     void addButtonClick(Sender sender);
@@ -77,6 +77,7 @@ public:
     std::shared_ptr<TabViewItem> tabViewItem;
     std::shared_ptr<Table> tableView = std::make_shared<Table>();
     ZOLTController* zoltController = nullptr;
+    bool taskCompleted = false; ///< nobody uses it
 
 protected:
     BaseTab();
@@ -84,12 +85,15 @@ protected:
     QString label() const;
     /// Asks whether the originals are really to be deleted.
     static bool confirmDeletion();
+    /// What the last addition brought.
+    const QStringList& lastAdded() const { return lastAdded_; }
 
 private:
     bool isValid(const QString& path) const;
-    void listChanged();
+    void add(const QStringList& paths);
 
     std::shared_ptr<FileList> fileNames_ = std::make_shared<FileList>();
+    QStringList lastAdded_;
     QString pathToCommandLineTools_;
 };
 

@@ -25,9 +25,12 @@ QString FileList::at(qsizetype index) const
 void FileList::addSorted(const QStringList& paths)
 {
     const std::lock_guard guard(mutex_);
+    if (paths.size() == 1) { // adding file by file stays cheap on a long list
+        paths_.insert(std::upper_bound(paths_.begin(), paths_.end(), paths.first()), paths.first());
+        return;
+    }
     const qsizetype sortedCount = paths_.size();
     paths_ += paths;
-    // Only what is new has to be sorted: adding file by file stays cheap on a long list.
     std::sort(paths_.begin() + sortedCount, paths_.end());
     std::inplace_merge(paths_.begin(), paths_.begin() + sortedCount, paths_.end());
 }

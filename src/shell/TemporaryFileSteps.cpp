@@ -53,12 +53,13 @@ OptionalText temporaryDirectory()
 }
 
 /// mkstemps of this system replaces the last six X's only; the ones ahead of them are replaced here.
-void replaceFirstPlaceholders(QByteArray& path)
+void replaceFirstPlaceholders(QByteArray& path, qsizetype suffixLength)
 {
     constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
     constexpr qsizetype replacedBySystem = 6;
-    const qsizetype start = path.lastIndexOf(QByteArrayView(placeholders.data(), placeholders.size()));
-    if (start < 0) return;
+    // By position: the directory or the extension may hold the same letters. A path cut off has none to replace.
+    const qsizetype start = path.size() - suffixLength - qsizetype(placeholders.size());
+    if (start < 0 || !path.sliced(start).startsWith(QByteArrayView(placeholders.data(), placeholders.size()))) return;
     for (qsizetype at = start; at < start + qsizetype(placeholders.size()) - replacedBySystem; ++at) {
         path[at] = letters[QRandomGenerator::global()->bounded(quint32(letters.size()))];
     }
@@ -84,7 +85,7 @@ QString temporaryFileTemplate(const OptionalText& directory, const OptionalText&
 
 int createTemporaryFile(QByteArray& path, int suffixLength)
 {
-    replaceFirstPlaceholders(path);
+    replaceFirstPlaceholders(path, suffixLength);
     const int descriptor = mkostemps(path.data(), suffixLength, O_CLOEXEC);
     if (descriptor < 0) fail(u"Unable to create a temporary file: "_s + systemText(errno));
     return descriptor;

@@ -37,10 +37,13 @@ TEST_F(FlacTask, PiecesMoveBarAndStatusLine)
     task->processTaskOutput(u"track.flac: 42% complete"_s);
     EXPECT_EQ(task->progressIndicator()->doubleValue(), 42.0);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Decoding Flac: 42%"_s);
+    task->processTaskOutput(u"track.flac: 7.50% complete"_s);
+    EXPECT_EQ(task->progressIndicator()->doubleValue(), 7.5);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Decoding Flac: 7.50%"_s) << "the tool's own digits";
     task->processTaskOutput(u" banner \n"_s);
     EXPECT_EQ(task->progressIndicator()->doubleValue(), -1.0);
-    EXPECT_EQ(task->topTextField()->stringValue(), u"Decoding Flac: 42%"_s);
-    EXPECT_EQ(task->results()->results(), u"track.flac: 42% completebanner\n"_s) << "each piece trimmed";
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Decoding Flac: 7.50%"_s);
+    EXPECT_EQ(task->results()->results(), u"track.flac: 42% completetrack.flac: 7.50% completebanner\n"_s) << "each piece trimmed";
     task->setResults(nullptr);
 }
 

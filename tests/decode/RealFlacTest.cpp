@@ -61,6 +61,45 @@ TEST_F(RealFlac, AiffGetsTheTagsAndDeletionComesAfterThem)
     EXPECT_TRUE(facts.contains("TAG:artist=Nobody")) << facts.toStdString();
 }
 
+TEST_F(RealFlac, SourceWithoutTagsBecomesAiffWithoutAnError)
+{
+    const QString source = makeFlac(u"a.flac"_s);
+    test::run(u"metaflac"_s, {u"--remove-all-tags"_s, source});
+    tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+    decode({source});
+    EXPECT_EQ(samples(pathOf(u"a.aiff"_s)), samples(source));
+    EXPECT_TRUE(queue().panelArray().empty());
+}
+
+TEST_F(RealFlac, FailedDecodeIntoAiffStillCopiesTheTags)
+{
+    const LogCapture log;
+    const QString source = makeFlac(u"a.flac"_s);
+    tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+    decode({source});
+    test::run(u"metaflac"_s, {u"--remove-tag=TITLE"_s, u"--set-tag=TITLE=Later"_s, source});
+    decode({source}); // refused: the output exists
+    EXPECT_EQ(queue().panelArray().size(), 1U);
+    const QByteArray facts = test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
+    EXPECT_TRUE(facts.contains("TAG:title=Later")) << facts.toStdString();
+}
+
+TEST_F(RealFlac, CancelledDecodeIntoAiffWritesTheSameTagsTwiceAndKeepsTheSource)
+{
+    const LogCapture log;
+    const QString source = makeFlac(u"a.flac"_s, u"60"_s);
+    tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+    tab.deleteOriginalsButton->setState(true);
+    panels_.answerAlert(1);
+    tab.addFiles({source});
+    tab.executeCommand(nullptr);
+    queue().taskArray().at(0)->cancelTask(nullptr);
+    EXPECT_TRUE(QFile::exists(source));
+    EXPECT_EQ(samples(pathOf(u"a.aiff"_s)), samples(source));
+    const QByteArray facts = test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
+    EXPECT_EQ(facts.count("TAG:title=Späti"), 1) << facts.toStdString();
+}
+
 TEST_F(RealFlac, LongDecodeEndsThoughThisFlacTellsItsProgressWithoutTheName)
 {
     const LogCapture log;

@@ -1,6 +1,10 @@
 #include "platform/errors/Exceptions.h"
 #include "platform/text/Text.h"
 
+#include <QLocale>
+
+#include <limits>
+
 using namespace zolt;
 using namespace Qt::StringLiterals;
 
@@ -27,6 +31,49 @@ TEST(Text, DecimalReadingTakesTheLongestNumberAtTheStart)
     EXPECT_EQ(doubleValue(u".5"), 0.5);
     EXPECT_EQ(doubleValue(u"abc"), 0.0);
     EXPECT_EQ(doubleValue(u"."), 0.0);
+}
+
+TEST(Text, DecimalReadingPastTheRangeGivesItsEnd)
+{
+    EXPECT_EQ(doubleValue(u"1e999"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(doubleValue(u"-1e999"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(doubleValue(u"0.1e400"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(doubleValue(u"1e-999"), 0.0);
+}
+
+TEST(Text, TrimmingTakesTheSetsCharactersFromBothEndsAlone)
+{
+    EXPECT_EQ(trimmed(u" \t\u00a0a b \n", CharacterSet::WhiteSpace), u"a b \n"_s);
+    EXPECT_EQ(trimmed(u" \r\na\nb\u2028 ", CharacterSet::WhiteSpaceAndNewlines), u"a\nb"_s);
+    EXPECT_EQ(trimmed(u"\n a \n", CharacterSet::Newlines), u" a "_s);
+    EXPECT_EQ(trimmed(u"\b\ba\bb\b", CharacterSet::Backspace), u"a\bb"_s);
+    EXPECT_EQ(trimmed(u"  ", CharacterSet::WhiteSpace), u""_s);
+}
+
+TEST(Text, PartsOfATextAreHeldToItsRange)
+{
+    EXPECT_EQ(substringFrom(u"abc"_s, 1), u"bc"_s);
+    EXPECT_EQ(substringTo(u"abc"_s, 2), u"ab"_s);
+    EXPECT_EQ(substringFrom(u"abc"_s, 3), u""_s);
+    EXPECT_THROW(substringFrom(u"abc"_s, 4), RangeException);
+    EXPECT_THROW(substringTo(u"abc"_s, -1), RangeException);
+}
+
+TEST(Text, SixDecimalsAndAPointWhateverTheLocale)
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    EXPECT_EQ(fixedSix(1234.5), u"1234.500000"_s);
+    QLocale::setDefault(before);
+}
+
+TEST(Text, AbsentTextAddsNothingAndPrintsAsTheEmptyOne)
+{
+    QString text = u"a"_s;
+    appendText(text, std::nullopt);
+    appendText(text, u"b"_s);
+    EXPECT_EQ(text, u"ab"_s);
+    EXPECT_EQ(textOrEmpty(std::nullopt), u""_s);
 }
 
 TEST(Text, WholeNumbersAreHeldToTheirWidth)

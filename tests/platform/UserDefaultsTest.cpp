@@ -90,6 +90,8 @@ TEST_F(Defaults, ValuesComeBackFromTheFileAsTheyWere)
     EXPECT_EQ(read.stringForKey(u"format"_s), format);
     EXPECT_DOUBLE_EQ(read.doubleForKey(u"decimal"_s), 0.5);
     EXPECT_TRUE(read.boolForKey(u"yes"_s));
+    EXPECT_EQ(read.integerForKey(u"yes"_s), 1) << "a box may stand for a number's key";
+    EXPECT_EQ(read.doubleForKey(u"yes"_s), 1.0);
     EXPECT_FALSE(read.boolForKey(u"no"_s));
 }
 

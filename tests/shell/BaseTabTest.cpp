@@ -91,6 +91,9 @@ TEST_F(BaseTabs, SystemFileIsSkippedInAFolderAndTakenByItself)
     EXPECT_EQ(util.fileNames().copy(), QStringList{folder() + u"/show/a.flac"_s});
     util.addFiles({folder() + u"/show/.DS_Store"_s});
     EXPECT_EQ(util.fileNames().count(), 2);
+    panels_.answerAlert(1); // judged like any file: it has no extension, and the tags tab takes none without
+    tags.addFiles({folder() + u"/show/.DS_Store"_s});
+    EXPECT_TRUE(tags.fileNames().isEmpty());
 }
 
 TEST_F(BaseTabs, FolderThatLinksToItselfIsWalkedOnce)

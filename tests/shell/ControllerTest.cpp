@@ -2,6 +2,8 @@
 
 #include "engine/ZOLTTask.h"
 
+#include <QProcess>
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -87,6 +89,26 @@ TEST_F(Controller, AacIsRefusedByEncodeAndTakenByDecode)
     EXPECT_FALSE(controller.isValidFilePath(Constants::ENCODE, aac));
     EXPECT_FALSE(controller.isValidFilePath(Constants::LOSSY, aac));
     EXPECT_TRUE(controller.isValidFilePath(Constants::DECODE, aac));
+}
+
+TEST_F(Controller, AppleLosslessReachesEncodeBothWaysAndLossyThroughItsTableAlone)
+{
+    const QString wav = file(u"a.wav"_s, wavBytes()), lossless = folder() + u"/a.m4a"_s, aac = folder() + u"/b.m4a"_s;
+    for (const auto& [codec, output] : {std::pair(u"alac"_s, lossless), std::pair(u"aac"_s, aac)}) {
+        QProcess::execute(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, wav, u"-c:a"_s, codec, output});
+    }
+    select(encodeIndex);
+    controller.addFiles({lossless, aac});
+    EXPECT_EQ(encode.fileNames().copy(), QStringList{lossless});
+    select(lossyIndex);
+    controller.addFiles({lossless, aac});
+    EXPECT_TRUE(lossy.fileNames().isEmpty());
+    panels_.answerAlert(1);
+    panels_.answerAlert(1);
+    encode.addFiles({lossless, aac});
+    lossy.addFiles({lossless, aac});
+    EXPECT_EQ(encode.fileNames().copy(), QStringList({lossless, lossless}));
+    EXPECT_EQ(lossy.fileNames().copy(), QStringList{lossless});
 }
 
 TEST_F(Controller, PathThatDoesNotExistPassesAsAFile)

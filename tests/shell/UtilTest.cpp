@@ -125,6 +125,9 @@ TEST_F(UtilFiles, ADirectoryOrExtensionWithPlaceholdersOfItsOwnIsLeftAlone)
     EXPECT_TRUE(path.startsWith(at(u"XXXXXXXX/Zolt-"_s)));
     EXPECT_TRUE(path.endsWith(u".wäv"_s));
     EXPECT_TRUE(QFile::exists(path));
+    const QString odd = Util::generateTempFileNameExtension(directory_.path(), u"XXXXXXXX"_s);
+    EXPECT_TRUE(odd.endsWith(u".XXXXXXXX"_s));
+    EXPECT_FALSE(odd.first(odd.size() - 9).contains(u"XX"_s)) << odd.toStdString();
 }
 
 TEST_F(UtilFiles, ADirectoryThatIsNotThereOrIsAFileTellsTheSystemsReason)

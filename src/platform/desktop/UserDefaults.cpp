@@ -19,6 +19,12 @@ QString standardPath()
         .filePath(u"zolt/settings.ini"_s);
 }
 
+/// A saved truth value reads as 1 or 0 wherever a number is wanted: a box may stand for a number's key.
+QString numberText(const QString& text)
+{
+    return text == u"true" ? QStringLiteral("1") : text;
+}
+
 } // namespace
 
 UserDefaults& UserDefaults::standard()
@@ -67,18 +73,17 @@ QString UserDefaults::stringForKey(const QString& key) const
 
 int UserDefaults::integerForKey(const QString& key) const
 {
-    return intValue(stringForKey(key));
+    return intValue(numberText(stringForKey(key)));
 }
 
 double UserDefaults::doubleForKey(const QString& key) const
 {
-    return doubleValue(stringForKey(key));
+    return doubleValue(numberText(stringForKey(key)));
 }
 
 bool UserDefaults::boolForKey(const QString& key) const
 {
-    const QString text = stringForKey(key);
-    return text == u"true" || doubleValue(text) != 0.0;
+    return doubleForKey(key) != 0.0;
 }
 
 void UserDefaults::set(const QString& key, const QVariant& value)

@@ -54,15 +54,28 @@ private:
         });
     }
 
-    void followEntries(const QString& path)
+    struct Entry
     {
+        QString path;
+        unsigned char kind;
+    };
+
+    /// Read whole before any is followed, so that a deep walk holds one directory open at a time.
+    static std::vector<Entry> entriesOf(const QString& path)
+    {
+        std::vector<Entry> entries;
         const Directory directory(::opendir(QFile::encodeName(path).constData()));
-        if (!directory) return;
+        if (!directory) return entries;
         while (const dirent* entry = ::readdir(directory.get())) {
             const QString name = QFile::decodeName(entry->d_name);
-            if (name == u"." || name == u"..") continue;
-            follow(path::appendingComponent(path, name), entry->d_type);
+            if (name != u"." && name != u"..") entries.push_back({path::appendingComponent(path, name), entry->d_type});
         }
+        return entries;
+    }
+
+    void followEntries(const QString& path)
+    {
+        for (const Entry& entry : entriesOf(path)) follow(entry.path, entry.kind);
     }
 
     const std::function<void(const QString&)>& visit_;

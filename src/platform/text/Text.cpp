@@ -4,7 +4,6 @@
 
 #include <QStringConverter>
 
-#include <charconv>
 #include <limits>
 
 namespace zolt {
@@ -146,14 +145,7 @@ double doubleValue(QStringView text)
     const qsizetype length = decimalNumberLength(text);
     if (length == 0) return 0.0;
     if (text[0] == u'+') return doubleValue(text.sliced(1));
-    const QByteArray digits = text.first(length).toLatin1();
-    double value = 0.0;
-    const auto outcome = std::from_chars(digits.constBegin(), digits.constEnd(), value);
-    if (outcome.ec != std::errc::result_out_of_range) return value;
-    // from_chars leaves the value alone out of range; the sign of the exponent tells which end was passed.
-    const bool tiny = digits.contains("e-") || digits.contains("E-") || digits.startsWith("0.") || digits.startsWith("-0.");
-    const double magnitude = tiny ? 0.0 : std::numeric_limits<double>::infinity();
-    return digits.startsWith('-') ? -magnitude : magnitude;
+    return text.first(length).toDouble(); // no locale; past the range it gives 0 or infinity
 }
 
 int intValue(QStringView text) { return wholeNumber<int>(text); }
