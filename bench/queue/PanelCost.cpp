@@ -3,6 +3,7 @@
 #include "Clock.h"
 #include "engine/ZOLTTask.h"
 #include "engine/ZOLTTaskQueue.h"
+#include "platform/threads/MainQueue.h"
 
 #include <cstdio>
 
@@ -52,15 +53,20 @@ Cost costOf(int rows)
         tasks.push_back(IdleTask::make(&queue));
     const double perRow = 1000.0 / rows;
     Cost cost;
+    // The event loop runs between one row and the next.
     cost.adding = perRow * millisecondsOf([&] {
-                      for (const auto& task : tasks)
+                      for (const auto& task : tasks) {
                           queue.addTask(task);
+                          MainQueue::instance().drain();
+                      }
                   });
     for (const auto& task : tasks)
         task->setError(true); // so that the rows stay until they are removed
     cost.ending = perRow * millisecondsOf([&] {
-                      for (const auto& task : tasks)
+                      for (const auto& task : tasks) {
                           task->end();
+                          MainQueue::instance().drain();
+                      }
                   });
     cost.sweeping = perRow * millisecondsOf([&] { queue.removeAllErrors(nullptr); });
     return cost;

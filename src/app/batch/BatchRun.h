@@ -48,6 +48,7 @@ private:
     bool settled() const;
     void count(Outcome outcome);
     void interrupted(int signal);
+    void markAllCancelled();
     void stopNow();
     void printReports() const;
     int status() const;
