@@ -168,7 +168,8 @@ AudioStatus openThroughCodecs(QFile& file, Container container, std::unique_ptr<
     if (container == Container::Mp4) return audioStatus::UnsupportedFormat; // its samples lie in scattered chunks
     LinearLayout layout{.format = format, .dataOffset = demuxer.position()};
     const auto stated = statedFrames(demuxer.stream());
-    const auto bytes = stated < 0 ? INT64_MAX : stated * format.bytesPerFrame;
+    const bool known = stated >= 0 && stated < file.size();
+    const auto bytes = known ? stated * format.bytesPerFrame : INT64_MAX;
     if (const auto status = limitToFile(layout, bytes, file.size())) return status;
     source = std::make_unique<LinearSource>(file, layout);
     return audioStatus::Ok;
