@@ -129,7 +129,8 @@ TEST_F(BatchTerminal, ShowsRunningRowsAndClearsThem)
         u"echo 'a.flac: 42% complete, ratio=0.5'\nwhile [ ! -e \"$dir/go\" ]; do sleep 0.01; done\nexec \"$real\" \"$@\"\n"_s);
     makeFlac(in(u"a.flac"_s));
     startAtTerminal({u"decode"_s, u"a.flac"_s});
-    EXPECT_THAT(readUntil("42%"), HasSubstr("[########------------] a.flac  Decoding Flac: 42%\r\n1 to go\r\n"));
+    EXPECT_THAT(readUntil("42%\r\n1 to go\r\n"),
+                HasSubstr("[########------------] a.flac  Decoding Flac: 42%\r\n1 to go\r\n"));
     write(in(u"go"_s), {});
     EXPECT_EQ(finishStatus(), 0);
     EXPECT_THAT(seen(), HasSubstr("Complete  a.flac"));
