@@ -14,7 +14,6 @@ GuardedApplication::GuardedApplication(int& argc, char** argv) : QApplication(ar
 {
     loadDrawings();
     setApplicationName(QLatin1String(product::program));
-    setApplicationDisplayName(QLatin1String(product::name));
     setApplicationVersion(QLatin1String(product::version));
     setWindowIcon(QIcon::fromTheme(QString::fromUtf16(busName::application), QIcon(QStringLiteral(":/icons/zolt.svg"))));
     setQuitOnLastWindowClosed(false); // quitting is a sequence of the program's own

@@ -1,9 +1,11 @@
 #include "ui/QtPanels.h"
 
+#include "platform/Product.h"
 #include "platform/threads/MainQueue.h"
 #include "ui/WindowBinding.h"
 
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 
 #include <future>
@@ -37,10 +39,19 @@ struct AlertButton
     QMessageBox::ButtonRole role;
 };
 
+/// A question of a few words would else stand in a narrow column.
+void widen(QMessageBox& box)
+{
+    constexpr int width = 360;
+    auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid) grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 int ask(const QString& title, const QString& message, const std::vector<AlertButton>& buttons)
 {
     QMessageBox box(QMessageBox::NoIcon, QString(), title, QMessageBox::NoButton, QApplication::activeWindow());
     box.setObjectName(u"alert"_s);
+    box.setWindowTitle(QLatin1String(product::name));
     box.setIcon(buttons.size() > 1 ? QMessageBox::Question : QMessageBox::Information);
     box.setTextFormat(Qt::PlainText); // a file's name is no markup
     box.setInformativeText(message);
@@ -52,6 +63,7 @@ int ask(const QString& title, const QString& message, const std::vector<AlertBut
         if (isRefusal(button.text)) box.setEscapeButton(shown);
     }
     if (!box.escapeButton() && replies.size() == 1) box.setEscapeButton(box.defaultButton());
+    widen(box);
     box.exec();
     return replies.value(box.clickedButton(), alertReply::otherButton);
 }

@@ -41,7 +41,7 @@ QString reportSummary(const QString& report)
         if (verdict == LineVerdict::Bad) ++bad;
     }
     if (good == 0 && bad == 0) return counted(lines, u"line"_s);
-    if (good == 0) return u"%1, %2 of an error"_s.arg(counted(lines, u"line"_s)).arg(bad);
+    if (good == 0) return u"%1, %2 with an error"_s.arg(counted(lines, u"line"_s)).arg(bad);
     return bad == 0 ? u"%1 OK"_s.arg(good) : u"%1 OK, %2 failed"_s.arg(good).arg(bad);
 }
 

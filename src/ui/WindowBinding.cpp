@@ -9,6 +9,8 @@ namespace zolt {
 
 namespace {
 
+constexpr qint64 pause = 250; // milliseconds between two raisings of a window that is up
+
 QHash<const Window*, QWidget*>& shownWindows()
 {
     static QHash<const Window*, QWidget*> table; // main thread only
@@ -56,6 +58,8 @@ void WindowBinding::bringToFront()
     const bool comesUp = !widget_.isVisible();
     if (comesUp && comingUp_) comingUp_();
     widget_.show();
+    if (!comesUp && raised_.isValid() && raised_.elapsed() < pause) return; // a queue of small files orders it all the time
+    raised_.start();
     widget_.raise();
     if (comesUp) widget_.activateWindow();
 }

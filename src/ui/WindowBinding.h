@@ -3,6 +3,7 @@
 
 #include "platform/controls/Window.h"
 
+#include <QElapsedTimer>
 #include <QWidget>
 
 #include <functional>
@@ -36,6 +37,7 @@ private:
     QWidget& widget_;
     const std::shared_ptr<Window> model_;
     unsigned orders_ = 0;
+    QElapsedTimer raised_;
     std::function<void()> comingUp_;
     std::function<void()> gone_;
 };

@@ -27,7 +27,7 @@ TEST(ReportSummaryTest, CountsWhatTheLinesSay)
     EXPECT_EQ(reportSummary(u"Verify MD5: show.md5\na.flac : OK\nb.flac : OK\nc.flac : FAILED\n"_s), u"2 OK, 1 failed"_s);
     EXPECT_EQ(reportSummary(u"a.flac: ok\n"_s), u"1 OK"_s);
     EXPECT_EQ(reportSummary(u"one\n\ntwo\n"_s), u"2 lines"_s);
-    EXPECT_EQ(reportSummary(u"a.flac: ERROR while decoding\nmore\n"_s), u"2 lines, 1 of an error"_s);
+    EXPECT_EQ(reportSummary(u"a.flac: ERROR while decoding\nmore\n"_s), u"2 lines, 1 with an error"_s);
     EXPECT_EQ(reportSummary(QString()), u"0 lines"_s);
 }
 
