@@ -10,6 +10,9 @@ namespace zolt::test {
 class Conversion : public testing::Test
 {
 protected:
+    /// A task and its results hold each other; the queue, which lets go of them, is not there.
+    ~Conversion() override { task_->setResults(nullptr); }
+
     QString path(const QString& name) const { return folder_.filePath(name); }
 
     std::shared_ptr<EncodeCoreAudioSync> encoder(const QString& from, const QString& to, uint32_t format,
