@@ -1,6 +1,7 @@
 #include "app/Program.h"
 
 #include "decode/DecodeTab.h"
+#include "engine/ZOLTTaskQueue.h"
 #include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
 #include "shell/Constants.h"
@@ -34,11 +35,12 @@ void Program::connect(BaseTab& tab, const QString& label)
 
 void Program::finish()
 {
-    controller_->applicationWillTerminate();
+    // What the end of a task hands over may queue another, which has to be ended in its turn.
     do {
+        controller_->applicationWillTerminate();
         waitForDetachedThreads();
         MainQueue::instance().drain();
-    } while (detachedThreadCount() > 0);
+    } while (controller_->taskQueue()->taskCount() > 0 || detachedThreadCount() > 0);
 }
 
 } // namespace zolt

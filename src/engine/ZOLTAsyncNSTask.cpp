@@ -88,8 +88,8 @@ void ZOLTAsyncNSTask::stopTask(Sender)
 {
     const Hold hold(shared_from_this());
     if (const auto process = get(task_)) {
-        process->waitUntilExit(); // first: a cancel does not shorten the tool's run
-        process->terminate();
+        // The wait comes first: a cancel does not shorten the tool's run.
+        if (process->waitUntilExit()) process->terminate();
         if (stillRunning(process)) return; // a later notification ends the task
         NotificationCenter::standard().removeObserver(this, FileHandleReadCompletionNotification,
                                                       process->standardOutput()->fileHandleForReading().get());

@@ -25,6 +25,9 @@ protected:
     ZOLTAsyncNSTaskFileOutputRedirection() = default;
     void setUpRedirection(const QString& fileName, ZOLTTaskQueue* queue, const QString& launchPath, const QStringList& arguments);
 
+    /// The reason is shown, not saved.
+    void finishAfterFault() override { ZOLTAsyncNSTask::stopTask(nullptr); }
+
 private:
     QString fileName_;
     OptionalText subTitle_;

@@ -140,7 +140,7 @@ void ZOLTTask::endAfterFault(const QString& reason)
     if (reported_) return;
     const Hold hold(shared_from_this());
     setError(true);
-    appendResults(reason);
+    if (const auto collector = results()) collector->appendResultsForTask(reason, this);
     finishAfterFault();
 }
 
@@ -167,6 +167,8 @@ void ZOLTTask::hide()
 void ZOLTTask::setDeleteOriginal(bool) { throw InvalidArgumentException(QStringLiteral("setDeleteOriginal: is not answered by ") + description()); }
 
 QString ZOLTTask::description() const { return QStringLiteral("<ZOLTTask: %1>").arg(title()); }
+
+bool ZOLTTask::hasLeftQueue() const { return get(leftQueue_); }
 
 void ZOLTTask::leftQueue()
 {

@@ -47,8 +47,10 @@ public:
     bool error() const { return error_; }
     void setError(bool error) { error_ = error; }
     /// What the row shows while it runs, and what an output window is titled.
-    QString title() const { return get(title_); }
-    virtual void setTitle(const QString& title) { put(title_, title); }
+    QString title() const { return textOrEmpty(optionalTitle()); }
+    /// As title(), absent while none was set.
+    OptionalText optionalTitle() const { return get(title_); }
+    virtual void setTitle(const QString& title) { put(title_, OptionalText(title)); }
 
     /// The text collector; empty once a task has nothing to report.
     std::shared_ptr<ZOLTTaskResults> results() const { return get(results_); }
@@ -79,6 +81,7 @@ public:
     /// happened and nobody is inside the task any more, its results are let go, which breaks the ring between a task
     /// and its collector; `tasksInSet` keeps the task for the others of a set.
     void leftQueue();
+    bool hasLeftQueue() const;
     void leftPanel();
 
     /// Held by whoever runs or ends a task, for as long as it does: the results are not let go meanwhile.
@@ -141,7 +144,7 @@ private:
     std::atomic<bool> cancelled_ = false;
     std::atomic<bool> error_ = false;
     std::atomic<bool> reported_ = false;
-    QString title_;
+    OptionalText title_;
 
     int holds_ = 0;
     bool leftQueue_ = false;

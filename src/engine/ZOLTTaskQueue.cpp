@@ -47,7 +47,10 @@ ZOLTTaskQueue::~ZOLTTaskQueue()
 {
     NotificationCenter::standard().removeObserver(this, Constants::ZOLTMaxThreadsChangedNotification, nullptr);
     tableView_->setDataSource(nullptr);
-    for (const auto& task : copied(panelArray_, containers_)) {
+    Tasks tasks = panelArray();
+    const Tasks open = taskArray(); // one may have lost its row while it ran
+    tasks.insert(tasks.end(), open.begin(), open.end());
+    for (const auto& task : tasks) {
         task->leftQueue();
         task->leftPanel();
     }
@@ -120,25 +123,37 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     tableView_->reloadData();
     startWaitingTasks();
     tableView_->scrollRowToVisible(lowestActivePosition_);
+    // Decided under the lock: a task added from here on belongs to the next run, and of two tasks of a set that end at
+    // once the last to report shows the text.
+    const bool idle = activeTask_ == 0;
+    const Tasks rows = idle ? panelArray() : Tasks();
+    const bool showsText = results && results->taskSetDone() && results->allTasksReported();
     lock_.unlock();
 
-    if (activeTask_ == 0) {
-        const bool failed = sweep(false);
-        tableView_->reloadData();
-        if (!failed) {
-            panel_->close();
-            setTaskNumberInDock();
-            desktop().requestUserAttention(informationalRequest);
-        }
-    }
-    if (results && results->taskSetDone()) showOutputWindowTitle(results->results(), task->title());
+    if (idle) endOfRun(rows);
+    if (showsText) showOutputWindowTitle(results->results(), task->optionalTitle());
+}
+
+void ZOLTTaskQueue::endOfRun(const Tasks& rows)
+{
+    const bool failed = sweep(rows, false);
+    tableView_->reloadData();
+    if (failed) return;
+    panel_->close();
+    setTaskNumberInDock();
+    desktop().requestUserAttention(informationalRequest);
 }
 
 std::int32_t ZOLTTaskQueue::indexOfOpen(const TaskPointer& task) const
 {
     const std::lock_guard guard(containers_);
-    const auto found = std::find(taskArray_.begin(), taskArray_.end(), task);
-    return found == taskArray_.end() ? notFound : std::int32_t(found - taskArray_.begin());
+    const auto count = std::int32_t(taskArray_.size());
+    // From both ends: tasks end at the front, and are cancelled from the back.
+    for (std::int32_t low = 0, high = count - 1; low <= high; ++low, --high) {
+        if (taskArray_[std::size_t(low)] == task) return low;
+        if (taskArray_[std::size_t(high)] == task) return high;
+    }
+    return notFound;
 }
 
 void ZOLTTaskQueue::removeOpenAt(std::int32_t index)
@@ -148,6 +163,17 @@ void ZOLTTaskQueue::removeOpenAt(std::int32_t index)
         throw RangeException(QStringLiteral("index %1 beyond bounds, %2 open tasks").arg(index).arg(taskArray_.size()));
     }
     taskArray_.erase(taskArray_.begin() + index);
+    if (std::size_t(index) < notWaiting_) --notWaiting_;
+}
+
+ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::nextWaiting(std::size_t& index)
+{
+    const std::lock_guard guard(containers_);
+    const auto isWaiting = [this](std::size_t at) { return !taskArray_[at]->isActive() && !taskArray_[at]->isDone(); };
+    while (notWaiting_ < taskArray_.size() && !isWaiting(notWaiting_)) ++notWaiting_;
+    index = std::max(index, notWaiting_);
+    while (index < taskArray_.size() && !isWaiting(index)) ++index;
+    return index < taskArray_.size() ? taskArray_[index] : nullptr;
 }
 
 ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::openTaskAt(std::size_t index) const
@@ -159,9 +185,8 @@ ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::openTaskAt(std::size_t index) const
 void ZOLTTaskQueue::startWaitingTasks()
 {
     for (std::size_t index = 0; activeTask_ < maxThreads_; ++index) {
-        const auto task = openTaskAt(index);
+        const auto task = nextWaiting(index);
         if (!task) return;
-        if (task->isActive() || task->isDone()) continue;
         startFromReport(task);
         panel_->makeKeyAndOrderFront();
         raiseLowestActivePosition(task);
@@ -174,7 +199,8 @@ void ZOLTTaskQueue::startFromReport(const TaskPointer& task)
     try {
         startTask(task);
     } catch (const PlatformException& fault) {
-        // Nobody else would ever end this task: its row gets its end once this report is over.
+        // Nobody else would ever end this task: its row gets its end once this report is over, and is counted out then.
+        ++activeTask_;
         postToMain([task, reason = fault.reason()] { task->endAfterFault(reason); });
         throw;
     }
@@ -190,9 +216,8 @@ void ZOLTTaskQueue::raiseLowestActivePosition(const TaskPointer& task)
     lowestActivePosition_ = std::max<std::int32_t>(lowestActivePosition_, std::int32_t(found - panelArray_.begin()));
 }
 
-bool ZOLTTaskQueue::sweep(bool failedRows)
+bool ZOLTTaskQueue::sweep(const Tasks& rows, bool failedRows)
 {
-    const Tasks rows = copied(panelArray_, containers_);
     Tasks dropped;
     for (auto task = rows.rbegin(); task != rows.rend(); ++task) {
         if ((*task)->error() != failedRows) continue;
@@ -215,9 +240,14 @@ void ZOLTTaskQueue::dropRows(const Tasks& rows)
 
 void ZOLTTaskQueue::resetIfEmpty()
 {
-    if (taskCount() > 0) return;
-    activeTask_ = 0;
-    lowestActivePosition_ = 0;
+    // Under the lock, unless this thread still has it, so that a task added at the same time keeps its count.
+    const bool taken = lock_.tryLock();
+    if (!taken && !lock_.isHeldByThisThread()) return; // whoever has it adds a task, or closes by itself
+    if (taskCount() == 0) {
+        activeTask_ = 0;
+        lowestActivePosition_ = 0;
+    }
+    if (taken) lock_.unlock();
 }
 
 qsizetype ZOLTTaskQueue::numberOfRowsInTableView() const
@@ -276,7 +306,7 @@ void ZOLTTaskQueue::cancelAllTasks(Sender sender) { cancelFromLastToFirst(sender
 
 void ZOLTTaskQueue::removeAllErrors(Sender)
 {
-    sweep(true);
+    sweep(panelArray(), true);
     tableView_->reloadData();
     if (taskCount() == 0) panel_->close();
     setTaskNumberInDock();

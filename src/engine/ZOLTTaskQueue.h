@@ -93,11 +93,13 @@ private:
     void reportEnd(const TaskPointer& task);
     std::int32_t indexOfOpen(const TaskPointer& task) const;
     void removeOpenAt(std::int32_t index);
+    TaskPointer nextWaiting(std::size_t& index);
     void startWaitingTasks();
     void startFromReport(const TaskPointer& task);
     TaskPointer openTaskAt(std::size_t index) const;
     void raiseLowestActivePosition(const TaskPointer& task);
-    bool sweep(bool failedRows);
+    bool sweep(const Tasks& rows, bool failedRows);
+    void endOfRun(const Tasks& rows);
     void dropRows(const Tasks& rows);
     void cancelFromLastToFirst(Sender sender);
     void resetIfEmpty();
@@ -108,6 +110,7 @@ private:
     std::shared_ptr<Table> tableView_;
     std::deque<TaskPointer> taskArray_;
     std::deque<TaskPointer> panelArray_;
+    std::size_t notWaiting_ = 0; // the first open tasks, known to run or to have ended; a task never goes back
     std::shared_ptr<Window> panel_;
     Lock lock_;
     std::atomic<std::int32_t> activeTask_ = 0;

@@ -16,7 +16,8 @@ ZOLTTaskResults::ZOLTTaskResults() = default;
 ZOLTTaskResults::~ZOLTTaskResults()
 {
     // A following task that never came to be queued has no queue to break its ring with its own results.
-    if (taskAfterSetDone_ && !taskAfterSetClaimed_) taskAfterSetDone_->setResults(nullptr);
+    const auto& next = taskAfterSetDone_;
+    if (next && !taskAfterSetClaimed_ && !next->isActive() && !next->isDone()) next->setResults(nullptr);
 }
 
 void ZOLTTaskResults::appendResults(const OptionalText& text)
@@ -106,6 +107,7 @@ void ZOLTTaskResults::setTasksInSet(const Tasks& tasks)
 {
     const std::lock_guard guard(mutex_);
     tasksInSet_ = tasks;
+    doneAtStart_ = 0;
     keys_.clear();
     for (std::size_t index = 0; index < tasks.size(); ++index) keys_.emplace(tasks[index].get(), QString::number(index));
 }
@@ -113,7 +115,14 @@ void ZOLTTaskResults::setTasksInSet(const Tasks& tasks)
 bool ZOLTTaskResults::allTasksDone() const
 {
     const std::lock_guard guard(mutex_);
-    return std::all_of(tasksInSet_.begin(), tasksInSet_.end(), [](const auto& task) { return task->isDone(); });
+    while (doneAtStart_ < tasksInSet_.size() && tasksInSet_[doneAtStart_]->isDone()) ++doneAtStart_;
+    return doneAtStart_ == tasksInSet_.size();
+}
+
+bool ZOLTTaskResults::allTasksReported() const
+{
+    const Tasks tasks = tasksInSet();
+    return std::all_of(tasks.begin(), tasks.end(), [](const auto& task) { return task->hasLeftQueue(); });
 }
 
 } // namespace zolt

@@ -58,6 +58,8 @@ public:
     void setTasksInSet(const Tasks& tasks);
     /// True if every task of the set has ended.
     bool allTasksDone() const;
+    /// True if every task of the set has left the queue.
+    bool allTasksReported() const;
 
 private:
     const QString& keyOf(const ZOLTTask* task) const;
@@ -70,6 +72,7 @@ private:
     std::shared_ptr<ZOLTTask> taskAfterSetDone_;
     std::atomic<bool> taskSetDone_ = false;
     bool taskAfterSetClaimed_ = false;
+    mutable std::size_t doneAtStart_ = 0; // the set's first tasks, known to have ended; a task never goes back
 };
 
 } // namespace zolt

@@ -17,11 +17,18 @@ void ZOLTThreadTask::startTask()
     // Set here already: until the thread gets to mark its row, the queue must not take the task for a waiting one.
     setActive(true);
     auto self = std::static_pointer_cast<ZOLTThreadTask>(shared_from_this());
-    detachThread([self = std::move(self)] { self->runGuarded(); });
+    detachThread([self = std::move(self)] { self->run(); });
 }
 
-void ZOLTThreadTask::runGuarded()
+bool ZOLTThreadTask::moveTo(Phase phase)
 {
+    Phase waiting = Phase::Waiting;
+    return phase_.compare_exchange_strong(waiting, phase);
+}
+
+void ZOLTThreadTask::run()
+{
+    if (!moveTo(Phase::Begun)) return; // cancelled and reported before the thread got here
     const Hold hold(shared_from_this());
     QString reason;
     try {
@@ -30,6 +37,8 @@ void ZOLTThreadTask::runGuarded()
         reason = fault.reason();
     } catch (const std::exception& fault) {
         reason = QString::fromUtf8(fault.what());
+    } catch (...) {
+        reason = QStringLiteral("an exception of unknown kind");
     }
     qCCritical(engineLog, "%s: %s", qUtf8Printable(description()), qUtf8Printable(reason));
     endAfterFault(reason);
@@ -37,25 +46,26 @@ void ZOLTThreadTask::runGuarded()
 
 void ZOLTThreadTask::runTool(const QString& launchPath, const QStringList& arguments)
 {
-    const auto process = std::make_shared<ChildProcess>();
+    if (const auto previous = process()) previous->waitUntilExit(); // also one whose output was left early
+    const auto tool = std::make_shared<ChildProcess>();
     const auto pipe = std::make_shared<Pipe>();
-    process->setLaunchPath(launchPath);
-    process->setArguments(arguments);
-    process->setStandardOutputAndError(pipe);
+    tool->setLaunchPath(launchPath);
+    tool->setArguments(arguments);
+    tool->setStandardOutputAndError(pipe);
     {
         const std::lock_guard guard(mutex_);
         setUnbufferedIO(environment_);
-        process->setEnvironment(environment_);
-        task_ = process;
+        tool->setEnvironment(environment_);
+        task_ = tool;
     }
-    process->launch();
+    tool->launch();
     const auto handle = pipe->fileHandleForReading();
     // Whoever leaves the loop early leaves a tool that may still write.
     struct Drain
     {
-        ChildProcess& process;
-        ~Drain() { process.discardRemainingOutput(); }
-    } const drain{*process};
+        ChildProcess& tool;
+        ~Drain() { tool.discardRemainingOutput(); }
+    } const drain{*tool};
     for (QByteArray piece = handle->availableData(); !piece.isEmpty() && !cancelled(); piece = handle->availableData()) {
         processTaskOutput(decodeUtf8(piece));
     }
@@ -65,14 +75,14 @@ void ZOLTThreadTask::waitForTool()
 {
     const auto tool = process();
     if (!tool) return;
-    tool->waitUntilExit();
-    tool->terminate();
+    if (tool->waitUntilExit()) tool->terminate();
     if (!cancelled() && tool->terminationStatus() != 0) setError(true);
 }
 
 void ZOLTThreadTask::stopTask(Sender)
 {
     const Hold hold(shared_from_this());
+    moveTo(Phase::EndedBefore); // has no effect on a thread at work
     waitForTool();
     setActive(false);
     setDone(true);

@@ -47,8 +47,13 @@ protected:
     void finishAfterFault() override { stopTask(nullptr); }
 
 private:
-    void runGuarded();
+    /// A thread begins its work or the task ends before that, whichever comes first.
+    enum class Phase { Waiting, Begun, EndedBefore };
 
+    void run();
+    bool moveTo(Phase phase);
+
+    std::atomic<Phase> phase_ = Phase::Waiting;
     Environment environment_;
     std::shared_ptr<ChildProcess> task_;
 };

@@ -285,6 +285,19 @@ TEST_F(Redirection, FailedToolLeavesItsTextInTheFile)
     EXPECT_TRUE(queue_.outputWindows().empty());
 }
 
+TEST_F(Redirection, FaultAtTheStartLeavesTheFileAloneAndIsShown)
+{
+    const LogCapture log;
+    const QString file = directory_.filePath(u"saved.txt"_s);
+    setLimit(0);
+    const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(file, &queue_, fakeTool(), {});
+    queue_.addTask(task);
+    task->endAfterFault(u"cannot start it"_s);
+    EXPECT_FALSE(QFile::exists(file));
+    ASSERT_EQ(queue_.outputWindows().size(), 1U);
+    EXPECT_EQ(queue_.outputWindows()[0]->textField()->string(), u"cannot start it\n"_s);
+}
+
 TEST_F(Redirection, SecondEndWritesNothing)
 {
     const LogCapture log;

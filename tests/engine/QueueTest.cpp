@@ -38,6 +38,15 @@ TEST_F(TaskQueue, HigherLimitTakesEffectAtTheNextEnd)
     EXPECT_TRUE(tasks[4]->isActive());
 }
 
+TEST_F(TaskQueue, HigherLimitLetsTheNextTaskAddedStartAtOnce)
+{
+    const auto tasks = addTasks(3);
+    setLimit(4);
+    const auto added = addTasks(1);
+    EXPECT_TRUE(added[0]->isActive());
+    EXPECT_FALSE(tasks[2]->isActive()) << "an older one waits for a report";
+}
+
 TEST_F(TaskQueue, LowerLimitStopsNothing)
 {
     const auto tasks = addTasks(4);
@@ -226,8 +235,10 @@ TEST_F(TaskQueue, StartThatFailsInAReportIsLoggedAndTheRowStillEnds)
     runPosted();
     EXPECT_TRUE(broken->isDone() && broken->error());
     EXPECT_TRUE(last[0]->isActive());
+    EXPECT_EQ(queue_.activeTask(), 1) << "counted out once, as it was counted in";
     last[0]->finish();
     EXPECT_EQ(queue_.activeTask(), 0);
+    EXPECT_EQ(queue_.panelArray(), ZOLTTaskQueue::Tasks{broken}) << "only the failed row remains";
 }
 
 namespace {
@@ -253,7 +264,71 @@ TEST_F(TaskQueue, OtherExceptionsPassThroughTheClosingStep)
     const auto strange = StrangeTask::make(&queue_);
     queue_.addTask(strange);
     EXPECT_THROW(running[0]->finish(), std::logic_error);
-    EXPECT_EQ(queue_.taskCount(), 1);
+    EXPECT_TRUE(queue_.lock().isHeld()) << "only the platform's exceptions release it";
+}
+
+namespace {
+
+class FaultyDesktop : public Desktop
+{
+public:
+    void setBadgeLabel(const OptionalText&) override {}
+    void requestUserAttention(int) override { fault(); }
+    void terminate() override {}
+    std::function<void()> fault;
+};
+
+} // namespace
+
+TEST_F(TaskQueue, FaultAfterTheLockWasReleasedIsLoggedAndTheCountStillReset)
+{
+    const LogCapture log;
+    FaultyDesktop faulty;
+    faulty.fault = [] { throw RangeException(u"late fault"_s); };
+    installDesktop(&faulty);
+    setLimit(1);
+    addTasks(1)[0]->finish();
+    installDesktop(&desktop_);
+    EXPECT_EQ(log.count(u"Exception in queue taskCompleted: late fault"_s), 1);
+    EXPECT_FALSE(queue_.lock().isHeld());
+    EXPECT_EQ(queue_.lowestActivePosition(), 0);
+}
+
+TEST_F(TaskQueue, OtherExceptionsReachTheirCallerWithTheQueueReset)
+{
+    FaultyDesktop faulty;
+    faulty.fault = [] { throw std::logic_error("not ours"); };
+    installDesktop(&faulty);
+    const auto tasks = addTasks(2);
+    tasks[0]->finish();
+    EXPECT_THROW(tasks[1]->finish(), std::logic_error);
+    installDesktop(&desktop_);
+    EXPECT_EQ(queue_.activeTask(), 0);
+    EXPECT_EQ(queue_.lowestActivePosition(), 0);
+}
+
+TEST_F(TaskQueue, TaskThatWasNeverTitledShowsItsTextAsOutput)
+{
+    const auto task = ZOLTTask::initWithQueue(&queue_);
+    queue_.addTask(task);
+    task->endAfterFault(u"why"_s);
+    ASSERT_EQ(queue_.outputWindows().size(), 1U);
+    EXPECT_EQ(queue_.outputWindows()[0]->window()->title(), u"Output"_s);
+}
+
+TEST_F(TaskQueue, ReasonOfAFaultStandsInTheTasksOwnSlot)
+{
+    const auto first = TestTask::make(&queue_), second = TestTask::make(&queue_);
+    const auto set = std::make_shared<ZOLTTaskResults>();
+    for (const auto& task : {first, second}) {
+        task->setResults(set);
+        set->addTaskInSet(task);
+        queue_.addTask(task);
+    }
+    const LogCapture log;
+    second->endAfterFault(u"why"_s);
+    EXPECT_EQ(set->results(), u"\nwhy\n"_s);
+    first->finish();
 }
 
 TEST_F(TaskQueue, LimitAtTheStartIsTheSetting)

@@ -44,9 +44,13 @@ TEST_F(TaskResults, LastOfThreeMarksTheSetDone)
 TEST_F(TaskResults, TaskThatDroppedItsCollectorMarksNothing)
 {
     const auto task = enter();
+    const auto after = ZOLTTask::initWithQueue(nullptr);
+    set_->setTaskAfterSetDone(after);
     task->setResults(nullptr);
     task->stopTask(nullptr);
     EXPECT_FALSE(set_->taskSetDone());
+    EXPECT_EQ(set_->claimTaskAfterSetDone(), after) << "still to be queued";
+    after->setResults(nullptr);
 }
 
 TEST_F(TaskResults, DroppedTaskStillCountsForTheOthers)

@@ -117,6 +117,39 @@ TEST_F(ThreadTask, CancelledWhileWaitingReportsWithoutRunning)
     EXPECT_FALSE(QFile::exists(mark));
 }
 
+TEST_F(ThreadTask, CancelledBeforeItsThreadBeginsNeverRuns)
+{
+    const LogCapture log;
+    for (int round = 0; round < 50; ++round) { // the thread may also win: then its tool runs, and both report
+        const auto task = BlockingTask::make(&queue_, {});
+        queue_.addTask(task);
+        task->cancelTask(nullptr);
+        finish();
+        EXPECT_TRUE(task->isDone());
+        EXPECT_FALSE(task->isActive());
+        EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    }
+}
+
+TEST_F(ThreadTask, SetOfThreadTasksOpensOneWindow)
+{
+    const LogCapture log;
+    for (int round = 0; round < 30; ++round) {
+        const auto set = std::make_shared<ZOLTTaskResults>();
+        std::vector<std::shared_ptr<BlockingTask>> tasks;
+        for (int i = 0; i < 2; ++i) {
+            tasks.push_back(BlockingTask::make(&queue_, {u"exit"_s, u"1"_s}));
+            tasks.back()->setResults(set);
+            set->addTaskInSet(tasks.back());
+        }
+        const auto before = queue_.outputWindows().size();
+        for (const auto& task : tasks) queue_.addTask(task);
+        finish();
+        EXPECT_EQ(queue_.outputWindows().size(), before + 1);
+        queue_.removeAllErrors(nullptr);
+    }
+}
+
 TEST_F(ThreadTask, ToolThatCannotBeStartedEndsTheRowWithTheReason)
 {
     const LogCapture log;

@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 TEST(StatusQueueCell, PlacesNameBarButtonAndStatusFromTopToBottom)
 {
     StatusQueueCell cell;
-    cell.setCancelButton(std::make_shared<Button>(ButtonStyle{.imageSize = 15.0}));
+    const ButtonStyle style{.imageSize = 15.0};
+    cell.setCancelButton(std::make_shared<Button>(style));
     const auto places = cell.drawInteriorWithFrameInView({10, 100, 300, 52});
     EXPECT_EQ(places.progressIndicator, QRectF(10, 121, 260, 15));
     EXPECT_EQ(places.textField, QRectF(10, 104, 260, 18));

@@ -22,6 +22,7 @@ public:
     Button() : Button(pushStyle()) {}
     /// @param style  outlives the button
     explicit Button(const ButtonStyle& style) : style_(style) {}
+    explicit Button(ButtonStyle&&) = delete;
 
     QString title() const { return read(title_); }
     void setTitle(const QString& title) { write(title_, title); }

@@ -23,6 +23,7 @@ public:
     TextField() : TextField(editableStyle()) {}
     /// @param style  outlives the field
     explicit TextField(const TextFieldStyle& style) : style_(style) {}
+    explicit TextField(TextFieldStyle&&) = delete;
 
     QString stringValue() const { return read(text_); }
     void setStringValue(const QString& text) { write(text_, text); }

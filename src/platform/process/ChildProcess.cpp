@@ -87,29 +87,43 @@ bool ChildProcess::exited(int timeoutMilliseconds)
     return ::poll(&waited, 1, timeoutMilliseconds) > 0 && reap();
 }
 
-void ChildProcess::waitUntilExit()
+bool ChildProcess::waitUntilExit()
 {
     {
         const std::lock_guard guard(mutex_);
-        if (pid_ <= 0 || ended_) return;
+        if (pid_ <= 0) return false;
+        if (ended_) return true;
     }
-    if (isMainThread()) {
-        if (!exited(shortWaitMilliseconds)) waitInEventLoop();
-    } else {
-        waitBlocking();
-    }
+    if (!isMainThread()) waitBlocking();
+    else if (!exited(shortWaitMilliseconds)) waitInEventLoop();
+    return true;
 }
 
 void ChildProcess::waitInEventLoop()
 {
+    QEventLoop loop;
     // A descriptor of its own: waits nest, and an event loop takes one watcher for each descriptor.
     const int watched = ::fcntl(pidFd_, F_DUPFD_CLOEXEC, 0);
+    if (watched < 0) { // out of descriptors: look now and then
+        while (!exited(shortWaitMilliseconds)) loop.processEvents();
+        return;
+    }
     {
-        QEventLoop loop;
         QSocketNotifier end(watched, QSocketNotifier::Read);
+        // It tells once: while a wait inside this one goes on, an ended child must not keep the loop awake.
+        QObject::connect(&end, &QSocketNotifier::activated, &end, [&end] { end.setEnabled(false); });
         while (!exited(0)) loop.processEvents(QEventLoop::WaitForMoreEvents);
     }
     ::close(watched);
+}
+
+bool ChildProcess::throwAwayOutput()
+{
+    const std::lock_guard guard(drain_);
+    const auto& handle = pipe_->fileHandleForReading();
+    pollfd readable{handle->descriptor(), POLLIN, 0};
+    if (::poll(&readable, 1, 0) <= 0) return true; // another waiter was quicker
+    return !handle->availableData().isEmpty();
 }
 
 void ChildProcess::waitBlocking()
@@ -123,7 +137,7 @@ void ChildProcess::waitBlocking()
         }
         pollfd waited[2] = {{pidFd_, POLLIN, 0}, {discarding ? pipe_->fileHandleForReading()->descriptor() : -1, POLLIN, 0}};
         if (::poll(waited, 2, -1) < 0) continue;
-        if (waited[1].revents) outputOpen = !pipe_->fileHandleForReading()->availableData().isEmpty();
+        if (waited[1].revents) outputOpen = throwAwayOutput();
         done = waited[0].revents && reap();
     }
 }

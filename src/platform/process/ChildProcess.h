@@ -39,7 +39,8 @@ public:
 
     /// Returns when the child has ended, at once if it was never launched. Any thread, several at a time. On the main
     /// thread the event loop goes on during the wait, so that output is still read.
-    void waitUntilExit();
+    /// @return false if it was never launched
+    bool waitUntilExit();
 
     /// From now on waitUntilExit reads what the child still writes and throws it away, so that a child whose output
     /// nobody wants any more does not block on a full pipe. Any thread.
@@ -67,6 +68,7 @@ private:
     bool exited(int timeoutMilliseconds);
     void waitInEventLoop();
     void waitBlocking();
+    bool throwAwayOutput();
 
     QString launchPath_;
     QStringList arguments_;
@@ -74,6 +76,7 @@ private:
     QString directory_;
     std::shared_ptr<Pipe> pipe_;
 
+    std::mutex drain_; // held by the one waiter that throws output away
     std::mutex mutex_; // guards what follows
     pid_t pid_ = -1;
     int pidFd_ = -1;

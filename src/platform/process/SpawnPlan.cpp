@@ -43,7 +43,6 @@ SpawnPlan::SpawnPlan(const QString& launchPath, const QStringList& arguments, co
     }
     posix_spawn_file_actions_init(&actions_);
     posix_spawnattr_init(&attributes_);
-    posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawnattr_setpgroup(&attributes_, 0);
     resetSignals(attributes_);
     posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
@@ -68,6 +67,8 @@ void SpawnPlan::startIn(const QString& directory)
 
 int SpawnPlan::spawn(pid_t* child)
 {
+    // After the output is in place: this program may have been started without descriptors, and its pipe may be 0.
+    posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
     return posix_spawn(child, program_.constData(), &actions_, &attributes_, pointersTo(arguments_).data(),
                        pointersTo(environment_).data());

@@ -33,4 +33,10 @@ bool Lock::isHeld() const
     return held();
 }
 
+bool Lock::isHeldByThisThread() const
+{
+    const std::lock_guard guard(mutex_);
+    return holder_ == std::this_thread::get_id();
+}
+
 } // namespace zolt

@@ -20,6 +20,7 @@ public:
     void unlock();
     /// True while any thread holds the lock; for tests and logs, as the answer may be old when it is read.
     bool isHeld() const;
+    bool isHeldByThisThread() const;
 
 private:
     bool held() const { return holder_ != std::thread::id(); }

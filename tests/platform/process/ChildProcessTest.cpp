@@ -6,7 +6,9 @@
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
 
+#include <QAbstractEventDispatcher>
 #include <QFile>
+#include <QTimer>
 
 #include <csignal>
 
@@ -155,6 +157,25 @@ TEST(ChildProcess, WaitsNestOnTheMainThread)
     });
     process->waitUntilExit();
     EXPECT_TRUE(inner);
+}
+
+TEST(ChildProcess, ChildThatEndedBehindAnInnerWaitDoesNotKeepTheLoopAwake)
+{
+    const QTemporaryDir directory;
+    const QString go = directory.filePath(u"go"_s);
+    const auto outer = fakeProcess({u"wait-file"_s, go}), inner = fakeProcess({u"wait-file"_s, directory.filePath(u"later"_s)});
+    outer->launch();
+    inner->launch();
+    int wakes = 0;
+    const auto counting = QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, [&] { ++wakes; });
+    postToMain([&] {
+        test::touch(go);
+        QTimer::singleShot(300, [&] { test::touch(directory.filePath(u"later"_s)); });
+        inner->waitUntilExit();
+    });
+    outer->waitUntilExit();
+    QObject::disconnect(counting);
+    EXPECT_LT(wakes, 200) << "a loop that spins wakes many thousand times";
 }
 
 TEST(ChildProcess, TalkativeToolEndsWhenNobodyReadsAnyMore)

@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 using namespace zolt;
@@ -83,12 +84,14 @@ TEST(FileHandle, HandleGoneOnAnotherThreadClosesItsPipe)
 {
     auto pipe = std::make_unique<Pipe>();
     auto handle = pipe->fileHandleForReading();
+    const int descriptor = handle->descriptor();
     handle->readInBackgroundAndNotify();
     std::thread([&] {
         pipe.reset();
         handle.reset();
     }).join();
     test::runPosted();
+    EXPECT_EQ(::fcntl(descriptor, F_GETFD), -1);
 }
 
 TEST(FileHandle, BlockingReadsGiveWhatIsThereAndThenTheEnd)
