@@ -35,7 +35,7 @@ void ZOLTTaskResults::appendResultsForTask(const OptionalText& text, const ZOLTT
 void ZOLTTaskResults::append(const QString& key, const OptionalText& text)
 {
     const auto slot = resultsDictionary_.find(key);
-    if (slot != resultsDictionary_.end()) appendText(*slot, text);
+    if (slot != resultsDictionary_.end()) appendText(slot->second, text);
 }
 
 const QString& ZOLTTaskResults::keyOf(const ZOLTTask* task) const
@@ -49,8 +49,8 @@ QString ZOLTTaskResults::results() const
     const std::lock_guard guard(mutex_);
     QString all;
     for (std::size_t index = 0; index < tasksInSet_.size(); ++index) {
-        const auto slot = resultsDictionary_.constFind(QString::number(index));
-        if (slot != resultsDictionary_.constEnd()) all.append(*slot).append(u'\n');
+        const auto slot = resultsDictionary_.find(QString::number(index));
+        if (slot != resultsDictionary_.end()) all.append(slot->second).append(u'\n');
     }
     return all;
 }

@@ -3,10 +3,10 @@
 
 #include "platform/text/Text.h"
 
-#include <QHash>
 #include <QString>
 
 #include <atomic>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <unordered_map>
@@ -67,8 +67,8 @@ private:
 
     mutable std::mutex mutex_;
     Tasks tasksInSet_;
-    QHash<QString, QString> resultsDictionary_;              // text by the task's index in the set, as text
-    std::unordered_map<const ZOLTTask*, QString> keys_;      // of each task in the set
+    std::map<QString, QString> resultsDictionary_;      // text by the task's index in the set, as text
+    std::unordered_map<const ZOLTTask*, QString> keys_; // of each task in the set
     std::shared_ptr<ZOLTTask> taskAfterSetDone_;
     std::atomic<bool> taskSetDone_ = false;
     bool taskAfterSetClaimed_ = false;

@@ -98,9 +98,9 @@ void DecodePage::lookAhead()
     });
 }
 
-bool DecodePage::canStart(const QStringList& passedOver) const
+bool DecodePage::canStart(const QStringList& unsupported) const
 {
-    if (passedOver.size() == tab_.fileNames().count()) {
+    if (unsupported.size() == tab_.fileNames().count()) {
         panels().runAlert(u"Nothing in the list can be decoded"_s,
                           u"This version does not decode files of these formats. They stay in the list."_s, u"OK"_s);
         return false;
@@ -111,11 +111,13 @@ bool DecodePage::canStart(const QStringList& passedOver) const
 void DecodePage::pressCommand()
 {
     if (tab_.fileNames().isEmpty()) return;
-    const QStringList passedOver = passedOverByDecode(tab_.fileNames().copy());
-    if (!canStart(passedOver)) return;
+    // Formats that the tab takes and this version has no decoder for; what is no audio file is skipped without a word.
+    QStringList unsupported = passedOverByDecode(tab_.fileNames().copy());
+    unsupported.removeIf([](const QString& file) { return path::extension(file).isEmpty(); });
+    if (!canStart(unsupported)) return;
     tab_.executeCommand(nullptr);
     const bool started = tab_.fileNames().isEmpty();
-    if (started && !passedOver.isEmpty()) tab_.addFiles(passedOver);
+    if (started && !unsupported.isEmpty()) tab_.addFiles(unsupported);
 }
 
 } // namespace zolt

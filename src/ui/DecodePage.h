@@ -39,7 +39,7 @@ private:
     void refreshOutlook();
     void lookAhead();
     DecodePlan plan() const;
-    bool canStart(const QStringList& passedOver) const;
+    bool canStart(const QStringList& unsupported) const;
 
     const std::unique_ptr<Ui::DecodeTab> form_;
     DecodeTab& tab_;

@@ -44,12 +44,13 @@ void drawBar(QPainter& painter, const QRectF& place, const ProgressIndicator& ba
     option.initFrom(row.widget);
     option.state |= QStyle::State_Horizontal;
     option.rect = place.toRect();
+    option.textVisible = false;
     option.minimum = 0;
-    option.maximum = 1000;
+    // A value below the range means that the tool names no number: drawn as busy.
+    option.maximum = bar.doubleValue() < bar.minValue() && bar.isAnimating() ? 0 : 1000;
     const double range = bar.maxValue() - bar.minValue();
     const double part = range > 0 ? (bar.doubleValue() - bar.minValue()) / range : 0.0;
-    option.progress = int(std::clamp(part, 0.0, 1.0) * option.maximum); // a value below the range draws as none
-    option.textVisible = false;
+    option.progress = int(std::clamp(part, 0.0, 1.0) * option.maximum);
     row.widget->style()->drawControl(QStyle::CE_ProgressBar, &option, &painter, row.widget);
 }
 

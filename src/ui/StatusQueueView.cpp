@@ -46,7 +46,9 @@ void StatusQueueView::stopRow(const QModelIndex& index)
     const auto button = cellOf(index).cancelButton();
     if (!button || button->isHidden()) return;
     // From the event loop: stopping waits for the tool's end, and the mouse is not to be held meanwhile.
-    postToMain([button] { button->performAction(); });
+    postToMain([button] {
+        if (!button->isHidden()) button->performAction(); // the task may have ended meanwhile
+    });
 }
 
 void StatusQueueView::mousePressEvent(QMouseEvent* event)

@@ -109,18 +109,18 @@ TEST_F(DecodePageTest, AMissingToolIsToldAndNothingIsQueued)
     EXPECT_THAT(panels_.alerts()[0].message.toStdString(), HasSubstr("\"flac\""));
 }
 
-TEST_F(DecodePageTest, FilesThatNothingDecodesStayInTheList)
+TEST_F(DecodePageTest, FormatsThatNothingDecodesYetStayInTheList)
 {
     tool(u"flac"_s, "exit 0\n");
-    add({file(u"a.flac"_s), file(u"notes"_s)});
+    add({file(u"a.flac"_s), file(u"b.shn"_s), file(u"notes"_s)});
     click("commandButton");
-    EXPECT_THAT(tab().fileNames().copy(), ElementsAre(pathOf(u"notes"_s)));
+    EXPECT_THAT(tab().fileNames().copy(), ElementsAre(pathOf(u"b.shn"_s)));
     settle();
 }
 
 TEST_F(DecodePageTest, AListThatHoldsNothingToDecodeIsTold)
 {
-    add({file(u"notes"_s)});
+    add({file(u"b.shn"_s)});
     panels_.answerAlert(alertReply::defaultButton);
     click("commandButton");
     EXPECT_EQ(tab().fileNames().count(), 1);

@@ -34,6 +34,7 @@ protected:
             QWidget* const shown = QApplication::activeModalWidget();
             if (!shown || !shown->isVisible()) return;
             watch->stop();
+            runPosted(); // what the program put into the panel's fields
             person(*shown);
         });
         watch->start(5);

@@ -62,8 +62,12 @@ private:
 bool moveTo(const std::string& output, const fs::path& result, bool overwrites)
 {
     if (overwrites) return ::rename(result.c_str(), output.c_str()) == 0;
-    return ::link(result.c_str(), output.c_str()) ==
-           0; // unlike a rename, never replaces; the folder's name for it goes
+    if (::renameat2(AT_FDCWD, result.c_str(), AT_FDCWD, output.c_str(), RENAME_NOREPLACE) == 0) return true;
+    if (errno != EINVAL && errno != ENOSYS) return false;
+    // A file system that knows no such rename: a link never replaces either, and where there are no links it was looked
+    // for the output before.
+    if (::link(result.c_str(), output.c_str()) == 0) return true;
+    return errno != EEXIST && ::rename(result.c_str(), output.c_str()) == 0;
 }
 
 int putInPlace(const ConvCall& call, const OwnFolder& folder)
@@ -88,7 +92,8 @@ int convert(const std::string& tool, const std::string& programName, ConvCall& c
 
 int convertToNamedOutput(const std::string& tool, const std::string& programName, ConvCall call)
 {
-    if (!call.overwrites && fs::exists(fs::symlink_status(call.output))) {
+    std::error_code unknown; // then the conversion itself meets what is wrong with the path
+    if (!call.overwrites && fs::exists(fs::symlink_status(call.output, unknown))) {
         return failed("output file exists and is not to be overwritten: [" + call.output + "]");
     }
     int status = -1, ownStatus = 0;

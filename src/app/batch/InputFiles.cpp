@@ -33,11 +33,8 @@ QString placeOf(const QString& output)
 QStringList absolutePaths(const QStringList& given)
 {
     QStringList paths;
-    for (const QString& each : given) {
-        const QString path = QDir::current().absoluteFilePath(each);
-        // Behind a link ".." leads elsewhere than the text says.
-        paths.append(path.contains(u"/.."_s) ? path : QDir::cleanPath(path));
-    }
+    for (const QString& each : given)
+        paths.append(absolutePath(each));
     return paths;
 }
 

@@ -1,8 +1,8 @@
 #include "app/zolt/CommandLine.h"
 
 #include "platform/Product.h"
+#include "platform/files/Files.h"
 
-#include <QDir>
 #include <QUrl>
 
 namespace zolt {
@@ -28,11 +28,10 @@ CommandLine just(CommandLine::Action action)
     return line;
 }
 
-QString absolutePath(const QString& argument)
+QString pathOfArgument(const QString& argument)
 {
     const QUrl url(argument);
-    const QString path = url.isLocalFile() ? url.toLocalFile() : argument;
-    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    return absolutePath(url.isLocalFile() ? url.toLocalFile() : argument);
 }
 
 bool readTab(const QString& number, int& tab)
@@ -51,7 +50,7 @@ CommandLine readCommandLine(const QStringList& arguments)
     for (qsizetype index = 0; index < arguments.size(); ++index) {
         const QString& argument = arguments[index];
         if (onlyFiles || !argument.startsWith(u'-') || argument == u"-")
-            line.request.files += absolutePath(argument);
+            line.request.files += pathOfArgument(argument);
         else if (argument == u"--")
             onlyFiles = true;
         else if (argument == u"--help" || argument == u"-h")

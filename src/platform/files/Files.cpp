@@ -61,6 +61,12 @@ QStringList directoryListing(const QString& path)
     return names;
 }
 
+QString absolutePath(const QString& path)
+{
+    const QString absolute = QDir::current().absoluteFilePath(path);
+    return absolute.contains(QLatin1String("/..")) ? absolute : QDir::cleanPath(absolute);
+}
+
 bool isDirectory(const QString& path)
 {
     return QFileInfo(path).isDir();

@@ -20,6 +20,10 @@ bool removeItem(const QString& path);
 /// A directory that cannot be read gives an empty list.
 QStringList directoryListing(const QString& path);
 
+/// The path from the root, without what leads nowhere; one with ".." stays as given, since behind a link that leads
+/// where the link does.
+QString absolutePath(const QString& path);
+
 /// True if the path is a directory or a link to one.
 bool isDirectory(const QString& path);
 
