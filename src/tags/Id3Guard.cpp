@@ -6,6 +6,8 @@
 #include <taglib/id3v2frame.h>
 #include <taglib/id3v2header.h>
 #include <taglib/id3v2synchdata.h>
+#include <taglib/mpegheader.h>
+#include <taglib/tfile.h>
 
 namespace zolt {
 
@@ -18,7 +20,7 @@ constexpr int mostChapters = 1000;
 /// A byte inflates to a thousand at most, so that this many compressed bytes stay below 16 MiB.
 constexpr unsigned int mostCompressedBytes = 16 * 1024;
 /// How far from its start a file is searched for a tag behind other bytes.
-constexpr qint64 mostBytesBefore = 64 * 1024;
+constexpr unsigned long mostBytesBefore = 64 * 1024;
 
 constexpr qint64 tagHeaderSize = 10;
 
@@ -117,20 +119,48 @@ qint64 placeInChunks(QFile& file)
     return -1;
 }
 
-qint64 placeOfTag(QFile& file)
+/// A file of the library with nothing but its bytes.
+class PlainFile : public TagLib::File
 {
-    const QByteArray start = file.read(mostBytesBefore);
-    return start.startsWith("FORM") ? placeInChunks(file) : start.indexOf("ID3");
+public:
+    explicit PlainFile(const QString& path) : TagLib::File(QFile::encodeName(path).constData()) {}
+
+    TagLib::Tag* tag() const override { return nullptr; }
+    TagLib::AudioProperties* audioProperties() const override { return nullptr; }
+    bool save() override { return false; }
+};
+
+/// Where a tag begins ahead of the sound, as the library finds it; -1 if sound comes first, in which the same letters
+/// mean nothing.
+qint64 placeBeforeSound(const QString& path)
+{
+    PlainFile file(path);
+    const auto soundAt = [&](unsigned int at) { return TagLib::MPEG::Header(&file, at, true).isValid(); };
+    const ByteVector start = file.readBlock(mostBytesBefore);
+    if (soundAt(0)) return -1;
+    for (unsigned int at = 0; at < start.size(); ++at) {
+        if (start.containsAt("ID3", at)) return at;
+        if (start[at] == '\xff' && soundAt(at)) return -1;
+    }
+    return -1;
+}
+
+qint64 placeOfTag(QFile& file, Id3Place place)
+{
+    const QByteArray start = file.read(4);
+    if (start == "FORM") return placeInChunks(file);
+    if (start.startsWith("ID3")) return 0;
+    return place == Id3Place::BeforeSound ? placeBeforeSound(file.fileName()) : -1;
 }
 
 } // namespace
 
-bool hasHarmlessFrames(const QString& path)
+bool hasHarmlessFrames(const QString& path, Id3Place place)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return true;
-    const qint64 place = placeOfTag(file);
-    const QByteArray tag = place < 0 ? QByteArray() : tagAt(file, place);
+    const qint64 start = placeOfTag(file, place);
+    const QByteArray tag = start < 0 ? QByteArray() : tagAt(file, start);
     return tag.isEmpty() || isHarmless(tag);
 }
 

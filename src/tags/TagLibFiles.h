@@ -13,6 +13,10 @@
 #include <taglib/tag.h>
 #include <taglib/tstring.h>
 
+namespace TagLib::MPEG {
+class File;
+}
+
 namespace zolt {
 
 /// True for a regular file. The library reads folders and pipes too, and never comes back from some of them.
@@ -73,12 +77,23 @@ void writeField(const GenericText& field, TagLib::Tag& tag, const TagsObject& ta
 /// As for texts; a number is what the text starts with, else 0.
 void writeField(const GenericNumber& field, TagLib::Tag& tag, const TagsObject& tags, bool writeEmptyTags);
 
+/// Where the library looks for an ID3v2 tag in files of that class.
+template <class File>
+constexpr Id3Place id3Place = std::is_same_v<File, TagLib::MPEG::File> ? Id3Place::BeforeSound : Id3Place::Start;
+
+/// True if the file may be one of that class. For classes that take any file for theirs, and would write into it.
+template <class File> bool isOfKind(const QString& path)
+{
+    Q_UNUSED(path);
+    return true;
+}
+
 /// The file opened without looking at its audio; no object if it does not open, or if it is so broken that the library
 /// throws (a string or a block too large, say).
 template <class File> std::unique_ptr<File> openFile(const QString& path)
 try {
     useUtf8Frames();
-    if (!isRegularFile(path) || !hasHarmlessFrames(path)) return nullptr;
+    if (!isRegularFile(path) || !isOfKind<File>(path) || !hasHarmlessFrames(path, id3Place<File>)) return nullptr;
     auto file = std::make_unique<File>(QFile::encodeName(path).constData(), false, TagLib::AudioProperties::Average);
     return file->isValid() ? std::move(file) : nullptr;
 } catch (const std::exception& fault) {

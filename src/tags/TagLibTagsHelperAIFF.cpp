@@ -6,6 +6,15 @@
 
 namespace zolt {
 
+/// The library looks at no name of the form, and adds a chunk of tags to whatever it gets.
+template <> bool isOfKind<TagLib::RIFF::AIFF::File>(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return false;
+    const QByteArray start = file.read(12);
+    return start.startsWith("FORM") && (start.endsWith("AIFF") || start.endsWith("AIFC"));
+}
+
 namespace {
 
 /// Kept: the composer mirrors the whole disc text, and the composer's own frame is not read.

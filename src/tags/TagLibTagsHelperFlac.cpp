@@ -75,14 +75,17 @@ void readPicture(TagLib::FLAC::File& file, TagsObject& tags)
     tags.setAlbumArt(Image::fromData(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()))));
 }
 
-void removeEverything(TagLib::FLAC::File& file)
+void removeFields(TagLib::Ogg::XiphComment& comment)
 {
-    TagLib::Ogg::XiphComment& comment = *file.xiphComment(true);
     const TagLib::Ogg::FieldListMap fields = comment.fieldListMap();
     for (const auto& [key, values] : fields)
         comment.removeFields(key.upper());
+}
+
+void removePictures(TagLib::FLAC::File& file)
+{
     // Pictures that other programs put into the comment itself are no fields to the library.
-    comment.removeAllPictures();
+    file.xiphComment(true)->removeAllPictures();
     file.removePictures();
 }
 
@@ -95,10 +98,11 @@ void writeFields(TagLib::Ogg::XiphComment& comment, const TagsObject& tags)
         write(field.key, (tags.*field.text)());
 }
 
-void addPicture(TagLib::FLAC::File& file, const std::shared_ptr<const Image>& art)
+/// The picture as a block; nothing for no picture and for one without a bitmap.
+std::unique_ptr<TagLib::FLAC::Picture> pictureOf(const std::shared_ptr<const Image>& art)
 {
     const ImageRepresentation* bitmap = art ? art->lastBitmap() : nullptr;
-    if (!bitmap) return;
+    if (!bitmap) return nullptr;
     const QByteArray png = getBitmapDataForImage(art, ImageFileType::PNG);
     auto picture = std::make_unique<TagLib::FLAC::Picture>();
     picture->setData(TagLib::ByteVector(png.constData(), static_cast<unsigned int>(png.size())));
@@ -106,7 +110,26 @@ void addPicture(TagLib::FLAC::File& file, const std::shared_ptr<const Image>& ar
     picture->setWidth(bitmap->pixelsWide());
     picture->setHeight(bitmap->pixelsHigh());
     picture->setColorDepth(bitmap->bitsPerPixel());
-    file.addPicture(picture.release()); // the file owns it from here on
+    return picture;
+}
+
+/// False for bytes that no block of the format can hold. The library writes them all the same, with a length that
+/// leads every reader astray, and the sound behind them is lost.
+bool fitsIntoBlock(const TagLib::ByteVector& bytes, const QString& path)
+{
+    constexpr unsigned int largestBlock = 0xff'ffff;
+    if (bytes.size() <= largestBlock) return true;
+    qCWarning(tagsLog).noquote() << "Too large for a FLAC file:" << bytes.size() << "bytes for" << path;
+    return false;
+}
+
+void writePictures(TagLib::FLAC::File& file, const QString& path, const TagsObject& tags, bool writeEmptyTags)
+{
+    auto picture = pictureOf(tags.albumArt());
+    // As PNG a photograph grows tenfold: one that does not fit must not cost the file the one that it has.
+    if (picture && !fitsIntoBlock(picture->render(), path)) return;
+    if (writeEmptyTags) removePictures(file);
+    if (picture) file.addPicture(picture.release()); // the file owns it from here on
 }
 
 void writeCustomTags(TagLib::Ogg::XiphComment& comment, const CustomTags& custom)
@@ -128,14 +151,14 @@ void TagLibTagsHelper::writeTagsForFLACFileTagObjectWriteEmptyTags(const QString
                                                                    bool writeEmptyTags) const
 {
     const auto file = openFileForTagging<TagLib::FLAC::File>(path);
-    if (writeEmptyTags) removeEverything(*file);
     TagLib::Ogg::XiphComment& comment = *file->xiphComment(true);
+    if (writeEmptyTags) removeFields(comment);
     writeFields(comment, tags);
-    addPicture(*file, tags.albumArt());
+    writePictures(*file, path, tags, writeEmptyTags);
     comment.addField("ENCODER", tagLibString(u"Zolt "_s + QLatin1StringView(product::version)), true);
     // Last, so that a custom total stands over the field.
     writeCustomTags(comment, tags.customTagsDictionary());
-    file->save();
+    if (fitsIntoBlock(comment.render(), path)) file->save();
 }
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForFlacFile(const QString& path) const

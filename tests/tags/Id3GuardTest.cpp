@@ -77,7 +77,7 @@ protected:
     void expectRefused(const QByteArray& bytes)
     {
         writeContent(path, bytes);
-        EXPECT_FALSE(hasHarmlessFrames(path));
+        EXPECT_FALSE(hasHarmlessFrames(path, Id3Place::BeforeSound));
         for (const auto& read : {helper.tagsForMP3File(path), helper.tagsForAIFFFile(path)})
             EXPECT_TRUE(isBlank(*read));
         EXPECT_THROW(helper.writeTagsForMP3FileTagObjectWriteEmptyTags(path, {}, false), AssertionException);
@@ -86,7 +86,7 @@ protected:
     void expectRead(const QByteArray& bytes)
     {
         writeContent(path, bytes);
-        EXPECT_TRUE(hasHarmlessFrames(path));
+        EXPECT_TRUE(hasHarmlessFrames(path, Id3Place::BeforeSound));
         EXPECT_EQ(helper.tagsForMP3File(path)->titleText(), OptionalText(u"found"_s));
     }
 
@@ -117,4 +117,27 @@ TEST_F(Id3Guard, OrdinaryChaptersAndCompressedTextsAreRead)
     expectRead(tag(title("found") + compressedFrame(1)));
     expectRead(tag(title("found") + chapter(title("a chapter")).repeated(300)));
     expectRead(tag(chapter(compressedFrame(1)) + title("found")));
+}
+
+TEST_F(Id3Guard, LettersOfATagWithinTheSoundAreSound)
+{
+    const QByteArray sound = contentOf(files.mp3());
+    ASSERT_GT(sound.size(), 900);
+    writeContent(path, sound.first(800) + tag(compressedFrame(40)) + sound.sliced(800));
+    EXPECT_TRUE(hasHarmlessFrames(path, Id3Place::BeforeSound));
+    TagsObject tags;
+    tags.setTitleText(u"found"_s);
+    helper.writeTagsForMP3FileTagObjectWriteEmptyTags(path, tags, false);
+    EXPECT_EQ(helper.tagsForMP3File(path)->titleText(), OptionalText(u"found"_s));
+    writeContent(path, "junk" + sound.first(800) + tag(compressedFrame(40)));
+    EXPECT_TRUE(hasHarmlessFrames(path, Id3Place::BeforeSound));
+}
+
+TEST_F(Id3Guard, OtherFilesHaveTheirTagAtTheStartAlone)
+{
+    writeContent(path, "fLaC" + tag(compressedFrame(40)));
+    EXPECT_TRUE(hasHarmlessFrames(path, Id3Place::Start));
+    EXPECT_FALSE(hasHarmlessFrames(path, Id3Place::BeforeSound));
+    writeContent(path, tag(compressedFrame(40)) + contentOf(files.flac()));
+    EXPECT_FALSE(hasHarmlessFrames(path, Id3Place::Start));
 }

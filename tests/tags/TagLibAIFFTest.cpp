@@ -1,5 +1,6 @@
 #include "tags/TagLibTagsHelper.h"
 
+#include "platform/errors/Exceptions.h"
 #include "tags/TagFiles.h"
 
 using namespace zolt;
@@ -114,4 +115,26 @@ TEST(TagLibAIFF, ReadsBackWhatTheReaderCarries)
     EXPECT_EQ(tags->discText(), OptionalText(u"2"_s));
     EXPECT_EQ(tags->composerText(), OptionalText(u"2"_s));
     EXPECT_FALSE(tags->albumArt());
+}
+
+TEST(TagLibAIFF, FileOfAnotherKindIsNotTouched)
+{
+    TagFiles files;
+    for (const QString& path : {files.wav(), files.flac(), files.picture("png")}) {
+        const QByteArray before = contentOf(path);
+        EXPECT_THROW(helper.writeTagsForAIFFFileTagObject(path, fullRecord()), AssertionException);
+        EXPECT_EQ(contentOf(path), before) << path.toStdString();
+        EXPECT_TRUE(isBlank(*helper.tagsForAIFFFile(path)));
+    }
+}
+
+TEST(TagLibAIFF, CompressedKindIsTagged)
+{
+    TagFiles files;
+    const QString path = files.pathOf(u"sound.aifc"_s);
+    printed(u"ffmpeg"_s,
+            {u"-v"_s, u"error"_s, u"-i"_s, files.wav(), u"-c:a"_s, u"pcm_s16le"_s, u"-f"_s, u"aiff"_s, path});
+    ASSERT_EQ(contentOf(path).sliced(8, 4), "AIFC");
+    helper.writeTagsForAIFFFileTagObject(path, fullRecord());
+    EXPECT_EQ(helper.tagsForAIFFFile(path)->titleText(), OptionalText(u"Название"_s));
 }

@@ -5,6 +5,8 @@
 #include "support/LogCapture.h"
 #include "tags/TagFiles.h"
 
+#include <random>
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -261,4 +263,45 @@ TEST(TagLibFlac, SoundSurvivesTagging)
     write(path, tags);
     printed(u"flac"_s, {u"-t"_s, u"-s"_s, path});
     EXPECT_EQ(helper.tagsForFlacFile(path)->commentText()->size(), 100000);
+}
+
+TEST(TagLibFlac, TextThatLooksLikeAnotherTagIsOnlyText)
+{
+    TagFiles files;
+    TagsObject tags;
+    // Taken for the header of an ID3v2 tag and of a frame, these letters are a compressed frame of many mebibytes.
+    tags.setCommentText(u"ID3v2.4 tags from an older file "_s.repeated(2000));
+    write(files.flac(), tags);
+    EXPECT_EQ(helper.tagsForFlacFile(files.flac())->commentText(), tags.commentText());
+    EXPECT_NO_THROW(write(files.flac(), tags));
+}
+
+TEST(TagLibFlac, PictureThatNoBlockCanHoldLeavesSoundAndOldPictureWhole)
+{
+    TagFiles files;
+    addArtElsewhere(files.flac(), files.picture("jpeg", 33), u"image/jpeg"_s);
+    QImage noise(2600, 2600, QImage::Format_RGB32);
+    std::mt19937 random(1);
+    std::generate_n(reinterpret_cast<quint32*>(noise.bits()), noise.sizeInBytes() / 4, std::ref(random));
+    TagsObject tags = fullRecord();
+    tags.setAlbumArt(Image::fromPixels(noise));
+    for (const bool writeEmptyTags : {false, true}) {
+        write(files.flac(), tags, writeEmptyTags);
+        printed(u"flac"_s, {u"-t"_s, u"-s"_s, files.flac()});
+        const auto read = helper.tagsForFlacFile(files.flac());
+        EXPECT_EQ(read->titleText(), OptionalText(u"a title"_s));
+        ASSERT_TRUE(read->albumArt());
+        EXPECT_EQ(read->albumArt()->lastBitmap()->pixelsWide(), 33);
+    }
+}
+
+TEST(TagLibFlac, TextsThatNoBlockCanHoldLeaveTheFileAsItIs)
+{
+    TagFiles files;
+    const QByteArray before = contentOf(files.flac());
+    TagsObject tags;
+    tags.setCustomTagsDictionary({{u"LYRICS"_s, QString(17 << 20, u'x')}});
+    const LogCapture log; // which would show the text whole
+    write(files.flac(), tags);
+    EXPECT_EQ(contentOf(files.flac()), before);
 }
