@@ -25,6 +25,13 @@ QString signOf(const StatusQueueCell& cell)
     return cell.topTextField()->stringValue() == u"Error" ? u"cross"_s : u"bar"_s;
 }
 
+/// The status line; a tool that runs and has not told anything yet is not left to look like one that waits.
+QString statusOf(const StatusQueueCell& cell)
+{
+    const QString text = cell.topTextField()->stringValue();
+    return text == u"Waiting..." && !cell.cancelButton()->isHidden() ? u"Working..."_s : text;
+}
+
 QString oneLine(QString text)
 {
     return text.replace(u'\n', u' ');
@@ -99,7 +106,7 @@ void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     QFont small = option.font;
     small.setPointSizeF(option.font.pointSizeF() * smallText);
     drawText(*painter, places.textField, cell.textField()->stringValue(), bold, outcome);
-    drawText(*painter, places.topTextField, cell.topTextField()->stringValue(), small, plain);
+    drawText(*painter, places.topTextField, statusOf(cell), small, plain);
     if (!cell.progressIndicator()->isHidden())
         drawBar(*painter, places.progressIndicator, *cell.progressIndicator(), option);
     if (!cell.cancelButton()->isHidden())
