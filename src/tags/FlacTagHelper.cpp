@@ -10,23 +10,13 @@ namespace zolt {
 
 namespace {
 
-/// The tool converts texts from and to the encoding of its locale: under one without UTF-8 every other script is lost.
-void useUtf8Locale(Environment& environment)
-{
-    for (const QString& name : {u"LC_ALL"_s, u"LC_CTYPE"_s, u"LANG"_s}) {
-        const QString locale = environment.value(name).toUpper();
-        if (locale.isEmpty()) continue;
-        if (locale.contains(u"UTF-8"_s) || locale.contains(u"UTF8"_s)) return;
-        break;
-    }
-    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
-}
-
 /// Everything that one run printed, trimmed; absent if it is not UTF-8.
 OptionalText runMetaflac(const QString& option, const QString& path)
 {
     auto wrapper = NSTaskWrapperSync::initWithLaunchPathArguments(toolPath(u"metaflac"_s), {option, path});
-    useUtf8Locale(wrapper.environment());
+    // The tool converts texts from and to the encoding of its locale: under one without UTF-8, or one that is named but
+    // not installed, every other script is lost.
+    wrapper.environment().insert(u"LC_ALL"_s, u"C.UTF-8"_s);
     const OptionalText text = wrapper.runTask();
     if (!text) return std::nullopt;
     return trimmed(*text, CharacterSet::WhiteSpaceAndNewlines);

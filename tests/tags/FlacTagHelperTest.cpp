@@ -168,12 +168,15 @@ TEST_F(FlacTagHelperTest, WritingEmptyTagsLeavesNineEmptyOnesAndTheOtherKeys)
                            u"TRACKNUMBER="_s, u"GENRE="_s, u"COMPOSER="_s, u"COMMENT="_s}));
 }
 
-TEST_F(FlacTagHelperTest, OtherScriptsSurviveALocaleWithoutThem)
+TEST_F(FlacTagHelperTest, OtherScriptsSurviveALocaleWithoutThemAndOneThatIsNotInstalled)
 {
-    qputenv("LC_ALL", "C");
-    helper.writeTagForFileTagKeyTagValueWriteEmptyTags(flac(), u"TITLE"_s, u"Привет 世界"_s, false);
-    EXPECT_EQ(comments(), QStringList(u"TITLE=Привет 世界"_s));
-    EXPECT_EQ(helper.tagForFileTagKey(flac(), u"TITLE"_s), OptionalText(u"Привет 世界"_s));
+    for (const char* locale : {"C", "xx_XX.UTF-8"}) {
+        qputenv("LC_ALL", locale);
+        const QString text = u"Привет 世界 "_s + QLatin1StringView(locale);
+        helper.writeTagForFileTagKeyTagValueWriteEmptyTags(flac(), u"TITLE"_s, text, false);
+        EXPECT_EQ(comments(), QStringList(u"TITLE="_s + text));
+        EXPECT_EQ(helper.tagForFileTagKey(flac(), u"TITLE"_s), OptionalText(text));
+    }
 }
 
 TEST_F(FlacTagHelperTest, TellsTheFormatOfTheStream)
