@@ -27,9 +27,9 @@ void CachedRegex::setSubject(RegexText subject, const TextRange& range, Conversi
     const std::size_t hash = subject.hash();
     const bool stays = setToString.text().isSame(subject) && setToLength == subject.length() && setToHash == hash;
     if (!stays) holdSubject(subject, hash);
-    const bool unitsMoved = findUnits(buffers);
-    if (!unitsMoved && setToRange == range) return;
-    forgetRanges();
+    if (findUnits(buffers)) forgetRanges();
+    if (setToRange == range) return;
+    setToRange = TextRange();
     uregex_setText(icu.get(), setToUniChar + range.location, static_cast<int32_t>(range.length), &status);
     if (U_SUCCESS(status)) setToRange = range;
 }

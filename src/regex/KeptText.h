@@ -3,6 +3,8 @@
 
 #include "regex/RegexText.h"
 
+#include <variant>
+
 namespace zolt {
 
 /// Keeps a text alive and unchanged, so that nothing else can get its identity: shares its data, or copies them if the
@@ -12,18 +14,19 @@ class KeptText
 public:
     /// @param text  any text but the kept one itself; no text is kept as none
     void keep(RegexText text);
-    void drop();
+    void drop() { kept_ = std::monostate(); }
     /// The kept text, good until the next change; no text if nothing is kept.
     RegexText text() const;
 
 private:
-    OptionalText unicode_;
-    std::optional<EncodedText> encoded_;
+    std::variant<std::monostate, QString, EncodedText> kept_;
 };
 
 inline RegexText KeptText::text() const
 {
-    return encoded_ ? RegexText(*encoded_) : RegexText(unicode_);
+    if (const QString* unicode = std::get_if<QString>(&kept_)) return *unicode;
+    if (const EncodedText* encoded = std::get_if<EncodedText>(&kept_)) return *encoded;
+    return RegexText();
 }
 
 } // namespace zolt

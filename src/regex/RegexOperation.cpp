@@ -119,10 +119,10 @@ void RegexOperation::match()
     // Positions are those of the text set on `icu`, which starts where the range does.
     if (uregex_find(icu, 0, &status)) {
         const int start = uregex_start(icu, 0, &status);
-        found_ = {entry_->setToRange.location + start, uregex_end(icu, 0, &status) - start};
+        found_ = {range_.location + start, uregex_end(icu, 0, &status) - start};
     }
     noteRunStatus(status);
-    entry_->lastFindRange = entry_->setToRange;
+    entry_->lastFindRange = range_;
     entry_->lastMatchRange = found_;
 }
 
@@ -141,7 +141,7 @@ void RegexOperation::rkl_replaceString()
 
 void RegexOperation::replaceBy(const char16_t* replacement)
 {
-    const std::size_t capacity = firstCapacity(entry_->setToRange.length, request_.replacement.length());
+    const std::size_t capacity = firstCapacity(range_.length, request_.replacement.length());
     if (replaceInto(capacity, replacement)) return;
     if (neededUnits_ > longestText) {
         fault_.noteRange(textTooLong);
@@ -182,7 +182,8 @@ void RegexOperation::rkl_replaceAll(char16_t*& buffer, std::size_t capacity, con
         if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR) break;
         ++replacedCount_;
     }
-    if (U_SUCCESS(findStatus)) neededUnits_ += uregex_appendTail(icu, &buffer, &room, &status);
+    // Without a match nobody reads the buffer: the subject itself is the result.
+    if (U_SUCCESS(findStatus) && replacedCount_ > 0) neededUnits_ += uregex_appendTail(icu, &buffer, &room, &status);
     hasOverflowed_ = status == U_BUFFER_OVERFLOW_ERROR;
     noteRunStatus(findStatus);
     if (!hasOverflowed_) noteRunStatus(status);
