@@ -13,7 +13,7 @@ struct AudioFileWriter::State
 
     AudioFormat format; ///< the data as it lies in the file
     EncoderControl control;
-    std::optional<OpenFileMark> mark;
+    std::unique_ptr<OpenFileMark> mark;
     std::unique_ptr<SampleSink> sink;
     M4aSink* encoding = nullptr; ///< the sink, if it encodes
     std::optional<ClientWriter> client;
@@ -48,7 +48,7 @@ AudioStatus AudioFileWriter::create(const QString& path, uint32_t fileType, cons
         const auto* header = linearHeaderFor(fileType, format);
         const bool encodes = fileType == fileTypeId::M4a && !format.isLinear();
         if (!header && (!encodes || (status = M4aSink::check(format)))) return status;
-        if (OpenFileMark::isMarked(path)) return audioStatus::FileInUse;
+        if ((status = OpenFileMark::claim(path, state->mark))) return status;
         if (header) {
             status = createLinear(path, *header, state->format, state->sink);
         } else {
@@ -58,7 +58,6 @@ AudioStatus AudioFileWriter::create(const QString& path, uint32_t fileType, cons
             state->sink = std::move(made);
         }
         if (status) return status;
-        state->mark.emplace(path);
         state->client.emplace(*state->sink, state->format);
         writer.reset(new AudioFileWriter(std::move(state)));
         return audioStatus::Ok;

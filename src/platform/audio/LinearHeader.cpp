@@ -100,7 +100,7 @@ const LinearHeader* linearHeaderFor(uint32_t fileType, const AudioFormat& format
     const uint32_t flags = isAiff ? pcmFlag::AiffData : pcmFlag::WaveData;
     const uint32_t bits = format.bitsPerChannel;
     const bool fits = format == linearFormat(format.sampleRate, format.channelsPerFrame, bits, flags) && bits >= 8 &&
-                      bits <= 32 && bits % 8 == 0 && format.channelsPerFrame <= 64;
+                      bits <= 32 && bits % 8 == 0 && format.channelsPerFrame >= 1 && format.channelsPerFrame <= 64;
     if (!fits || (!isAiff && fileType != fileTypeId::Wave)) return nullptr;
     return isAiff ? &aiff : &wave;
 }

@@ -2,39 +2,36 @@
 
 #include <QFile>
 
+#include <cerrno>
+#include <fcntl.h>
 #include <set>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace zolt {
 
-namespace {
-
-using Identity = std::pair<uint64_t, uint64_t>;
-
-struct Registry
+struct OpenFileMark::Registry
 {
     std::mutex mutex;
     std::multiset<Identity> files;
 };
 
-Registry& registry()
+OpenFileMark::Registry& OpenFileMark::registry()
 {
     static Registry instance;
     return instance;
 }
 
-std::optional<Identity> identityOf(const QString& path)
+OpenFileMark::OpenFileMark(const QString& path)
 {
     struct stat facts = {};
-    if (stat(QFile::encodeName(path).constData(), &facts) != 0) return std::nullopt;
-    return Identity(facts.st_dev, facts.st_ino);
+    if (stat(QFile::encodeName(path).constData(), &facts) == 0) identity_ = {facts.st_dev, facts.st_ino};
+    const std::lock_guard guard(registry().mutex);
+    registry().files.insert(identity_);
 }
 
-} // namespace
-
-OpenFileMark::OpenFileMark(const QString& path) : identity_(identityOf(path).value_or(Identity()))
+OpenFileMark::OpenFileMark(const Identity& identity, const std::lock_guard<std::mutex>&) : identity_(identity)
 {
-    const std::lock_guard guard(registry().mutex);
     registry().files.insert(identity_);
 }
 
@@ -44,11 +41,19 @@ OpenFileMark::~OpenFileMark()
     registry().files.erase(registry().files.find(identity_));
 }
 
-bool OpenFileMark::isMarked(const QString& path)
+AudioStatus OpenFileMark::claim(const QString& path, std::unique_ptr<OpenFileMark>& mark)
 {
-    const auto identity = identityOf(path);
+    const int file = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (file < 0) return audioStatusFromErrno(errno);
+    struct stat facts = {};
+    const bool known = fstat(file, &facts) == 0;
+    close(file);
+    if (!known) return audioStatus::InputOutput;
+    const Identity identity(facts.st_dev, facts.st_ino);
     const std::lock_guard guard(registry().mutex);
-    return identity && registry().files.contains(*identity);
+    if (registry().files.contains(identity)) return audioStatus::FileInUse;
+    mark.reset(new OpenFileMark(identity, guard));
+    return audioStatus::Ok;
 }
 
 } // namespace zolt

@@ -18,11 +18,19 @@ public:
     OpenFileMark(const OpenFileMark&) = delete;
     OpenFileMark& operator=(const OpenFileMark&) = delete;
 
-    /// True if the file at the path is open in this service, for reading or for writing.
-    static bool isMarked(const QString& path);
+    /// Marks a file that is going to be written, and makes it first where there is none; what it holds stays. Of two
+    /// that come at the same time only one gets it. Never waits, not even for the reader of a pipe.
+    /// @param mark empty before; set on success alone
+    /// @return FileInUse if the service has the file open, for reading or for writing
+    static AudioStatus claim(const QString& path, std::unique_ptr<OpenFileMark>& mark);
 
 private:
-    std::pair<uint64_t, uint64_t> identity_;
+    using Identity = std::pair<uint64_t, uint64_t>; ///< device and file number
+    struct Registry;
+    OpenFileMark(const Identity& identity, const std::lock_guard<std::mutex>& held);
+    static Registry& registry();
+
+    Identity identity_;
 };
 
 } // namespace zolt

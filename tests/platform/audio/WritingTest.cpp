@@ -5,6 +5,10 @@
 
 #include <QFile>
 
+#include <barrier>
+#include <sys/stat.h>
+#include <thread>
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -174,6 +178,29 @@ TEST_F(Writing, TwoWritersNeverShareAFile)
     EXPECT_EQ(creating(fileTypeId::Wave, cd), audioStatus::FileInUse);
     EXPECT_EQ(writer->dispose(), audioStatus::Ok);
     EXPECT_EQ(creating(fileTypeId::Wave, cd), audioStatus::Ok);
+}
+
+TEST_F(Writing, OfTwoWritersThatComeAtOnceOnlyOneGetsTheFile)
+{
+    for (int round = 0; round < 300; ++round) {
+        std::unique_ptr<AudioFileWriter> writers[2];
+        std::barrier together(2);
+        const auto create = [&](int side) {
+            together.arrive_and_wait();
+            AudioFileWriter::create(path(QString::number(round)), fileTypeId::Wave, cd, writers[side]);
+        };
+        std::thread other(create, 1);
+        create(0);
+        other.join();
+        ASSERT_NE(writers[0] == nullptr, writers[1] == nullptr) << round;
+    }
+}
+
+TEST_F(Writing, APipeWithoutAReaderIsRefusedInsteadOfWaitedFor)
+{
+    ASSERT_EQ(mkfifo(path(u"refused"_s).toLocal8Bit().constData(), 0600), 0);
+    EXPECT_NE(creating(fileTypeId::Wave, cd), audioStatus::Ok);
+    EXPECT_NE(creating(fileTypeId::M4a, aac()), audioStatus::Ok);
 }
 
 TEST_F(Writing, FoldersThatAreMissingGiveAStatus)
