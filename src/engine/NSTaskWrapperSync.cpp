@@ -11,16 +11,9 @@ NSTaskWrapperSync::NSTaskWrapperSync(const QString& launchPath, const QStringLis
 
 OptionalText NSTaskWrapperSync::runTask()
 {
-    setUnbufferedIO(environment_);
-    const auto pipe = std::make_shared<Pipe>();
-    ChildProcess process;
-    process.setLaunchPath(launchPath_);
-    process.setArguments(arguments_);
-    process.setEnvironment(environment_);
-    process.setCurrentDirectoryPath(currentDirectoryPath_);
-    process.setStandardOutputAndError(pipe);
-    process.launch();
-    totalOutput_ = decodeUtf8(pipe->fileHandleForReading()->readDataToEndOfFile());
+    const auto process = ChildProcess::withPipe(launchPath_, arguments_, environment_, currentDirectoryPath_);
+    process->launch();
+    totalOutput_ = decodeUtf8(process->standardOutput()->fileHandleForReading()->readDataToEndOfFile());
     return totalOutput_;
 }
 

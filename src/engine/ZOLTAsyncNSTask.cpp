@@ -46,19 +46,11 @@ void ZOLTAsyncNSTask::startTask()
 
 std::shared_ptr<ChildProcess> ZOLTAsyncNSTask::prepared()
 {
-    auto process = std::make_shared<ChildProcess>();
-    const auto pipe = std::make_shared<Pipe>();
-    process->setLaunchPath(launchPath_);
-    process->setArguments(arguments_);
-    process->setStandardOutputAndError(pipe);
     const std::lock_guard guard(mutex_);
-    setUnbufferedIO(environment_);
-    process->setEnvironment(environment_);
-    process->setCurrentDirectoryPath(currentDirectoryPath_);
-    outputPipe_ = pipe;
-    taskOutput_ = pipe->fileHandleForReading();
-    task_ = process;
-    return process;
+    task_ = ChildProcess::withPipe(launchPath_, arguments_, environment_, currentDirectoryPath_);
+    outputPipe_ = task_->standardOutput();
+    taskOutput_ = outputPipe_->fileHandleForReading();
+    return task_;
 }
 
 void ZOLTAsyncNSTask::observe(const FileHandle* handle)

@@ -47,19 +47,13 @@ void ZOLTThreadTask::run()
 void ZOLTThreadTask::runTool(const QString& launchPath, const QStringList& arguments)
 {
     if (const auto previous = process()) previous->waitUntilExit(); // also one whose output was left early
-    const auto tool = std::make_shared<ChildProcess>();
-    const auto pipe = std::make_shared<Pipe>();
-    tool->setLaunchPath(launchPath);
-    tool->setArguments(arguments);
-    tool->setStandardOutputAndError(pipe);
+    std::shared_ptr<ChildProcess> tool;
     {
         const std::lock_guard guard(mutex_);
-        setUnbufferedIO(environment_);
-        tool->setEnvironment(environment_);
-        task_ = tool;
+        tool = task_ = ChildProcess::withPipe(launchPath, arguments, environment_);
     }
     tool->launch();
-    const auto handle = pipe->fileHandleForReading();
+    const auto handle = tool->standardOutput()->fileHandleForReading();
     // Whoever leaves the loop early leaves a tool that may still write.
     struct Drain
     {

@@ -42,6 +42,19 @@ ChildProcess::~ChildProcess()
     if (pidFd_ >= 0) ::close(pidFd_);
 }
 
+std::shared_ptr<ChildProcess> ChildProcess::withPipe(const QString& launchPath, const QStringList& arguments,
+                                                     Environment& environment, const QString& directory)
+{
+    auto process = std::make_shared<ChildProcess>();
+    setUnbufferedIO(environment);
+    process->setLaunchPath(launchPath);
+    process->setArguments(arguments);
+    process->setEnvironment(environment);
+    process->setCurrentDirectoryPath(directory);
+    process->setStandardOutputAndError(std::make_shared<Pipe>());
+    return process;
+}
+
 void ChildProcess::launch()
 {
     childRegistry().reapOrphans();

@@ -25,6 +25,12 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
+    /// A tool ready for its launch, as every task and helper runs one: both streams go to one new pipe, and
+    /// "NSUnbufferedIO" is set in the environment, the caller's too.
+    /// @param directory  the child's working directory; empty for this program's own
+    static std::shared_ptr<ChildProcess> withPipe(const QString& launchPath, const QStringList& arguments,
+                                                  Environment& environment, const QString& directory = {});
+
     void setLaunchPath(const QString& path) { launchPath_ = path; }
     void setArguments(const QStringList& arguments) { arguments_ = arguments; }
     void setEnvironment(const Environment& environment) { environment_ = environment; }
