@@ -4,6 +4,9 @@
 #include "tags/mp4/M4AItemList.h"
 #include "tags/mp4/Mp4Parser.h"
 
+#include <QStringDecoder>
+#include <QtEndian>
+
 #include <taglib/mp4file.h>
 #include <taglib/tbytevectorstream.h>
 
@@ -23,12 +26,50 @@ TagLib::ByteVector fileOf(const std::vector<Mp4Box>& items)
     return TagLib::ByteVector(bytes.constData(), static_cast<unsigned int>(bytes.size()));
 }
 
+/// True for the texts that every writer knows; their names begin with the copyright sign.
+bool isText(const Mp4Box& item)
+{
+    return item.type >> 24 == 0xa9;
+}
+
+/// A value (kind, language, bytes) as UTF-8 text. Some writers use UTF-16, and some leave the kind open.
+QByteArray textValue(const QByteArray& value)
+{
+    const auto kind = qFromBigEndian<quint32>(value.constData());
+    const bool isUtf16 = kind == 2 || kind == 5;
+    const QByteArray text = value.sliced(8);
+    return QByteArray("\0\0\0\1\0\0\0\0", 8) +
+           (isUtf16 ? QString(QStringDecoder(QStringDecoder::Utf16BE).decode(text)).toUtf8() : text);
+}
+
+/// A picture's value without its kind, which its bytes tell better.
+QByteArray pictureValue(const QByteArray& value)
+{
+    return QByteArray(8, '\0') + value.sliced(8);
+}
+
+/// The item with values of the kinds that the library reads: it passes all others over.
+Mp4Box readable(Mp4Box item)
+{
+    const bool isPicture = item.type == atomType(pictureItem);
+    if (!isPicture && !isText(item)) return item;
+    std::vector<Mp4Box> parts = parsedLeaves(item.body);
+    item.body.clear();
+    for (Mp4Box& part : parts) {
+        if (part.type == atomType("data") && part.body.size() >= 8)
+            part.body = isPicture ? pictureValue(part.body) : textValue(part.body);
+        item.body += part.serialized();
+    }
+    return item;
+}
+
 std::vector<Mp4Box> wholeItems(const Mp4Box& index)
 {
     std::vector<Mp4Box> items;
     const Mp4Box* list = findItemList(index);
     if (!list) return items;
-    std::copy_if(list->children.begin(), list->children.end(), std::back_inserter(items), isWholeItem);
+    for (const Mp4Box& item : list->children)
+        if (isWholeItem(item)) items.push_back(readable(item));
     return items;
 }
 

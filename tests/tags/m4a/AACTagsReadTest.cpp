@@ -140,6 +140,24 @@ TEST_F(AACTagsRead, ATextEndsAtAZero)
     EXPECT_EQ(tagsOfItems(item("\251nam", 1, QByteArray("Title\0\0", 7)))->titleText(), u"Title"_s);
 }
 
+TEST_F(AACTagsRead, TextsOfEveryKindAreRead)
+{
+    const QByteArray utf16 = bigEndian(0x041f, 2) + bigEndian(0x0430, 2);
+    const auto tags = tagsOfItems(item("\251nam", 0, "Títle") + item("\251ART", 2, utf16) + item("\251alb", 4, "Sort") +
+                                  item("\251cmt", 2, "odd") + atom("\251wrt", atom("data", "short")));
+    EXPECT_EQ(tags->titleText(), u"Títle"_s);
+    EXPECT_EQ(tags->artistText(), u"Па"_s);
+    EXPECT_EQ(tags->albumText(), u"Sort"_s);
+    ASSERT_TRUE(tags->commentText().has_value());
+    EXPECT_EQ(tags->composerText(), QString());
+}
+
+TEST_F(AACTagsRead, APictureIsReadWhateverKindItIsSaidToBe)
+{
+    for (const int kind : {0, 1, 12, 13, 99})
+        EXPECT_TRUE(tagsOfItems(item("covr", kind, contentOf(files_.picture())))->albumArt()) << kind;
+}
+
 TEST_F(AACTagsRead, TheFirstPictureCounts)
 {
     const QByteArray first = contentOf(files_.picture());
