@@ -1,7 +1,6 @@
 #include "regex/TextHash.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -12,7 +11,7 @@ namespace {
 
 constexpr std::uint64_t factor = 0x9E3779B97F4A7C15; // odd, so that a product loses nothing
 constexpr std::size_t laneCount = 4;
-using Lanes = std::array<std::uint64_t, laneCount>;
+using Lanes = std::uint64_t[laneCount];
 
 std::uint64_t mixed(std::uint64_t lane, std::uint64_t word)
 {
@@ -40,7 +39,7 @@ std::size_t hashOfUnits(QStringView units)
 {
     const char* bytes = reinterpret_cast<const char*>(units.utf16());
     std::size_t left = static_cast<std::size_t>(units.size()) * sizeof(char16_t);
-    Lanes lanes{left, 1, 2, 3};
+    Lanes lanes = {left, 1, 2, 3};
     for (; left >= sizeof(Lanes); left -= sizeof(Lanes), bytes += sizeof(Lanes)) {
         for (std::size_t lane = 0; lane < laneCount; ++lane) {
             lanes[lane] = mixed(lanes[lane], wordAt(bytes + lane * sizeof(std::uint64_t)));
