@@ -138,3 +138,27 @@ TEST(TagLibAIFF, CompressedKindIsTagged)
     helper.writeTagsForAIFFFileTagObject(path, fullRecord());
     EXPECT_EQ(helper.tagsForAIFFFile(path)->titleText(), OptionalText(u"Название"_s));
 }
+
+TEST(TagLibAIFF, DiscIsWrittenAsAnUnsignedNumber)
+{
+    const std::pair<QString, QString> discs[] = {{u"-1"_s, u"4294967295"_s}, {u"one"_s, u"0"_s}, {u" 07"_s, u"7"_s}};
+    for (const auto& [text, written] : discs) {
+        TagFiles files;
+        TagsObject tags;
+        tags.setDiscText(text);
+        helper.writeTagsForAIFFFileTagObject(files.aiff(), tags);
+        EXPECT_EQ(textsOf(rawFrames(files.aiff()), u"TPOS"_s), QStringList(written));
+    }
+}
+
+TEST(TagLibAIFF, ComposerOutsideLatin1IsStillALatin1Frame)
+{
+    TagFiles files;
+    TagsObject tags;
+    tags.setComposerText(u"Ān"_s);
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), tags);
+    const auto frames = rawFrames(files.aiff());
+    ASSERT_EQ(frames.size(), 1u);
+    EXPECT_EQ(frames[0][u"encoding"_s].toInt(), 0);
+    EXPECT_EQ(frames[0][u"text"_s].toString(), u"?n"_s);
+}

@@ -305,3 +305,17 @@ TEST(TagLibFlac, TextsThatNoBlockCanHoldLeaveTheFileAsItIs)
     write(files.flac(), tags);
     EXPECT_EQ(contentOf(files.flac()), before);
 }
+
+TEST(TagLibFlac, TagOfAnotherKindAheadOfTheStreamStaysAndIsNotRead)
+{
+    TagFiles files;
+    const QByteArray foreign("ID3\4\0\0\0\0\0\x10TIT2\0\0\0\6\0\0\3other", 26);
+    writeContent(files.flac(), foreign + contentOf(files.flac()));
+    EXPECT_TRUE(isBlank(*helper.tagsForFlacFile(files.flac())));
+    write(files.flac(), fullRecord(), true);
+    EXPECT_EQ(helper.tagsForFlacFile(files.flac())->titleText(), OptionalText(u"a title"_s));
+    const QByteArray after = contentOf(files.flac());
+    EXPECT_TRUE(after.startsWith("ID3"));
+    EXPECT_TRUE(after.contains("other"));
+    printed(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-xerror"_s, u"-i"_s, files.flac(), u"-f"_s, u"null"_s, u"-"_s});
+}

@@ -249,3 +249,30 @@ TEST(TagLibMP3, ArtOfAnotherProgramIsRead)
     ASSERT_TRUE(helper.tagsForMP3File(files.mp3())->albumArt());
     EXPECT_EQ(helper.tagsForMP3File(files.mp3())->albumArt()->lastBitmap()->pixelsWide(), 33);
 }
+
+TEST(TagLibMP3, FirstPictureFrameThatCannotBeReadIsNoPictureAndStays)
+{
+    TagFiles files;
+    // An encrypted frame ahead of a whole one: the library keeps it closed.
+    const QByteArray closed = QByteArray("APIC\0\0\0\5\0\4", 10) + "xxxxx";
+    const QByteArray open = QByteArray("APIC\0\0\0\x12\0\0\0", 11) + "image/png" + QByteArray(3, '\0') + "bytes";
+    const QByteArray tag = QByteArray("ID3\4\0\0\0\0\0", 9) + char(closed.size() + open.size()) + closed + open;
+    writeContent(files.mp3(), tag + contentOf(files.mp3()));
+    EXPECT_TRUE(isBlank(*helper.tagsForMP3File(files.mp3())));
+    write(files.mp3(), TagsObject(), true);
+    const QByteArray after = contentOf(files.mp3());
+    EXPECT_TRUE(after.contains("xxxxx"));
+    EXPECT_TRUE(after.contains("image/png"));
+}
+
+TEST(TagLibMP3, FieldsOfOtherTagsInTheFileAreEmptiedToo)
+{
+    TagFiles files;
+    const auto padded = [](const QByteArray& text, int length) { return text.leftJustified(length, '\0'); };
+    writeContent(files.mp3(), contentOf(files.mp3()) + "TAG" + padded("an older title", 30) + padded("Anna", 30) +
+                                  padded("", 30) + "1987" + padded("", 28) + QByteArray("\0\5\x11", 3));
+    EXPECT_EQ(helper.tagsForMP3File(files.mp3())->titleText(), OptionalText(u"an older title"_s));
+    write(files.mp3(), TagsObject(), true);
+    EXPECT_TRUE(isBlank(*helper.tagsForMP3File(files.mp3())));
+    EXPECT_FALSE(contentOf(files.mp3()).contains("an older title"));
+}

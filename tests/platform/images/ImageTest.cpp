@@ -89,6 +89,19 @@ TEST(Image, IconWithSeveralSizesHasSeveralFormsAndTheLastCounts)
     EXPECT_EQ(Image::fromData(getPNGDataForImage(image))->drawn().width(), 32);
 }
 
+TEST(Image, FilmIsItsFirstFrame)
+{
+    const auto frame = [](const char* pixel) {
+        return QByteArray::fromHex("2c0000000001000100000202") + QByteArray::fromHex(pixel) + QByteArray(1, '\0');
+    };
+    const QByteArray head = "GIF89a" + QByteArray::fromHex("0100010080000000ff00ff0000");
+    const QByteArray still = QByteArray::fromHex("21f9040000000000");
+    const auto image = Image::fromData(head + still + frame("4401") + still + frame("4c01") + ";");
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->representations().size(), 1u);
+    EXPECT_EQ(image->drawn().pixelColor(0, 0), QColor(Qt::green));
+}
+
 TEST(ImageData, WritesPngWhateverTheImageWas)
 {
     const auto image = Image::fromData(encoded(painted(QImage::Format_RGB32), "bmp"));
