@@ -24,7 +24,7 @@ public:
 
     /// Takes samples of `shape()`; packets that get full on the way go to `take`.
     AudioStatus write(const SampleBlock& block, const PacketTaker& take);
-    /// Encodes what is left over and gives the last packets.
+    /// Encodes what is left over and gives the last packets. Not behind a failed write.
     AudioStatus finish(const PacketTaker& take);
 
 private:

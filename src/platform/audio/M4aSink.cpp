@@ -48,7 +48,9 @@ AudioStatus M4aSink::makeStream()
 
 AudioStatus M4aSink::write(const SampleBlock& block)
 {
-    return encoder_.write(block, [this](AVPacket& packet) { return writePacket(packet); });
+    const auto status = encoder_.write(block, [this](AVPacket& packet) { return writePacket(packet); });
+    if (status) failed_ = true;
+    return status;
 }
 
 AudioStatus M4aSink::writePacket(AVPacket& packet)
@@ -64,7 +66,8 @@ AudioStatus M4aSink::finish()
 {
     AudioStatus status = audioStatus::Ok;
     if (headerWritten_) {
-        status = encoder_.finish([this](AVPacket& packet) { return writePacket(packet); });
+        // Behind a failure the encoder still holds part of a block, which must not follow what got lost.
+        if (!failed_) status = encoder_.finish([this](AVPacket& packet) { return writePacket(packet); });
         int result = av_write_trailer(muxer_);
         if (result >= 0) result = muxer_->pb->error;
         if (!status && result < 0) status = audioStatusFromCodecError(result);

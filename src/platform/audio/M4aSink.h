@@ -36,6 +36,7 @@ private:
     AudioEncoder encoder_;
     AVFormatContext* muxer_ = nullptr;
     bool headerWritten_ = false;
+    bool failed_ = false; ///< a write failed
 };
 
 } // namespace zolt

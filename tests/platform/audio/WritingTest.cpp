@@ -223,6 +223,17 @@ TEST_F(Writing, AFullDiskIsSeenAtTheLatestWhenTheFileIsFinished)
     EXPECT_EQ(status ? status : writer->dispose(), audioStatus::DiskFull);
 }
 
+TEST_F(Writing, AFullDiskInTheMidstOfABlockEndsInAStatus)
+{
+    // AAC packets are shorter than the blocks in which samples come, so the encoder is left with whole ones.
+    const auto samples = makeSamples(44100, 2, 16, 200000);
+    auto writer = create(u"/dev/full"_s, fileTypeId::M4a, aac());
+    ASSERT_EQ(writer->setClientFormat(cd), audioStatus::Ok);
+    EXPECT_EQ(writer->write(samples.little.constData(), samples.frames), audioStatus::DiskFull);
+    EXPECT_EQ(writer->write(samples.little.constData(), samples.frames), audioStatus::DiskFull);
+    EXPECT_EQ(writer->dispose(), audioStatus::DiskFull);
+}
+
 TEST_F(Writing, AKindOfFileEndsWhereItsSizesEnd)
 {
     LinearHeader header = *linearHeaderFor(fileTypeId::Wave, cd);
