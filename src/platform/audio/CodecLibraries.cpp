@@ -9,9 +9,9 @@ namespace zolt {
 
 namespace {
 
-/// The largest piece of memory at once. An index of this size is that of an audio file of weeks; what asks for more
-/// is a damaged header.
-constexpr size_t largestAllocation = size_t(64) << 20;
+/// The largest piece of memory at once. While an M4A file is written its index lies in one piece, some 64 bytes a
+/// packet: this is room for a day of AAC. What asks for more is a damaged header.
+constexpr size_t largestAllocation = size_t(256) << 20;
 
 } // namespace
 
