@@ -113,6 +113,45 @@ TEST(CachedRegexTable, UseKeepsAnEntryFromEviction)
     EXPECT_EQ(entryOf(cache, patterns.at(1)), nullptr);
 }
 
+TEST(CachedRegexTable, EvictedEntryLetsGoOfItsSubject)
+{
+    RegexCache cache;
+    const QStringList patterns = patternsOfOneSet(5);
+    const QString subject = ownText(u"held while it is set");
+    match(cache, subject, patterns.first());
+    EXPECT_FALSE(subject.isDetached());
+    for (const QString& pattern : patterns.last(4))
+        match(cache, u"piece"_s, pattern);
+    EXPECT_TRUE(subject.isDetached());
+}
+
+TEST(CachedRegexTable, EntryUsedLastIsTakenBeforeLookasideAndSet)
+{
+    RegexCache cache;
+    const QString pattern = ownText(u"hit");
+    match(cache, u"hit"_s, pattern);
+    const CachedRegex* entry = cache.expressions.rkl_lastCachedRegex();
+    const std::uint8_t nowhere = numberOf(cache, entry) == 0 ? 1 : 0;
+    const_cast<std::uint8_t&>(cache.expressions.rkl_regexLookasideCache()[CachedRegexTable::lookasideOf(pattern, 0)]) =
+        nowhere;
+    const_cast<CachedRegex*>(entry)->regexHash ^= 1;
+    EXPECT_EQ(match(cache, u"hit"_s, pattern), u"hit"_s);
+    EXPECT_EQ(cache.expressions.rkl_lastCachedRegex(), entry);
+    EXPECT_EQ(compiledEntries(cache), 1);
+    EXPECT_EQ(asideNumber(cache, pattern), nowhere);
+}
+
+TEST(CachedRegexTable, LookasideIsChosenByAddressAndOptions)
+{
+    static QChar data[64];
+    const QString pattern = QString::fromRawData(data, 3);
+    const QString next = QString::fromRawData(data + 8, 3); // 16 bytes on
+    const auto address = reinterpret_cast<std::uintptr_t>(data);
+    EXPECT_EQ(CachedRegexTable::lookasideOf(pattern, 0), (address >> 4) % 64);
+    EXPECT_EQ(CachedRegexTable::lookasideOf(next, 0), ((address >> 4) + 1) % 64);
+    EXPECT_EQ(CachedRegexTable::lookasideOf(pattern, 0x35), ((address >> 4) + 0x35 + 3) % 64);
+}
+
 TEST(CachedRegexTable, LookasideHoldsTheEntryByThePatternsAddress)
 {
     RegexCache cache;
