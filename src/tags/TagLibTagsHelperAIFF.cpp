@@ -1,5 +1,6 @@
 // AIFF: an ID3v2 tag with a smaller writer than MP3, without totals, pictures and the choice of writing empty fields.
 #include "tags/Id3Frames.h"
+#include "tags/RoomToSave.h"
 #include "tags/TagLibFiles.h"
 
 #include <taglib/aifffile.h>
@@ -51,7 +52,7 @@ void TagLibTagsHelper::writeTagsForAIFFFileTagObject(const QString& path, const 
     writeField(genericTrack, tag, tags, false);
     if (isWritten(tags.discText(), false))
         addLatin1Frame(tag, "TPOS", QString::number(static_cast<unsigned int>(intValue(*tags.discText()))));
-    file->save();
+    if (hasRoomFor(tag.render().size(), path)) file->save();
 }
 
 } // namespace zolt

@@ -4,6 +4,7 @@
 #include "platform/Product.h"
 #include "platform/images/ImageData.h"
 #include "tags/Log.h"
+#include "tags/RoomToSave.h"
 
 #include <QSet>
 
@@ -132,6 +133,16 @@ void writePictures(TagLib::FLAC::File& file, const QString& path, const TagsObje
     if (picture) file.addPicture(picture.release()); // the file owns it from here on
 }
 
+/// The comment and all pictures, as long as they are when they are written.
+quint64 sizeOfTags(TagLib::FLAC::File& file)
+{
+    quint64 size = file.xiphComment(true)->render().size();
+    const auto pictures = file.pictureList();
+    for (const TagLib::FLAC::Picture* picture : pictures)
+        size += picture->render().size();
+    return size;
+}
+
 void writeCustomTags(TagLib::Ogg::XiphComment& comment, const CustomTags& custom)
 {
     for (const auto& [key, value] : custom.asKeyValueRange()) {
@@ -158,7 +169,7 @@ void TagLibTagsHelper::writeTagsForFLACFileTagObjectWriteEmptyTags(const QString
     comment.addField("ENCODER", tagLibString(u"Zolt "_s + QLatin1StringView(product::version)), true);
     // Last, so that a custom total stands over the field.
     writeCustomTags(comment, tags.customTagsDictionary());
-    if (fitsIntoBlock(comment.render(), path)) file->save();
+    if (fitsIntoBlock(comment.render(), path) && hasRoomFor(sizeOfTags(*file), path)) file->save();
 }
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForFlacFile(const QString& path) const

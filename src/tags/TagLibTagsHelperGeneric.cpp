@@ -1,7 +1,9 @@
 // Monkey's Audio and Wavpack: one design, seven fields that every kind of tag has.
+#include "tags/RoomToSave.h"
 #include "tags/TagLibFiles.h"
 
 #include <taglib/apefile.h>
+#include <taglib/apetag.h>
 #include <taglib/wavpackfile.h>
 
 namespace zolt {
@@ -24,7 +26,8 @@ template <class File> void writeGenericTags(const QString& path, const TagsObjec
     writeField(genericTrack, tag, tags, writeEmptyTags);
     writeField(genericComment, tag, tags, writeEmptyTags);
     writeField(genericGenre, tag, tags, writeEmptyTags);
-    file->save();
+    const quint64 size = file->APETag(true)->render().size();
+    if (hasRoomFor(size, path)) file->save();
 }
 
 } // namespace

@@ -1,9 +1,11 @@
 // MP3: fields that every tag has, and frames of the ID3v2 tag.
 #include "tags/Id3Frames.h"
+#include "tags/RoomToSave.h"
 #include "tags/TagLibFiles.h"
 
 #include "platform/images/ImageData.h"
 
+#include <taglib/apetag.h>
 #include <taglib/attachedpictureframe.h>
 #include <taglib/id3v1tag.h>
 #include <taglib/mpegfile.h>
@@ -96,6 +98,15 @@ void writeFields(TagLib::MPEG::File& file, const TagsObject& tags, bool writeEmp
         replaceLatin1Frame(frames, "TPOS", numberOfTotal(tags.discText(), tags.discTotalText()));
 }
 
+/// The tag ahead of the sound and the one behind it, if there is one; the oldest kind has a size that counts for
+/// nothing.
+quint64 sizeOfTags(TagLib::MPEG::File& file)
+{
+    const quint64 ahead = file.ID3v2Tag(false)->render().size();
+    const TagLib::APE::Tag* behind = file.APETag(false);
+    return behind ? ahead + behind->render().size() : ahead;
+}
+
 } // namespace
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForMP3File(const QString& path) const
@@ -113,7 +124,7 @@ void TagLibTagsHelper::writeTagsForMP3FileTagObjectWriteEmptyTags(const QString&
     const auto file = openFileForTagging<TagLib::MPEG::File>(path);
     writeFields(*file, tags, writeEmptyTags);
     writeArt(*file->ID3v2Tag(false), tags, writeEmptyTags);
-    saveWithTrack(*file);
+    if (hasRoomFor(sizeOfTags(*file), path)) saveWithTrack(*file);
 }
 
 } // namespace zolt

@@ -1,10 +1,14 @@
 // What is written here is read by programs that share no code with the tag library, and the other way round.
 #include "tags/TagLibTagsHelper.h"
 
+#include "tags/FileSizeLimit.h"
+#include "tags/RoomToSave.h"
 #include "tags/TagFiles.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <random>
 
 using namespace zolt;
 using namespace zolt::test;
@@ -127,6 +131,40 @@ TEST_P(TagsProof, TagEditorReadsWhatIsWrittenHereAndItsTextsAreReadHere)
     EXPECT_EQ(read()->titleText(), OptionalText(u"Ελλάδα = שלום"_s));
     EXPECT_EQ(read()->genreText(), OptionalText(u"Ямщик"_s));
     EXPECT_EQ(read()->artistText(), OptionalText(u"Beyoncé"_s));
+}
+
+TEST_P(TagsProof, FullDiskLeavesTheFileAsItIs)
+{
+    TagsObject tags;
+    tags.setCommentText(QString(300000, u'x')); // more than any format's padding
+    const QByteArray before = contentOf(path());
+    {
+        const FileSizeLimit limit(rlim_t(before.size() + 200000));
+        write(tags);
+    }
+    EXPECT_EQ(contentOf(path()), before);
+    write(tags);
+    EXPECT_EQ(read()->commentText()->size(), 300000);
+}
+
+TEST(TagsProofFlac, FullDiskHasNoRoomForAPicture)
+{
+    TagFiles files;
+    const QByteArray before = contentOf(files.flac());
+    TagsObject tags;
+    QImage noise(400, 400, QImage::Format_RGB32);
+    std::generate_n(reinterpret_cast<quint32*>(noise.bits()), noise.sizeInBytes() / 4, std::mt19937());
+    tags.setAlbumArt(Image::fromPixels(noise));
+    const FileSizeLimit limit(rlim_t(before.size() + 200000));
+    helper.writeTagsForFLACFileTagObjectWriteEmptyTags(files.flac(), tags, false);
+    EXPECT_EQ(contentOf(files.flac()), before);
+}
+
+TEST(RoomToSave, EndsWithTheDisk)
+{
+    const QTemporaryDir folder;
+    EXPECT_TRUE(hasRoomFor(0, folder.path()));
+    EXPECT_FALSE(hasRoomFor(quint64(1) << 60, folder.path()));
 }
 
 TEST(TagsProofFlac, CommentsOfTheToolAreReadHere)

@@ -1,6 +1,7 @@
 #include "tags/AACTagsHelper.h"
 
 #include "platform/errors/Exceptions.h"
+#include "tags/FileSizeLimit.h"
 #include "tags/OptimizedReplacement.h"
 #include "tags/m4a/M4AFiles.h"
 #include "tags/mp4/Mp4Tables.h"
@@ -11,8 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace zolt;
@@ -52,27 +51,6 @@ protected:
     QString title(const QString& path) { return textOrEmpty(AACTagsHelper().tagsForFile(path)->titleText()); }
 
     M4AFiles files_;
-};
-
-/// As long as it lives no file of the program grows beyond a size, as on a full disk.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit limited{size, old_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit old_ = {};
-    void (*handler_)(int);
 };
 
 } // namespace

@@ -1,0 +1,47 @@
+#include "tags/RoomToSave.h"
+
+#include "tags/Log.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <limits>
+#include <sys/resource.h>
+#include <sys/statvfs.h>
+
+namespace zolt {
+
+namespace {
+
+/// More than the library leaves free behind tags that have grown.
+constexpr quint64 padding = 64 * 1024;
+
+constexpr quint64 unlimited = std::numeric_limits<quint64>::max();
+
+/// Free bytes on the file's disk for this user.
+quint64 roomOnDisk(const QString& path)
+{
+    struct statvfs facts = {};
+    if (::statvfs(QFile::encodeName(path).constData(), &facts) != 0) return unlimited;
+    return static_cast<quint64>(facts.f_bavail) * facts.f_frsize;
+}
+
+/// What the program's limit on the size of files leaves.
+quint64 roomBelowLimit(const QString& path)
+{
+    rlimit limit = {};
+    if (::getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return unlimited;
+    const auto size = static_cast<quint64>(QFileInfo(path).size());
+    return limit.rlim_cur > size ? limit.rlim_cur - size : 0;
+}
+
+} // namespace
+
+bool hasRoomFor(quint64 tagBytes, const QString& path)
+{
+    if (tagBytes + padding <= std::min(roomOnDisk(path), roomBelowLimit(path))) return true;
+    qCWarning(tagsLog).noquote() << "No room for" << tagBytes << "bytes of tags:" << path;
+    return false;
+}
+
+} // namespace zolt
