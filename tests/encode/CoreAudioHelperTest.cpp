@@ -94,6 +94,16 @@ TEST_F(Inspection, FloatSamplesAreNeitherWavNorAiff)
     EXPECT_FALSE(CoreAudioHelper::isAiffOrWav(floats));
 }
 
+TEST_F(Inspection, UnsignedBytesAreNeitherWavNorAiff)
+{
+    const auto bytes = wave(u"bytes.wav"_s, 8);
+    const auto info = CoreAudioHelper::getFormatInfo(bytes);
+    ASSERT_TRUE(info);
+    EXPECT_EQ(info->bitsPerChannel(), 8);
+    EXPECT_FALSE(CoreAudioHelper::isWav(bytes));
+    EXPECT_FALSE(CoreAudioHelper::isAiffOrWav(bytes));
+}
+
 TEST_F(Inspection, AppleLosslessIsToldFromAac)
 {
     EXPECT_TRUE(CoreAudioHelper::isAppleLossless(made(u"a.m4a"_s, {u"-c:a"_s, u"alac"_s})));

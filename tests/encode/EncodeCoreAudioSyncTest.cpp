@@ -173,6 +173,27 @@ TEST_F(Encoding, AFullDiskIsAFailure)
     EXPECT_EQ(task_->results()->results(), failure(source, u"ExtAudioFileCreateWithURL failed full"_s));
 }
 
+TEST_F(Encoding, AFailedWriteIsAFailureForEveryTarget)
+{
+    const auto source = writeFile(path(u"a.wav"_s), waveFile(makeSamples(44100, 2, 16, 600000)));
+    const std::pair<uint32_t, uint32_t> targets[] = {{formatId::LinearPcm, fileTypeId::Aiff},
+                                                     {formatId::AppleLossless, fileTypeId::M4a},
+                                                     {formatId::Aac, fileTypeId::M4a}};
+    for (const auto& [format, fileType] : targets) {
+        const LogCapture log;
+        const FileSizeLimit limit(5000);
+        const auto conversion = encoder(source, path(fourCharText(format)), format, fileType);
+        conversion->setBitrate(format == formatId::Aac ? 256000 : 0);
+        conversion->doEncodeCall();
+        EXPECT_TRUE(task_->error());
+        EXPECT_EQ(task_->results()->results(), failure(source, u"ExtAudioFileWrite failed"_s));
+        EXPECT_EQ(log.count(u"Exception ExtAudioFileWrite failed"_s), 1);
+        EXPECT_TRUE(QFile::exists(path(fourCharText(format))));
+        task_->setError(false);
+        task_->results()->setResults(QString());
+    }
+}
+
 TEST_F(Encoding, AFileThatCannotBeFinishedIsAFailure)
 {
     const auto source = writeFile(path(u"a.wav"_s), waveFile(makeSamples(44100, 2, 16, 20000)));
