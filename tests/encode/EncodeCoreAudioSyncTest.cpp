@@ -1,11 +1,10 @@
 #include "ConversionFixture.h"
+#include "FileSizeLimit.h"
 #include "HandMadeM4a.h"
 #include "support/LogCapture.h"
 
 #include <QFile>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <thread>
 
 using namespace zolt;
@@ -27,27 +26,6 @@ QString silence(const QString& path, int64_t frames)
     EXPECT_TRUE(QFile::resize(path, 44 + frames * 4));
     return path;
 }
-
-/// As long as it lives, no file of this process grows beyond the size.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(qint64 bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit = {static_cast<rlim_t>(bytes), before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    void (*handler_)(int);
-    rlimit before_ = {};
-};
 
 } // namespace
 

@@ -1,4 +1,5 @@
 #include "AudioSamples.h"
+#include "FileSizeLimit.h"
 #include "platform/audio/AudioFileReader.h"
 #include "platform/audio/AudioFileWriter.h"
 #include "platform/audio/LinearSink.h"
@@ -223,15 +224,21 @@ TEST_F(Writing, AFullDiskIsSeenAtTheLatestWhenTheFileIsFinished)
     EXPECT_EQ(status ? status : writer->dispose(), audioStatus::DiskFull);
 }
 
-TEST_F(Writing, AFullDiskInTheMidstOfABlockEndsInAStatus)
+TEST_F(Writing, AWriteThatFailsInTheMidstOfABlockEndsInAStatus)
 {
-    // AAC packets are shorter than the blocks in which samples come, so the encoder is left with whole ones.
-    const auto samples = makeSamples(44100, 2, 16, 200000);
-    auto writer = create(u"/dev/full"_s, fileTypeId::M4a, aac());
-    ASSERT_EQ(writer->setClientFormat(cd), audioStatus::Ok);
-    EXPECT_EQ(writer->write(samples.little.constData(), samples.frames), audioStatus::DiskFull);
-    EXPECT_EQ(writer->write(samples.little.constData(), samples.frames), audioStatus::DiskFull);
-    EXPECT_EQ(writer->dispose(), audioStatus::DiskFull);
+    // AAC packets are shorter than the blocks in which samples come, so the encoder is left with up to three whole
+    // ones; which packet fails moves on within its block with the length of the first write.
+    const auto samples = makeSamples(44100, 2, 16, 600000);
+    const FileSizeLimit limit(5000);
+    for (const int64_t first : {1, 1024, 2048, 3072}) {
+        auto writer = create(path(u"full"_s), fileTypeId::M4a, aac());
+        ASSERT_EQ(writer->setClientFormat(cd), audioStatus::Ok);
+        EXPECT_EQ(writer->setEncoderSettings({.bitRate = 256000}), audioStatus::Ok);
+        EXPECT_EQ(writer->write(samples.little.constData(), first), audioStatus::Ok);
+        EXPECT_EQ(writer->write(samples.little.constData(), samples.frames), audioStatus::FileTooLarge);
+        EXPECT_EQ(writer->write(samples.little.constData(), samples.frames), audioStatus::FileTooLarge);
+        EXPECT_EQ(writer->dispose(), audioStatus::FileTooLarge);
+    }
 }
 
 TEST_F(Writing, AKindOfFileEndsWhereItsSizesEnd)
