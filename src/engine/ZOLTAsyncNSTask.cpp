@@ -71,7 +71,10 @@ void ZOLTAsyncNSTask::taskDataAvailable(const Notification& notification)
     struct NextRead
     {
         std::shared_ptr<FileHandle> handle;
-        ~NextRead() { handle->readInBackgroundAndNotify(); }
+        ~NextRead()
+        {
+            if (handle) handle->readInBackgroundAndNotify();
+        }
     } const nextRead{get(taskOutput_)};
     processTaskOutput(decodeUtf8(*bytes));
 }
@@ -92,14 +95,23 @@ void ZOLTAsyncNSTask::stopTask(Sender)
     runHook("cleanup", &ZOLTAsyncNSTask::cleanup);
     ZOLTTask::stopTask(nullptr);
     runHook("finalCleanup", &ZOLTAsyncNSTask::finalCleanup);
+    releaseTool();
     reportCompleted();
+}
+
+void ZOLTAsyncNSTask::releaseTool()
+{
+    // The row may stay for hours: it must not keep descriptors open.
+    put(task_, std::shared_ptr<ChildProcess>());
+    put(outputPipe_, std::shared_ptr<Pipe>());
+    put(taskOutput_, std::shared_ptr<FileHandle>());
 }
 
 bool ZOLTAsyncNSTask::stillRunning(const std::shared_ptr<ChildProcess>& process)
 {
     try {
         if (!process->isRunning()) return false;
-        get(taskOutput_)->readInBackgroundAndNotify();
+        process->standardOutput()->fileHandleForReading()->readInBackgroundAndNotify();
         return true;
     } catch (const PlatformException& fault) {
         qCWarning(engineLog, "exception in task isRunning even though we're in stopTask %s", fault.what());

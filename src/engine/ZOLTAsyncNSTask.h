@@ -56,10 +56,11 @@ private:
     std::shared_ptr<ChildProcess> prepared();
     void observe(const FileHandle* handle);
     bool stillRunning(const std::shared_ptr<ChildProcess>& process);
+    void releaseTool();
     void readStatus(const std::shared_ptr<ChildProcess>& process);
     void runHook(const char* name, void (ZOLTAsyncNSTask::*hook)());
 
-    std::shared_ptr<ChildProcess> task_; // none until the start
+    std::shared_ptr<ChildProcess> task_; // none until the start, and none after the end
     Environment environment_;
     QString currentDirectoryPath_;
     QString launchPath_;

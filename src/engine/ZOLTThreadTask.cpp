@@ -71,6 +71,8 @@ void ZOLTThreadTask::waitForTool()
     if (!tool) return;
     if (tool->waitUntilExit()) tool->terminate();
     if (!cancelled() && tool->terminationStatus() != 0) setError(true);
+    const std::lock_guard guard(mutex_);
+    if (task_ == tool) task_.reset(); // the row may stay for hours: it must not keep descriptors open
 }
 
 void ZOLTThreadTask::stopTask(Sender)

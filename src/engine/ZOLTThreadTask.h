@@ -37,7 +37,7 @@ protected:
     /// while the end is waited for. Does not wait for the tool's exit. @throws PlatformException if it cannot be started
     void runTool(const QString& launchPath, const QStringList& arguments);
 
-    /// The process of the last runTool; none before.
+    /// The process of the last runTool; none before, and none after its end was waited for.
     std::shared_ptr<ChildProcess> process() const { return get(task_); }
     /// Waits for the last tool's end and sets `error` if its status is not 0, unless cancelled.
     void waitForTool();

@@ -10,6 +10,7 @@
 #include "support/LogCapture.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 
 using namespace zolt;
@@ -211,6 +212,17 @@ TEST_F(AsyncTask, TaskStartedOnATaskThreadGetsItsOutput)
     waitForDetachedThreads();
     ASSERT_EQ(task->pieces.size(), 1U);
     EXPECT_EQ(task->pieces[0], u"heard"_s);
+}
+
+TEST_F(AsyncTask, EndedTasksKeepNoDescriptorsWhileTheirRowsStay)
+{
+    const LogCapture log;
+    const auto open = [] { return QDir(u"/proc/self/fd"_s).count(); };
+    run({u"exit"_s, u"1"_s});
+    const auto before = open();
+    for (int i = 0; i < 20; ++i) run({u"exit"_s, u"1"_s});
+    EXPECT_EQ(queue_.panelArray().size(), 21U);
+    EXPECT_EQ(open(), before);
 }
 
 TEST_F(AsyncTask, DescriptionQuotesPathAndArgumentsEachOnALine)

@@ -9,6 +9,7 @@
 #include "support/LogCapture.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 
 using namespace zolt;
@@ -86,6 +87,19 @@ TEST_F(ThreadTask, FailureKeepsTheTextForAWindow)
     EXPECT_TRUE(task->error());
     ASSERT_EQ(queue_.outputWindows().size(), 1U);
     EXPECT_EQ(queue_.outputWindows()[0]->textField()->string(), u"why\n"_s);
+}
+
+TEST_F(ThreadTask, EndedTasksKeepNoDescriptorsWhileTheirRowsStay)
+{
+    const LogCapture log;
+    const auto runOne = [this] {
+        queue_.addTask(BlockingTask::make(&queue_, {u"exit"_s, u"1"_s}));
+        finish();
+        return QDir(u"/proc/self/fd"_s).count();
+    };
+    const auto before = runOne();
+    EXPECT_EQ(runOne(), before);
+    EXPECT_EQ(runOne(), before);
 }
 
 TEST_F(ThreadTask, CancelIsSeenAtTheNextPieceWhichIsDroppedAndTheToolRunsToItsEnd)
