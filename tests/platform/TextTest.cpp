@@ -73,7 +73,8 @@ TEST(Text, AbsentTextAddsNothingAndPrintsAsTheEmptyOne)
     appendText(text, std::nullopt);
     appendText(text, u"b"_s);
     EXPECT_EQ(text, u"ab"_s);
-    EXPECT_EQ(textOrEmpty(std::nullopt), u""_s);
+    const OptionalText absent;
+    EXPECT_EQ(textOrEmpty(absent), u""_s);
 }
 
 TEST(Text, WholeNumbersAreHeldToTheirWidth)
