@@ -5,7 +5,6 @@
 
 #include <memory>
 
-
 namespace zolt {
 
 class BaseTab;

@@ -8,10 +8,8 @@
 
 namespace zolt {
 
-std::shared_ptr<DecodeFlacTask> DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(const QString& fileName,
-                                                                                                  ZOLTTaskQueue* queue,
-                                                                                                  const QString& launchPath,
-                                                                                                  const QStringList& arguments)
+std::shared_ptr<DecodeFlacTask> DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(
+    const QString& fileName, ZOLTTaskQueue* queue, const QString& launchPath, const QStringList& arguments)
 {
     std::shared_ptr<DecodeFlacTask> task(new DecodeFlacTask);
     task->setUpAsyncTask(queue, launchPath, arguments);
@@ -26,20 +24,25 @@ void DecodeFlacTask::processTaskOutput(const OptionalText& output)
     if (output) {
         const QString text = trimmed(*output, CharacterSet::WhiteSpaceAndNewlines);
         progress = flacDecodeProgress(text);
-        if (progress.number) topTextField()->setStringValue(QStringLiteral("Decoding Flac: ") + *progress.number + u'%');
+        if (progress.number)
+            topTextField()->setStringValue(QStringLiteral("Decoding Flac: ") + *progress.number + u'%');
         appendResults(text);
     }
     progressIndicator()->setDoubleValue(progress.value);
     textField()->setStringValue(title());
 }
 
-std::shared_ptr<TagsObject> DecodeFlacTask::getFlacTags() const { return FlacTagHelper().tagsForFile(fileName_); }
+std::shared_ptr<TagsObject> DecodeFlacTask::getFlacTags() const
+{
+    return FlacTagHelper().tagsForFile(fileName_);
+}
 
 void DecodeFlacTask::cleanup()
 {
     if (!error()) setResults(nullptr);
     const QString& output = arguments().last();
-    if (path::extension(output).toUpper() == Constants::AIFF && path::extension(fileName_).toUpper() == Constants::FLAC) {
+    if (path::extension(output).toUpper() == Constants::AIFF &&
+        path::extension(fileName_).toUpper() == Constants::FLAC) {
         copyTags(output);
     }
     if (deleteOriginal() && !cancelled() && !error()) Util::deleteFile(fileName_);

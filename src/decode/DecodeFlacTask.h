@@ -12,10 +12,9 @@ class DecodeFlacTask : public ZOLTAsyncNSTask
 public:
     /// @param fileName   full path of the source
     /// @param arguments  flac's argument vector; its last element is the output path
-    static std::shared_ptr<DecodeFlacTask> initAsyncTaskWithFileNameQueueLaunchPathArguments(const QString& fileName,
-                                                                                            ZOLTTaskQueue* queue,
-                                                                                            const QString& launchPath,
-                                                                                            const QStringList& arguments);
+    static std::shared_ptr<DecodeFlacTask>
+    initAsyncTaskWithFileNameQueueLaunchPathArguments(const QString& fileName, ZOLTTaskQueue* queue,
+                                                      const QString& launchPath, const QStringList& arguments);
 
     void processTaskOutput(const OptionalText& output) override;
     /// The source's tags, read with metaflac; blocks.

@@ -11,12 +11,21 @@ namespace {
 
 using C = Constants;
 
-QString upperExtension(const QString& file) { return path::extension(file).toUpper(); }
+QString upperExtension(const QString& file)
+{
+    return path::extension(file).toUpper();
+}
 
 /// What follows the output format in every shntool conversion: progress as a percentage, nothing overwritten.
 QStringList shntoolTail(const QString& folder, const QString& file)
 {
-    return {QStringLiteral("-P"), QStringLiteral("pct"), QStringLiteral("-O"), QStringLiteral("never"), QStringLiteral("-d"), folder, file};
+    return {QStringLiteral("-P"),
+            QStringLiteral("pct"),
+            QStringLiteral("-O"),
+            QStringLiteral("never"),
+            QStringLiteral("-d"),
+            folder,
+            file};
 }
 
 } // namespace
@@ -52,12 +61,16 @@ void DecodeTab::filesAdded()
     if (std::any_of(lastAdded().begin(), lastAdded().end(), isFlac)) showFLacOptions(true);
 }
 
-QString DecodeTab::outputFormat() const { return outputFormatMatrix->selectedCell().title; }
+QString DecodeTab::outputFormat() const
+{
+    return outputFormatMatrix->selectedCell().title;
+}
 
 QString DecodeTab::outputPath(const QString& file, const QString& folder, const QString& format)
 {
     const QString base = path::deletingExtension(path::lastComponent(file));
-    return path::appendingExtension(path::appendingComponent(folder, base), format == C::AIFF ? QStringLiteral("aiff") : QStringLiteral("wav"));
+    return path::appendingExtension(path::appendingComponent(folder, base),
+                                    format == C::AIFF ? QStringLiteral("aiff") : QStringLiteral("wav"));
 }
 
 QStringList DecodeTab::flacArguments(const QString& file, const QString& folder, const QString& format) const
@@ -80,18 +93,25 @@ QStringList DecodeTab::shnArguments(const QString& file, const QString& folder, 
 QStringList DecodeTab::wavpackArguments(const QString& file, const QString& folder, const QString& format)
 {
     const QString extension = format == C::WAV ? QStringLiteral("wav") : QStringLiteral("aiff");
-    return QStringList{QStringLiteral("conv"), QStringLiteral("-o"), QStringLiteral("cust ext=%1 wvunpack %f -").arg(extension)} +
+    return QStringList{QStringLiteral("conv"), QStringLiteral("-o"),
+                       QStringLiteral("cust ext=%1 wvunpack %f -").arg(extension)} +
            shntoolTail(folder, file);
 }
 
-std::shared_ptr<DecodeFlacTask> DecodeTab::decodeFlacOutputPathForFormatInQueue(const QString& file, const QString& folder,
-                                                                               const QString& format, ZOLTTaskQueue* queue) const
+std::shared_ptr<DecodeFlacTask> DecodeTab::decodeFlacOutputPathForFormatInQueue(const QString& file,
+                                                                                const QString& folder,
+                                                                                const QString& format,
+                                                                                ZOLTTaskQueue* queue) const
 {
     return DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(
-        file, queue, path::appendingComponent(pathToCommandLineTools(), QStringLiteral("flac")), flacArguments(file, folder, format));
+        file, queue, path::appendingComponent(pathToCommandLineTools(), QStringLiteral("flac")),
+        flacArguments(file, folder, format));
 }
 
-bool DecodeTab::decodes(const QString& extension) { return extension == C::FLAC; }
+bool DecodeTab::decodes(const QString& extension)
+{
+    return extension == C::FLAC;
+}
 
 QStringList DecodeTab::toolsNeeded() const
 {

@@ -1,4 +1,4 @@
-// Turns compressed audio files into WAV or AIFF files.
+// The tab that decodes: each listed file becomes one WAV or AIFF file.
 #pragma once
 
 #include "platform/controls/CheckBox.h"
@@ -21,8 +21,9 @@ public:
     void showFLacOptions(bool show);
     void clearFiles() override;
     std::shared_ptr<DecodeFlacTask> decodeFlacOutputPathForFormatInQueue(const QString& file, const QString& folder,
-                                                                        const QString& format, ZOLTTaskQueue* queue) const;
-    /// The FLAC options show as soon as one FLAC file is in the list, and go again only with clearFiles.
+                                                                         const QString& format,
+                                                                         ZOLTTaskQueue* queue) const;
+    /// One FLAC file is enough to show the FLAC options; only emptying the list hides them again.
     void filesAdded() override;
     void executeCommand(Sender sender) override;
     QStringList toolsNeeded() const override;

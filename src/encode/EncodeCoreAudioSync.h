@@ -1,4 +1,4 @@
-// Converts one audio file to another, in process and in one blocking call.
+// In-process conversion: one file in, one file out, the caller blocked meanwhile.
 #pragma once
 
 #include "platform/audio/AudioFormat.h"
@@ -13,7 +13,7 @@ class AudioFileReader;
 class AudioFileWriter;
 class ZOLTTask;
 
-/// Not a task but a helper that a task's thread makes, runs once and drops. It writes to that task's row, watches it
+/// Made, run once and dropped on a task's thread. It writes to that task's row, watches it
 /// for a cancel and leaves failures with it. No state is shared: any number may run side by side.
 class EncodeCoreAudioSync
 {

@@ -1,4 +1,4 @@
-// Runs a tool to its end and returns its text; no task, no row.
+// A tool's whole text in one call; no task, no row, no exit status.
 #pragma once
 
 #include "platform/process/Environment.h"

@@ -5,11 +5,15 @@
 namespace zolt {
 
 OutputWindowController::OutputWindowController()
-    : window_(std::make_shared<Window>()), textField_(std::make_shared<TextView>()), font_{QStringLiteral("Courier"), 10.0}
+    : window_(std::make_shared<Window>()),
+      textField_(std::make_shared<TextView>()), font_{QStringLiteral("Courier"), 10.0}
 {
 }
 
-void OutputWindowController::loadWindow() { loadInterface(QStringLiteral("OutputWindow"), this); }
+void OutputWindowController::loadWindow()
+{
+    loadInterface(QStringLiteral("OutputWindow"), this);
+}
 
 void OutputWindowController::textAppend(const QString&) {}
 
@@ -20,6 +24,9 @@ void OutputWindowController::setTextValueTitle(const QString& text, const QStrin
     window_->setTitle(title);
 }
 
-void OutputWindowController::showWindow() { window_->makeKeyAndOrderFront(); }
+void OutputWindowController::showWindow()
+{
+    window_->makeKeyAndOrderFront();
+}
 
 } // namespace zolt

@@ -1,4 +1,4 @@
-// Shows a task's text in a window of its own.
+// A report: one text, one window.
 #pragma once
 
 #include "platform/controls/TextView.h"
@@ -18,7 +18,7 @@ public:
     void loadWindow();
     /// Nothing; a report is set in full at once.
     void textAppend(const QString& text);
-    /// The text view gets the fixed-pitch font, then the whole text; the window gets the title.
+    /// Fixed pitch first, then the text in one piece; the title goes to the window.
     void setTextValueTitle(const QString& text, const QString& title);
     void showWindow();
 

@@ -33,8 +33,8 @@ public:
         QRectF topTextField;
         QRectF cancelButton;
     };
-    /// The places of the four controls in the row's frame: from top to bottom the name, the bar with the stop button at
-    /// its right, and the small status line. A row needs at least 46 units of height.
+    /// Where the four controls go in the row's frame. Downwards: name, bar (stop button on its right), status. Uses the
+    /// upper 46 units.
     Places drawInteriorWithFrameInView(const QRectF& frame) const;
 
 private:

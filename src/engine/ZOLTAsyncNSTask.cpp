@@ -5,9 +5,9 @@
 
 namespace zolt {
 
-std::shared_ptr<ZOLTAsyncNSTask> ZOLTAsyncNSTask::initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue,
-                                                                                           const QString& launchPath,
-                                                                                           const QStringList& arguments)
+std::shared_ptr<ZOLTAsyncNSTask>
+ZOLTAsyncNSTask::initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue, const QString& launchPath,
+                                                           const QStringList& arguments)
 {
     std::shared_ptr<ZOLTAsyncNSTask> task(new ZOLTAsyncNSTask);
     task->setUpAsyncTask(queue, launchPath, arguments);
@@ -55,11 +55,12 @@ std::shared_ptr<ChildProcess> ZOLTAsyncNSTask::prepared()
 
 void ZOLTAsyncNSTask::observe(const FileHandle* handle)
 {
-    NotificationCenter::standard().addObserver(
-        this, FileHandleReadCompletionNotification, handle,
-        [weak = std::weak_ptr(std::static_pointer_cast<ZOLTAsyncNSTask>(shared_from_this()))](const Notification& notification) {
-            if (const auto task = weak.lock()) task->taskDataAvailable(notification);
-        });
+    NotificationCenter::standard().addObserver(this, FileHandleReadCompletionNotification, handle,
+                                               [weak = std::weak_ptr(std::static_pointer_cast<ZOLTAsyncNSTask>(
+                                                    shared_from_this()))](const Notification& notification) {
+                                                   if (const auto task = weak.lock())
+                                                       task->taskDataAvailable(notification);
+                                               });
 }
 
 void ZOLTAsyncNSTask::taskDataAvailable(const Notification& notification)
@@ -131,14 +132,18 @@ void ZOLTAsyncNSTask::runHook(const char* name, void (ZOLTAsyncNSTask::*hook)())
     guarded(name, [this, hook] { (this->*hook)(); });
 }
 
-void ZOLTAsyncNSTask::finishAfterFault() { stopTask(nullptr); }
+void ZOLTAsyncNSTask::finishAfterFault()
+{
+    stopTask(nullptr);
+}
 
 QString ZOLTAsyncNSTask::description() const
 {
     QString text;
     const auto add = [&text](const QString& value) { text += u'"' + value + QStringLiteral("\"\n "); };
     add(launchPath_);
-    for (const QString& argument : arguments_) add(argument);
+    for (const QString& argument : arguments_)
+        add(argument);
     return text;
 }
 

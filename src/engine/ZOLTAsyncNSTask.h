@@ -26,9 +26,9 @@ public:
     /// Working directory of the child; none means this program's own.
     void setDirectory(const QString& directory) { put(currentDirectoryPath_, directory); }
 
-    /// Hook: runs after the flags were set and before the row shows the outcome. May run twice after a cancel.
+    /// Hook between the flags and the row's outcome. May run twice after a cancel.
     virtual void cleanup() {}
-    /// Hook: runs after the row shows the outcome and before the queue is told.
+    /// Hook between the row's outcome and the report to the queue.
     virtual void finalCleanup() {}
     /// Hook for each piece of output; absent where the bytes are not valid UTF-8. The default keeps it in the results.
     virtual void processTaskOutput(const OptionalText& output);

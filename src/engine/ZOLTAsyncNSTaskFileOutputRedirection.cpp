@@ -5,7 +5,8 @@
 namespace zolt {
 
 std::shared_ptr<ZOLTAsyncNSTaskFileOutputRedirection>
-ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(const QString& fileName, ZOLTTaskQueue* queue,
+ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(const QString& fileName,
+                                                                               ZOLTTaskQueue* queue,
                                                                                const QString& launchPath,
                                                                                const QStringList& arguments)
 {

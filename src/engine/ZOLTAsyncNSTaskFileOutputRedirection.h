@@ -9,8 +9,9 @@ class ZOLTAsyncNSTaskFileOutputRedirection : public ZOLTAsyncNSTask
 {
 public:
     /// @param fileName  the file to write
-    static std::shared_ptr<ZOLTAsyncNSTaskFileOutputRedirection> initWithFileNameQueueLaunchPathArguments(
-        const QString& fileName, ZOLTTaskQueue* queue, const QString& launchPath, const QStringList& arguments);
+    static std::shared_ptr<ZOLTAsyncNSTaskFileOutputRedirection>
+    initWithFileNameQueueLaunchPathArguments(const QString& fileName, ZOLTTaskQueue* queue, const QString& launchPath,
+                                             const QStringList& arguments);
 
     /// Shown in the status line at the start; none by default.
     OptionalText subTitle() const { return get(subTitle_); }
@@ -23,7 +24,8 @@ public:
 
 protected:
     ZOLTAsyncNSTaskFileOutputRedirection() = default;
-    void setUpRedirection(const QString& fileName, ZOLTTaskQueue* queue, const QString& launchPath, const QStringList& arguments);
+    void setUpRedirection(const QString& fileName, ZOLTTaskQueue* queue, const QString& launchPath,
+                          const QStringList& arguments);
 
     /// The reason is shown, not saved.
     void finishAfterFault() override { ZOLTAsyncNSTask::stopTask(nullptr); }

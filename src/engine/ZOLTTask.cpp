@@ -18,7 +18,8 @@ const TextFieldStyle& nameLineStyle()
 
 const TextFieldStyle& statusLineStyle()
 {
-    static const TextFieldStyle style{.border = false, .editable = false, .fontSize = 9.0, .controlColourBackground = true};
+    static const TextFieldStyle style{
+        .border = false, .editable = false, .fontSize = 9.0, .controlColourBackground = true};
     return style;
 }
 
@@ -36,9 +37,10 @@ const ButtonStyle& stopButtonStyle()
 } // namespace
 
 ZOLTTask::ZOLTTask()
-    : progressIndicator_(std::make_shared<ProgressIndicator>()), cancelButton_(std::make_shared<Button>(stopButtonStyle())),
-      textField_(std::make_shared<TextField>(nameLineStyle())), topTextField_(std::make_shared<TextField>(statusLineStyle())),
-      results_(std::make_shared<ZOLTTaskResults>())
+    : progressIndicator_(std::make_shared<ProgressIndicator>()),
+      cancelButton_(std::make_shared<Button>(stopButtonStyle())),
+      textField_(std::make_shared<TextField>(nameLineStyle())),
+      topTextField_(std::make_shared<TextField>(statusLineStyle())), results_(std::make_shared<ZOLTTaskResults>())
 {
     progressIndicator_->startAnimation();
     progressIndicator_->setHidden(true);
@@ -164,11 +166,20 @@ void ZOLTTask::hide()
     topTextField()->removeFromSuperview();
 }
 
-void ZOLTTask::setDeleteOriginal(bool) { throw InvalidArgumentException(QStringLiteral("setDeleteOriginal: is not answered by ") + description()); }
+void ZOLTTask::setDeleteOriginal(bool)
+{
+    throw InvalidArgumentException(QStringLiteral("setDeleteOriginal: is not answered by ") + description());
+}
 
-QString ZOLTTask::description() const { return QStringLiteral("<ZOLTTask: %1>").arg(title()); }
+QString ZOLTTask::description() const
+{
+    return QStringLiteral("<ZOLTTask: %1>").arg(title());
+}
 
-bool ZOLTTask::hasLeftQueue() const { return get(leftQueue_); }
+bool ZOLTTask::hasLeftQueue() const
+{
+    return get(leftQueue_);
+}
 
 void ZOLTTask::leftQueue()
 {

@@ -1,4 +1,4 @@
-// The unit of queued work and the base of every task: one row of the queue panel.
+// What every task is: flags, a title, results, and the four controls of its row in the panel.
 #pragma once
 
 #include "engine/ZOLTTaskResults.h"
@@ -54,7 +54,7 @@ public:
 
     /// The text collector; empty once a task has nothing to report.
     std::shared_ptr<ZOLTTaskResults> results() const { return get(results_); }
-    /// Replaces the task's own collector by a shared one, or drops it.
+    /// Puts another collector, often a shared one, in place of the present one; none drops it.
     void setResults(const std::shared_ptr<ZOLTTaskResults>& results) { put(results_, results); }
 
     /// The row's status line.
@@ -117,12 +117,12 @@ protected:
 
     mutable std::mutex mutex_; // guards pointers and texts, here and in the families; never held across a call out
 
-    template<class Value> Value get(const Value& field) const
+    template <class Value> Value get(const Value& field) const
     {
         const std::lock_guard guard(mutex_);
         return field;
     }
-    template<class Value> void put(Value& field, Value value)
+    template <class Value> void put(Value& field, Value value)
     {
         const std::lock_guard guard(mutex_);
         std::swap(field, value);

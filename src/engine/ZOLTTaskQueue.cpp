@@ -21,13 +21,14 @@ constexpr int informationalRequest = 10;
 constexpr std::int32_t notFound = -1; // the not-found index taken as 32 bits
 
 /// Runs its work however the scope is left.
-template<class Work> struct AtEnd
+template <class Work> struct AtEnd
 {
     Work work;
     ~AtEnd() { work(); }
 };
 
-template<class Container> std::vector<typename Container::value_type> copied(const Container& container, std::mutex& mutex)
+template <class Container>
+std::vector<typename Container::value_type> copied(const Container& container, std::mutex& mutex)
 {
     const std::lock_guard guard(mutex);
     return {container.begin(), container.end()};
@@ -93,10 +94,14 @@ void ZOLTTaskQueue::addTask(const TaskPointer& task)
 
 void ZOLTTaskQueue::addTasks(const Tasks& tasks)
 {
-    for (const auto& task : tasks) addTask(task);
+    for (const auto& task : tasks)
+        addTask(task);
 }
 
-void ZOLTTaskQueue::startTask(const TaskPointer& task) { task->startTask(); }
+void ZOLTTaskQueue::startTask(const TaskPointer& task)
+{
+    task->startTask();
+}
 
 void ZOLTTaskQueue::taskCompleted(const TaskPointer& task)
 {
@@ -170,9 +175,11 @@ ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::nextWaiting(std::size_t& index)
 {
     const std::lock_guard guard(containers_);
     const auto isWaiting = [this](std::size_t at) { return !taskArray_[at]->isActive() && !taskArray_[at]->isDone(); };
-    while (notWaiting_ < taskArray_.size() && !isWaiting(notWaiting_)) ++notWaiting_;
+    while (notWaiting_ < taskArray_.size() && !isWaiting(notWaiting_))
+        ++notWaiting_;
     index = std::max(index, notWaiting_);
-    while (index < taskArray_.size() && !isWaiting(index)) ++index;
+    while (index < taskArray_.size() && !isWaiting(index))
+        ++index;
     return index < taskArray_.size() ? taskArray_[index] : nullptr;
 }
 
@@ -210,7 +217,8 @@ void ZOLTTaskQueue::raiseLowestActivePosition(const TaskPointer& task)
 {
     const std::lock_guard guard(containers_);
     // Tasks start in the order of their rows, so the row lies at or just below the last one started.
-    const auto hint = panelArray_.begin() + std::clamp<std::ptrdiff_t>(lowestActivePosition_, 0, std::ptrdiff_t(panelArray_.size()));
+    const auto hint =
+        panelArray_.begin() + std::clamp<std::ptrdiff_t>(lowestActivePosition_, 0, std::ptrdiff_t(panelArray_.size()));
     auto found = std::find(hint, panelArray_.end(), task);
     if (found == panelArray_.end()) return; // above the hint: the position is higher already
     lowestActivePosition_ = std::max<std::int32_t>(lowestActivePosition_, std::int32_t(found - panelArray_.begin()));
@@ -235,7 +243,8 @@ void ZOLTTaskQueue::dropRows(const Tasks& rows)
         const std::lock_guard guard(containers_);
         std::erase_if(panelArray_, [&leaving](const auto& task) { return leaving.contains(task); });
     }
-    for (const auto& task : rows) task->leftPanel();
+    for (const auto& task : rows)
+        task->leftPanel();
 }
 
 void ZOLTTaskQueue::resetIfEmpty()
@@ -256,7 +265,10 @@ qsizetype ZOLTTaskQueue::numberOfRowsInTableView() const
     return qsizetype(panelArray_.size());
 }
 
-QString ZOLTTaskQueue::tableViewObjectValueForTableColumnRow(qsizetype) const { return QString(); }
+QString ZOLTTaskQueue::tableViewObjectValueForTableColumnRow(qsizetype) const
+{
+    return QString();
+}
 
 void ZOLTTaskQueue::tableViewWillDisplayCellForTableColumnRow(StatusQueueCell& cell, qsizetype row)
 {
@@ -302,7 +314,10 @@ void ZOLTTaskQueue::killAllTasks()
     tableView_->reloadData();
 }
 
-void ZOLTTaskQueue::cancelAllTasks(Sender sender) { cancelFromLastToFirst(sender); }
+void ZOLTTaskQueue::cancelAllTasks(Sender sender)
+{
+    cancelFromLastToFirst(sender);
+}
 
 void ZOLTTaskQueue::removeAllErrors(Sender)
 {
@@ -328,10 +343,19 @@ void ZOLTTaskQueue::showOutputWindowTitle(const QString& text, const OptionalTex
     window->showWindow();
 }
 
-ZOLTTaskQueue::Tasks ZOLTTaskQueue::taskArray() const { return copied(taskArray_, containers_); }
+ZOLTTaskQueue::Tasks ZOLTTaskQueue::taskArray() const
+{
+    return copied(taskArray_, containers_);
+}
 
-ZOLTTaskQueue::Tasks ZOLTTaskQueue::panelArray() const { return copied(panelArray_, containers_); }
+ZOLTTaskQueue::Tasks ZOLTTaskQueue::panelArray() const
+{
+    return copied(panelArray_, containers_);
+}
 
-std::vector<std::shared_ptr<OutputWindowController>> ZOLTTaskQueue::outputWindows() const { return copied(outputWindows_, containers_); }
+std::vector<std::shared_ptr<OutputWindowController>> ZOLTTaskQueue::outputWindows() const
+{
+    return copied(outputWindows_, containers_);
+}
 
 } // namespace zolt

@@ -115,7 +115,8 @@ private:
     Lock lock_;
     std::atomic<std::int32_t> activeTask_ = 0;
     std::atomic<std::int32_t> maxThreads_ = 0;
-    std::atomic<std::int32_t> lowestActivePosition_ = 0; // despite its name the highest row started since the queue ran empty
+    std::atomic<std::int32_t> lowestActivePosition_ =
+        0; // despite its name the highest row started since the queue ran empty
     QPointF outputWindowTopLeft_;
     std::vector<std::shared_ptr<OutputWindowController>> outputWindows_; // for good: nothing ever leaves
 

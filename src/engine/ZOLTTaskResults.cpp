@@ -92,7 +92,8 @@ void ZOLTTaskResults::setTaskAfterSetDone(const std::shared_ptr<ZOLTTask>& task)
 std::shared_ptr<ZOLTTask> ZOLTTaskResults::claimTaskAfterSetDone()
 {
     const std::lock_guard guard(mutex_);
-    if (taskAfterSetClaimed_ || !taskAfterSetDone_ || taskAfterSetDone_->isActive() || taskAfterSetDone_->isDone()) return nullptr;
+    if (taskAfterSetClaimed_ || !taskAfterSetDone_ || taskAfterSetDone_->isActive() || taskAfterSetDone_->isDone())
+        return nullptr;
     taskAfterSetClaimed_ = true;
     return taskAfterSetDone_;
 }
@@ -109,13 +110,15 @@ void ZOLTTaskResults::setTasksInSet(const Tasks& tasks)
     tasksInSet_ = tasks;
     doneAtStart_ = 0;
     keys_.clear();
-    for (std::size_t index = 0; index < tasks.size(); ++index) keys_.emplace(tasks[index].get(), QString::number(index));
+    for (std::size_t index = 0; index < tasks.size(); ++index)
+        keys_.emplace(tasks[index].get(), QString::number(index));
 }
 
 bool ZOLTTaskResults::allTasksDone() const
 {
     const std::lock_guard guard(mutex_);
-    while (doneAtStart_ < tasksInSet_.size() && tasksInSet_[doneAtStart_]->isDone()) ++doneAtStart_;
+    while (doneAtStart_ < tasksInSet_.size() && tasksInSet_[doneAtStart_]->isDone())
+        ++doneAtStart_;
     return doneAtStart_ == tasksInSet_.size();
 }
 

@@ -1,4 +1,4 @@
-// The text of one task or of a set of tasks that belong together.
+// Collects what tasks have to tell: one slot a task, one report a set.
 #pragma once
 
 #include "platform/text/Text.h"
@@ -38,13 +38,13 @@ public:
     QString results() const;
     /// The text under key "0" becomes the string.
     void setResults(const QString& text);
-    /// The text under the task's key becomes the string; for a task outside the set `results` never looks there.
+    /// Fills the task's own slot anew; for a task outside the set `results` never looks there.
     void setResultsForTask(const QString& text, const ZOLTTask* task);
 
     /// Appends the task to the set, with an empty text.
     void addTaskInSet(const std::shared_ptr<ZOLTTask>& task);
 
-    /// A task to queue once the set has ended; none by default.
+    /// What is queued behind the set's last task; none by default.
     std::shared_ptr<ZOLTTask> taskAfterSetDone() const;
     void setTaskAfterSetDone(const std::shared_ptr<ZOLTTask>& task);
     /// Hands out the task to queue, to the first who asks and to nobody after: two tasks of the set may end at once.

@@ -60,7 +60,8 @@ void ZOLTThreadTask::runTool(const QString& launchPath, const QStringList& argum
         ChildProcess& tool;
         ~Drain() { tool.discardRemainingOutput(); }
     } const drain{*tool};
-    for (QByteArray piece = handle->availableData(); !piece.isEmpty() && !cancelled(); piece = handle->availableData()) {
+    for (QByteArray piece = handle->availableData(); !piece.isEmpty() && !cancelled();
+         piece = handle->availableData()) {
         processTaskOutput(decodeUtf8(piece));
     }
 }

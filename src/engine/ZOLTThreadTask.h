@@ -1,4 +1,5 @@
-// The blocking form: a task that does its work on a detached thread of its own and drives its tools with blocking reads.
+// The blocking form: a task that does its work on a detached thread of its own and drives its tools with blocking
+// reads.
 #pragma once
 
 #include "engine/ZOLTTask.h"
@@ -16,8 +17,8 @@ class ZOLTThreadTask : public ZOLTTask
 public:
     /// Detaches a thread on doStartTask and returns at once.
     void startTask() override;
-    /// Waits for the tool's own end, sets `error` from its status unless cancelled, ends the row, keeps the results of a
-    /// failure alone, and reports to the queue.
+    /// Waits for the tool's own end, sets `error` from its status unless cancelled, ends the row, keeps the results of
+    /// a failure alone, and reports to the queue.
     void stopTask(Sender sender) override;
 
 protected:
@@ -34,7 +35,8 @@ protected:
 
     /// Runs one tool, handing each piece of its output to processTaskOutput, until it closes its output or the task is
     /// cancelled. A cancel is seen when the tool next writes, and that piece is dropped; what follows is thrown away
-    /// while the end is waited for. Does not wait for the tool's exit. @throws PlatformException if it cannot be started
+    /// while the end is waited for. Does not wait for the tool's exit. @throws PlatformException if it cannot be
+    /// started
     void runTool(const QString& launchPath, const QStringList& arguments);
 
     /// The process of the last runTool; none before, and none after its end was waited for.

@@ -10,11 +10,20 @@
 
 namespace zolt {
 
-BaseTab::BaseTab() : pathToCommandLineTools_(toolsDirectory()) { tableView->setDataSource(this); }
+BaseTab::BaseTab() : pathToCommandLineTools_(toolsDirectory())
+{
+    tableView->setDataSource(this);
+}
 
-BaseTab::~BaseTab() { tableView->setDataSource(nullptr); }
+BaseTab::~BaseTab()
+{
+    tableView->setDataSource(nullptr);
+}
 
-void BaseTab::awakeFromNib() { tableView->registerForFileDrops(); }
+void BaseTab::awakeFromNib()
+{
+    tableView->registerForFileDrops();
+}
 
 void BaseTab::add(const QStringList& paths)
 {
@@ -24,7 +33,10 @@ void BaseTab::add(const QStringList& paths)
     filesAdded();
 }
 
-void BaseTab::addFile(const QString& path) { add({path}); }
+void BaseTab::addFile(const QString& path)
+{
+    add({path});
+}
 
 void BaseTab::addButtonClick(Sender)
 {
@@ -38,7 +50,10 @@ void BaseTab::addButtonClick(Sender)
     if (const auto files = panels().openPanel(request)) addFiles(*files);
 }
 
-void BaseTab::clearButtonClick(Sender) { clearFiles(); }
+void BaseTab::clearButtonClick(Sender)
+{
+    clearFiles();
+}
 
 void BaseTab::clearFiles()
 {
@@ -46,13 +61,25 @@ void BaseTab::clearFiles()
     tableView->reloadData();
 }
 
-void BaseTab::changeDisplayOptions(Sender) { displayRelevantOptions(); }
+void BaseTab::changeDisplayOptions(Sender)
+{
+    displayRelevantOptions();
+}
 
-qsizetype BaseTab::numberOfRowsInTableView() const { return fileNames_->count(); }
+qsizetype BaseTab::numberOfRowsInTableView() const
+{
+    return fileNames_->count();
+}
 
-QString BaseTab::tableViewObjectValueForTableColumnRow(qsizetype row) const { return path::lastComponent(fileNames_->at(row)); }
+QString BaseTab::tableViewObjectValueForTableColumnRow(qsizetype row) const
+{
+    return path::lastComponent(fileNames_->at(row));
+}
 
-int BaseTab::tableViewValidateDropProposedRowProposedDropOperation(qsizetype, int) const { return copyOperation; }
+int BaseTab::tableViewValidateDropProposedRowProposedDropOperation(qsizetype, int) const
+{
+    return copyOperation;
+}
 
 bool BaseTab::tableViewAcceptDropRowDropOperation(const QStringList& paths, qsizetype, int)
 {
@@ -74,8 +101,10 @@ QStringList BaseTab::getFilesFileManagerBadExtensions(const QString& path, QSet<
 {
     QStringList files;
     walkFiles(path, [&](const QString& file) {
-        if (!isValid(file)) badExtensions.insert(path::extension(file));
-        else if (!isSystemFile(file)) files.append(file);
+        if (!isValid(file))
+            badExtensions.insert(path::extension(file));
+        else if (!isSystemFile(file))
+            files.append(file);
     });
     return files;
 }
@@ -85,15 +114,19 @@ void BaseTab::addFiles(const QStringList& paths)
     QSet<QString> badExtensions;
     QStringList added;
     for (const QString& path : paths) {
-        if (isDirectory(path)) added += getFilesFileManagerBadExtensions(path, badExtensions);
-        else if (isValid(path)) added.append(path); // kept: a system file given by itself is taken like any other
-        else badExtensions.insert(path::extension(path));
+        if (isDirectory(path))
+            added += getFilesFileManagerBadExtensions(path, badExtensions);
+        else if (isValid(path))
+            added.append(path); // kept: a system file given by itself is taken like any other
+        else
+            badExtensions.insert(path::extension(path));
     }
     add(added);
     if (badExtensions.isEmpty()) return;
     // The whole list is looked at: a refused drop on a list that already holds files gets the second text.
-    panels().runAlert(fileNames_->isEmpty() ? QStringLiteral("File types not supported by this tab")
-                                            : QStringLiteral("Some files types were not recognized by this tab and were skipped"),
+    panels().runAlert(fileNames_->isEmpty()
+                          ? QStringLiteral("File types not supported by this tab")
+                          : QStringLiteral("Some files types were not recognized by this tab and were skipped"),
                       QString(), QStringLiteral("OK"));
 }
 
@@ -117,8 +150,8 @@ bool BaseTab::confirmDeletion()
 {
     constexpr int yes = 1;
     return panels().runAlert(
-               QStringLiteral("You have chosen to delete the original files.  Are you sure you want to continue?"), QString(),
-               QStringLiteral("Yes"), QStringLiteral("No")) == yes;
+               QStringLiteral("You have chosen to delete the original files.  Are you sure you want to continue?"),
+               QString(), QStringLiteral("Yes"), QStringLiteral("No")) == yes;
 }
 
 void BaseTab::removeRows(const QList<qsizetype>& rows)
@@ -127,10 +160,19 @@ void BaseTab::removeRows(const QList<qsizetype>& rows)
     tableView->reloadData();
 }
 
-ZOLTTaskQueue* BaseTab::taskQueue() const { return zoltController ? zoltController->taskQueue() : nullptr; }
+ZOLTTaskQueue* BaseTab::taskQueue() const
+{
+    return zoltController ? zoltController->taskQueue() : nullptr;
+}
 
-QString BaseTab::label() const { return tabViewItem ? tabViewItem->label() : QString(); }
+QString BaseTab::label() const
+{
+    return tabViewItem ? tabViewItem->label() : QString();
+}
 
-bool BaseTab::isValid(const QString& path) const { return zoltController && zoltController->isValidFilePath(label(), path); }
+bool BaseTab::isValid(const QString& path) const
+{
+    return zoltController && zoltController->isValidFilePath(label(), path);
+}
 
 } // namespace zolt

@@ -46,7 +46,7 @@ public:
     qsizetype numberOfRowsInTableView() const override;
     /// The row's last path component; the full path stays in `fileNames`.
     QString tableViewObjectValueForTableColumnRow(qsizetype row) const override;
-    /// Every drag is welcome; checking comes at the drop.
+    /// Any drag may come; what it brings is judged once it is dropped.
     int tableViewValidateDropProposedRowProposedDropOperation(qsizetype row, int operation) const;
     /// Adds the dropped paths wherever they fell. @return true
     bool tableViewAcceptDropRowDropOperation(const QStringList& paths, qsizetype row, int operation);

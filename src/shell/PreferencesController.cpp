@@ -4,8 +4,14 @@
 
 namespace zolt {
 
-void PreferencesController::initToolbar() { loadInterface(QStringLiteral("Preferences"), this); }
+void PreferencesController::initToolbar()
+{
+    loadInterface(QStringLiteral("Preferences"), this);
+}
 
-void PreferencesController::showWindow() { window_->makeKeyAndOrderFront(); }
+void PreferencesController::showWindow()
+{
+    window_->makeKeyAndOrderFront();
+}
 
 } // namespace zolt

@@ -19,14 +19,15 @@ namespace {
 
 using C = Constants;
 
-/// Extensions by tab label. The util tab has no entry: it takes every file. M4A is absent from "encode" and "lossy":
-/// there it is let in only when the file holds Apple Lossless.
+/// Extensions by tab label; a label without an entry takes any file, as util does. M4A is missing from "encode" and
+/// "lossy" because an M4A file has to be looked into: only Apple Lossless may enter.
 QHash<QString, QSet<QString>> acceptedByLabel()
 {
     return {
         {C::DECODE, {C::FLAC, C::SHN, C::WV, C::M4A, C::TTA, C::APE}},
         {C::ENCODE, {C::WAV, C::AIF, C::AIFF, C::FLAC, C::SHN, C::WV, C::TTA, C::APE}},
-        {C::CHECKSUM, {C::WAV, C::AIFF, C::AIF, C::FLAC, C::SHN, C::MD5, C::FFP, C::TXT, C::APE, C::WV, C::TTA, C::ST5}},
+        {C::CHECKSUM,
+         {C::WAV, C::AIFF, C::AIF, C::FLAC, C::SHN, C::MD5, C::FFP, C::TXT, C::APE, C::WV, C::TTA, C::ST5}},
         {C::SHNTOOL, {C::FLAC, C::SHN, C::WAV, C::AIF, C::AIFF, C::TTA, C::WV, C::APE}},
         {C::FIX_SBE, {C::FLAC, C::SHN, C::WAV, C::AIF, C::AIFF, C::WV, C::TTA}},
         {C::LOSSY, {C::FLAC, C::SHN, C::WAV, C::AIFF, C::AIF, C::WV, C::TTA}},
@@ -34,7 +35,10 @@ QHash<QString, QSet<QString>> acceptedByLabel()
     };
 }
 
-QString upperExtension(const QString& path) { return path::extension(path).toUpper(); }
+QString upperExtension(const QString& path)
+{
+    return path::extension(path).toUpper();
+}
 
 /// With the about tab in front these count as input of the decoder, also where the encoder takes them.
 bool isDecoderInput(const QString& extension)
@@ -51,11 +55,14 @@ bool confirmed(const QString& title, const QString& message)
 
 } // namespace
 
-void ZOLTController::initialize() { registerDefaultSettings(); }
+void ZOLTController::initialize()
+{
+    registerDefaultSettings();
+}
 
 ZOLTController::ZOLTController()
-    : preferencesController_(std::make_unique<PreferencesController>()), taskQueue_(ZOLTTaskQueue::initWithController(this)),
-      extensionMap_(acceptedByLabel())
+    : preferencesController_(std::make_unique<PreferencesController>()),
+      taskQueue_(ZOLTTaskQueue::initWithController(this)), extensionMap_(acceptedByLabel())
 {
     tabView->setDelegate([this](const TabView::Item& item) { tabViewDidSelectTabViewItem(*item); });
 }
@@ -65,7 +72,8 @@ ZOLTController::~ZOLTController() = default;
 void ZOLTController::awakeFromNib()
 {
     buildTextField->setStringValue(QStringLiteral("(Build %1)").arg(QLatin1String(product::build)));
-    ZoltTitleTextField->setStringValue(QStringLiteral("%1 %2").arg(QLatin1String(product::name), QLatin1String(product::version)));
+    ZoltTitleTextField->setStringValue(
+        QStringLiteral("%1 %2").arg(QLatin1String(product::name), QLatin1String(product::version)));
     preferencesController_->initToolbar();
 }
 
@@ -75,11 +83,15 @@ void ZOLTController::applicationDidFinishLaunching()
         {C::DECODE, decodeTab}, {C::ENCODE, encodeTab}, {C::CHECKSUM, checksumTab}, {C::SHNTOOL, shntoolTab},
         {C::FIX_SBE, fixTab},   {C::UTIL, utilTab},     {C::TAGS, tagsTab},         {C::LOSSY, lossyTab},
     };
-    for (const auto& [label, tab] : tabs) tabMap_.insert(label, tab);
+    for (const auto& [label, tab] : tabs)
+        tabMap_.insert(label, tab);
     if (const auto item = selectedTabViewItem()) tabViewDidSelectTabViewItem(*item);
 }
 
-void ZOLTController::applicationOpenFiles(const QStringList& paths) { addFiles(paths); }
+void ZOLTController::applicationOpenFiles(const QStringList& paths)
+{
+    addFiles(paths);
+}
 
 const QSet<QString>* ZOLTController::acceptedExtensions(const QString& label) const
 {
@@ -104,18 +116,30 @@ void ZOLTController::tabViewDidSelectTabViewItem(const TabViewItem& item)
     if (BaseTab* const tab = tabOfLabel(item.label())) tab->displayRelevantOptions();
 }
 
-void ZOLTController::windowWillClose() { desktop().terminate(); }
+void ZOLTController::windowWillClose()
+{
+    desktop().terminate();
+}
 
-void ZOLTController::applicationWillTerminate() { taskQueue_->killAllTasks(); }
+void ZOLTController::applicationWillTerminate()
+{
+    taskQueue_->killAllTasks();
+}
 
 void ZOLTController::selectTab(Sender sender)
 {
     if (sender) tabView->selectTabViewItemAtIndex(sender->tag());
 }
 
-std::shared_ptr<TabViewItem> ZOLTController::selectedTabViewItem() const { return tabView->selectedTabViewItem(); }
+std::shared_ptr<TabViewItem> ZOLTController::selectedTabViewItem() const
+{
+    return tabView->selectedTabViewItem();
+}
 
-void ZOLTController::showPreferencePanel(Sender) { preferencesController_->showWindow(); }
+void ZOLTController::showPreferencePanel(Sender)
+{
+    preferencesController_->showWindow();
+}
 
 QStringList ZOLTController::getFilesFileManager(const QString& path) const
 {
@@ -131,9 +155,11 @@ void ZOLTController::addFiles(const QStringList& paths)
     const auto item = selectedTabViewItem();
     const QString label = item ? item->label() : QString();
     QStringList files;
-    for (const QString& path : paths) files += getFilesFileManager(path);
+    for (const QString& path : paths)
+        files += getFilesFileManager(path);
     if (label == C::ABOUT) {
-        for (const QString& file : files) routeByExtension(file);
+        for (const QString& file : files)
+            routeByExtension(file);
         return;
     }
     files.removeIf([&](const QString& file) { return !passesFilter(label, file); });
@@ -166,13 +192,17 @@ void ZOLTController::handTo(BaseTab* tab, int index, const QString& path)
     tabView->selectTabViewItemAtIndex(index);
 }
 
-bool ZOLTController::windowShouldClose() const { return confirmed(QStringLiteral("Are you sure you want to quit?"), QString()); }
+bool ZOLTController::windowShouldClose() const
+{
+    return confirmed(QStringLiteral("Are you sure you want to quit?"), QString());
+}
 
 ZOLTController::TerminateReply ZOLTController::applicationShouldTerminate() const
 {
     const int count = taskQueue_->taskCount();
     if (count < 1) return TerminateReply::Now;
-    const QString message = QStringLiteral("There are %1 tasks in the queue.  Are you sure you want to quit?").arg(count);
+    const QString message =
+        QStringLiteral("There are %1 tasks in the queue.  Are you sure you want to quit?").arg(count);
     return confirmed(QStringLiteral("Tasks in Progress"), message) ? TerminateReply::Now : TerminateReply::Cancel;
 }
 

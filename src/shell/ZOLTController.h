@@ -47,7 +47,7 @@ public:
     /// Closing the main window quits.
     void windowWillClose();
     void applicationWillTerminate();
-    /// Selects the tab whose index is the sender's tag.
+    /// The sender's tag is the index of the tab to bring up.
     void selectTab(Sender sender);
     std::shared_ptr<TabViewItem> selectedTabViewItem() const;
     void showPreferencePanel(Sender sender);

@@ -1,4 +1,4 @@
-// A modal panel that asks for one line of text.
+// Asks a person for a line of text, modally.
 #pragma once
 
 #include "platform/controls/TextField.h"

@@ -15,7 +15,7 @@ public:
     /// @throws PlatformException if the tool cannot be started
     void makeGapless(const QString& path) const;
 
-    /// Sets title, artist, date, album, disc, track, comment, genre and composer to the empty text.
+    /// Empties the nine text fields that an M4A file is read for.
     /// The totals and the picture stay as they are.
     void setBlankTags(TagsObject& tags) const;
 

@@ -13,7 +13,7 @@ namespace zolt {
 /// Tags outside the fields of the record, by key.
 using CustomTags = QMap<QString, QString>;
 
-/// One file's tags. A field that nobody set is absent, which is not the same as the empty text.
+/// One file's tags. A field that nobody set is absent; an empty text is a value.
 /// No thread safety of its own: a record belongs to the thread that fills or writes it.
 class TagsObject
 {

@@ -31,7 +31,8 @@ DecodePage::DecodePage(DecodeTab& tab, QWidget* parent)
     : TabPage(parent), form_(std::make_unique<Ui::DecodeTab>()), tab_(tab)
 {
     form_->setupUi(this);
-    for (QLabel* const heading : {form_->formatLabel, form_->flacOptionsLabel, form_->outputLabel}) makeBold(*heading);
+    for (QLabel* const heading : {form_->formatLabel, form_->flacOptionsLabel, form_->outputLabel})
+        makeBold(*heading);
     bindOutlets();
     pause_.setSingleShot(true);
     pause_.setInterval(milliseconds);

@@ -4,9 +4,12 @@
 #include "platform/errors/Exceptions.h"
 #include "ui/bus/Names.h"
 
-/// The bundled drawings lie in a static library, which no linker takes them from unasked. Outside every namespace, as the
-/// macro wants it.
-static void loadDrawings() { Q_INIT_RESOURCE(zolt); }
+/// The bundled drawings lie in a static library, which no linker takes them from unasked. Outside every namespace, as
+/// the macro wants it.
+static void loadDrawings()
+{
+    Q_INIT_RESOURCE(zolt);
+}
 
 namespace zolt {
 
@@ -15,7 +18,8 @@ GuardedApplication::GuardedApplication(int& argc, char** argv) : QApplication(ar
     loadDrawings();
     setApplicationName(QLatin1String(product::program));
     setApplicationVersion(QLatin1String(product::version));
-    setWindowIcon(QIcon::fromTheme(QString::fromUtf16(busName::application), QIcon(QStringLiteral(":/icons/zolt.svg"))));
+    setWindowIcon(
+        QIcon::fromTheme(QString::fromUtf16(busName::application), QIcon(QStringLiteral(":/icons/zolt.svg"))));
     setQuitOnLastWindowClosed(false); // quitting is a sequence of the program's own
 }
 

@@ -58,7 +58,8 @@ void WindowBinding::bringToFront()
     const bool comesUp = !widget_.isVisible();
     if (comesUp && comingUp_) comingUp_();
     widget_.show();
-    if (!comesUp && raised_.isValid() && raised_.elapsed() < pause) return; // a queue of small files orders it all the time
+    if (!comesUp && raised_.isValid() && raised_.elapsed() < pause)
+        return; // a queue of small files orders it all the time
     raised_.start();
     widget_.raise();
     if (comesUp) widget_.activateWindow();

@@ -40,7 +40,10 @@ protected:
     QString folder() const { return folder_.path(); }
     bool exists(const QString& name) const { return QFile::exists(pathOf(name)); }
     void holdQueue() { queue().maxThreadsChanged({QString(), nullptr, 0}); }
-    void runQueue() { ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0; })); }
+    void runQueue()
+    {
+        ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0; }));
+    }
 
     /// Before the controller, whose queue reads its limit from them.
     struct Settings

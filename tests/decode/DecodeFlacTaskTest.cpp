@@ -18,7 +18,8 @@ protected:
         QFile source(source_);
         EXPECT_TRUE(source.open(QIODevice::WriteOnly));
         arguments << u"out"_s << output; // the fake tool prints it
-        return DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(source_, &queue(), fakeTool(), arguments);
+        return DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(source_, &queue(), fakeTool(),
+                                                                                 arguments);
     }
     std::shared_ptr<DecodeFlacTask> run(const QStringList& arguments, const QString& output = u"/nowhere/a.wav"_s)
     {
@@ -43,7 +44,8 @@ TEST_F(FlacTask, PiecesMoveBarAndStatusLine)
     task->processTaskOutput(u" banner \n"_s);
     EXPECT_EQ(task->progressIndicator()->doubleValue(), -1.0);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Decoding Flac: 7.50%"_s);
-    EXPECT_EQ(task->results()->results(), u"track.flac: 42% completetrack.flac: 7.50% completebanner\n"_s) << "each piece trimmed";
+    EXPECT_EQ(task->results()->results(), u"track.flac: 42% completetrack.flac: 7.50% completebanner\n"_s)
+        << "each piece trimmed";
     task->setResults(nullptr);
 }
 
@@ -117,7 +119,8 @@ TEST_F(FlacTask, CancelWhileRunningKeepsSourceAndOpensNoWindow)
     const auto task = make({u"wait-file"_s, go});
     task->setDeleteOriginal(true);
     queue().addTask(task);
-    QMetaObject::invokeMethod(qApp, [&] { touch(go); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        qApp, [&] { touch(go); }, Qt::QueuedConnection);
     task->cancelTask(nullptr);
     EXPECT_TRUE(QFile::exists(source_));
     EXPECT_TRUE(queue().outputWindows().empty());

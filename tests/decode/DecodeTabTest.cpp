@@ -14,7 +14,8 @@ protected:
     std::vector<std::shared_ptr<DecodeFlacTask>> queued()
     {
         std::vector<std::shared_ptr<DecodeFlacTask>> tasks;
-        for (const auto& task : queue().taskArray()) tasks.push_back(std::dynamic_pointer_cast<DecodeFlacTask>(task));
+        for (const auto& task : queue().taskArray())
+            tasks.push_back(std::dynamic_pointer_cast<DecodeFlacTask>(task));
         return tasks;
     }
 };
@@ -30,8 +31,8 @@ TEST_F(DecodeTabTest, FlacVectorForAiffWithBothOptions)
     tab.decodeFlacThroughErrors->setState(true);
     tab.flacKeepForeignMetadataButton->setState(true);
     EXPECT_EQ(tab.flacArguments(u"/in/a.flac"_s, u"/out"_s, u"AIFF"_s),
-              QStringList({u"-d"_s, u"--keep-foreign-metadata"_s, u"-F"_s, u"--force-aiff-format"_s, u"/in/a.flac"_s, u"-o"_s,
-                           u"/out/a.aiff"_s}));
+              QStringList({u"-d"_s, u"--keep-foreign-metadata"_s, u"-F"_s, u"--force-aiff-format"_s, u"/in/a.flac"_s,
+                           u"-o"_s, u"/out/a.aiff"_s}));
 }
 
 TEST_F(DecodeTabTest, FlacTaskRunsFlacOfTheToolsDirectoryAndIsNamedByItsSource)
@@ -46,7 +47,8 @@ TEST_F(DecodeTabTest, FlacTaskRunsFlacOfTheToolsDirectoryAndIsNamedByItsSource)
 TEST_F(DecodeTabTest, ShortenVectorHasItsSourceAtIndexNine)
 {
     const QStringList wav = DecodeTab::shnArguments(u"/in/a.shn"_s, u"/out"_s, u"WAV"_s);
-    EXPECT_EQ(wav, QStringList({u"conv"_s, u"-o"_s, u"wav"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-d"_s, u"/out"_s, u"/in/a.shn"_s}));
+    EXPECT_EQ(wav, QStringList({u"conv"_s, u"-o"_s, u"wav"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-d"_s,
+                                u"/out"_s, u"/in/a.shn"_s}));
     EXPECT_EQ(wav.at(9), u"/in/a.shn"_s);
     EXPECT_EQ(DecodeTab::shnArguments(u"/in/a.shn"_s, u"/out"_s, u"AIFF"_s).at(2), u"aiff"_s);
 }
@@ -54,15 +56,17 @@ TEST_F(DecodeTabTest, ShortenVectorHasItsSourceAtIndexNine)
 TEST_F(DecodeTabTest, WavpackVectorGoesThroughTheCustomOutput)
 {
     EXPECT_EQ(DecodeTab::wavpackArguments(u"/in/a.wv"_s, u"/out"_s, u"WAV"_s),
-              QStringList({u"conv"_s, u"-o"_s, u"cust ext=wav wvunpack %f -"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-d"_s, u"/out"_s,
-                           u"/in/a.wv"_s}));
-    EXPECT_EQ(DecodeTab::wavpackArguments(u"/in/a.wv"_s, u"/out"_s, u"other"_s).at(2), u"cust ext=aiff wvunpack %f -"_s);
+              QStringList({u"conv"_s, u"-o"_s, u"cust ext=wav wvunpack %f -"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s,
+                           u"-d"_s, u"/out"_s, u"/in/a.wv"_s}));
+    EXPECT_EQ(DecodeTab::wavpackArguments(u"/in/a.wv"_s, u"/out"_s, u"other"_s).at(2),
+              u"cust ext=aiff wvunpack %f -"_s);
 }
 
 TEST_F(DecodeTabTest, FlacOptionsShowWithTheFirstFlacFileAndGoWithTheList)
 {
     const auto shown = [&] {
-        return !tab.decodeFlacThroughErrors->isHidden() && !tab.flacKeepForeignMetadataButton->isHidden() && !tab.flacOptionsLabel->isHidden();
+        return !tab.decodeFlacThroughErrors->isHidden() && !tab.flacKeepForeignMetadataButton->isHidden() &&
+               !tab.flacOptionsLabel->isHidden();
     };
     EXPECT_FALSE(shown());
     tab.addFiles({u"/a.shn"_s});
@@ -126,7 +130,8 @@ TEST_F(DecodeTabTest, DeletionIsConfirmedFirst)
     tab.addFiles({u"/one/a.flac"_s});
     panels_.answerAlert(0);
     tab.executeCommand(nullptr);
-    EXPECT_EQ(panels_.alerts()[0].title, u"You have chosen to delete the original files.  Are you sure you want to continue?"_s);
+    EXPECT_EQ(panels_.alerts()[0].title,
+              u"You have chosen to delete the original files.  Are you sure you want to continue?"_s);
     EXPECT_EQ(panels_.alerts()[0].message, QString());
     EXPECT_EQ(panels_.alerts()[0].buttons, QStringList({u"Yes"_s, u"No"_s}));
     EXPECT_EQ(queue().taskCount(), 0);

@@ -49,10 +49,11 @@ TEST(FlacDecodeProgress, MarkerWithoutAColonIsARangeFault)
 namespace {
 
 /// What flac 1.4.2 wrote while it decoded a long track, from its banner to its end.
-const QByteArray transcript("\nflac 1.4.2\nCopyright (C) 2000-2009  Josh Coalson, 2011-2022  Xiph.Org Foundation\n"
-                            "flac comes with ABSOLUTELY NO WARRANTY.  This is free software, and you are\n"
-                            "welcome to redistribute it under certain conditions.  Type `flac' for details.\n\n"
-                            "a.flac: 47% complete\b\b\b\b\b\b\b\b\b\b\b\b84% complete\b\b\b\b\b\b\b\b\b\b\b\bdone         \n");
+const QByteArray
+    transcript("\nflac 1.4.2\nCopyright (C) 2000-2009  Josh Coalson, 2011-2022  Xiph.Org Foundation\n"
+               "flac comes with ABSOLUTELY NO WARRANTY.  This is free software, and you are\n"
+               "welcome to redistribute it under certain conditions.  Type `flac' for details.\n\n"
+               "a.flac: 47% complete\b\b\b\b\b\b\b\b\b\b\b\b84% complete\b\b\b\b\b\b\b\b\b\b\b\bdone         \n");
 
 /// Fed as a task feeds it: trimmed, and with a fault counted instead of thrown.
 ConsoleProgress read(const QByteArray& piece)
@@ -77,7 +78,8 @@ TEST(FlacDecodeProgress, RecordedTextCutAtEveryByteNeverGivesAnotherNumber)
         for (const QByteArray& piece : {transcript.first(cut), transcript.sliced(cut)}) {
             const double value = read(piece).value;
             // 47, a cut in front of its digits, no marker, or a marker without a name.
-            EXPECT_TRUE(value == 47.0 || value == 7.0 || value == 0.0 || value == -1.0 || value == -2.0) << cut << ": " << value;
+            EXPECT_TRUE(value == 47.0 || value == 7.0 || value == 0.0 || value == -1.0 || value == -2.0)
+                << cut << ": " << value;
         }
     }
 }

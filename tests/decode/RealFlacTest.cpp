@@ -17,7 +17,8 @@ protected:
     {
         const QString wav = pathOf(u"source.wav"_s), flac = pathOf(name);
         QDir().mkpath(path::deletingLastComponent(flac));
-        test::run(u"sox"_s, {u"-R"_s, u"-n"_s, u"-r"_s, u"44100"_s, u"-c"_s, u"2"_s, u"-b"_s, u"16"_s, wav, u"synth"_s, seconds, u"pinknoise"_s});
+        test::run(u"sox"_s, {u"-R"_s, u"-n"_s, u"-r"_s, u"44100"_s, u"-c"_s, u"2"_s, u"-b"_s, u"16"_s, wav, u"synth"_s,
+                             seconds, u"pinknoise"_s});
         test::run(u"flac"_s, {u"-s"_s, u"-T"_s, u"TITLE=Späti"_s, u"-T"_s, u"ARTIST=Nobody"_s, u"-o"_s, flac, wav});
         EXPECT_TRUE(QFile::exists(flac));
         QFile::remove(wav);
@@ -32,7 +33,8 @@ protected:
     /// The MD5 of a file's samples as ffmpeg decodes them.
     static QByteArray samples(const QString& file)
     {
-        return test::run(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, file, u"-map"_s, u"0:a"_s, u"-c:a"_s, u"pcm_s16le"_s, u"-f"_s, u"md5"_s, u"-"_s});
+        return test::run(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, file, u"-map"_s, u"0:a"_s, u"-c:a"_s,
+                                       u"pcm_s16le"_s, u"-f"_s, u"md5"_s, u"-"_s});
     }
 };
 
@@ -56,7 +58,8 @@ TEST_F(RealFlac, AiffGetsTheTagsAndDeletionComesAfterThem)
     decode({source});
     EXPECT_FALSE(QFile::exists(source));
     EXPECT_EQ(samples(pathOf(u"a.aiff"_s)), before);
-    const QByteArray facts = test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
+    const QByteArray facts =
+        test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
     EXPECT_TRUE(facts.contains("TAG:title=Späti")) << facts.toStdString();
     EXPECT_TRUE(facts.contains("TAG:artist=Nobody")) << facts.toStdString();
 }
@@ -80,7 +83,8 @@ TEST_F(RealFlac, FailedDecodeIntoAiffStillCopiesTheTags)
     test::run(u"metaflac"_s, {u"--remove-tag=TITLE"_s, u"--set-tag=TITLE=Later"_s, source});
     decode({source}); // refused: the output exists
     EXPECT_EQ(queue().panelArray().size(), 1U);
-    const QByteArray facts = test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
+    const QByteArray facts =
+        test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
     EXPECT_TRUE(facts.contains("TAG:title=Later")) << facts.toStdString();
 }
 
@@ -96,7 +100,8 @@ TEST_F(RealFlac, CancelledDecodeIntoAiffWritesTheSameTagsTwiceAndKeepsTheSource)
     queue().taskArray().at(0)->cancelTask(nullptr);
     EXPECT_TRUE(QFile::exists(source));
     EXPECT_EQ(samples(pathOf(u"a.aiff"_s)), samples(source));
-    const QByteArray facts = test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
+    const QByteArray facts =
+        test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, pathOf(u"a.aiff"_s)});
     EXPECT_EQ(facts.count("TAG:title=Späti"), 1) << facts.toStdString();
 }
 
@@ -145,11 +150,14 @@ TEST_F(RealFlac, SourceThatVanishesFailsItsRowAlone)
 TEST_F(RealFlac, OddNamesAreDecodedLikeOthers)
 {
     const LogCapture log; // a name that holds the tool's own marks may upset the reading of its progress
-    const QStringList names{u"a: b.flac"_s, u"50% off.flac"_s, u"it's \"quoted\".flac"_s, u"two\nlines.flac"_s, u"日本 Ωмир.flac"_s, u"-dash.flac"_s};
+    const QStringList names{u"a: b.flac"_s,       u"50% off.flac"_s,   u"it's \"quoted\".flac"_s,
+                            u"two\nlines.flac"_s, u"日本 Ωмир.flac"_s, u"-dash.flac"_s};
     QStringList files;
-    for (const QString& name : names) files += makeFlac(name);
+    for (const QString& name : names)
+        files += makeFlac(name);
     decode(files);
-    for (const QString& name : names) EXPECT_TRUE(exists(path::deletingExtension(name) + u".wav"_s)) << name.toStdString();
+    for (const QString& name : names)
+        EXPECT_TRUE(exists(path::deletingExtension(name) + u".wav"_s)) << name.toStdString();
     EXPECT_TRUE(queue().panelArray().empty());
 }
 
@@ -203,7 +211,8 @@ TEST_F(RealFlac, QuitWithTasksRunningWaitsForTheToolsAndKeepsTheSources)
 {
     const LogCapture log;
     QStringList sources;
-    for (int i = 0; i < 6; ++i) sources += makeFlac(u"%1.flac"_s.arg(i), u"30"_s);
+    for (int i = 0; i < 6; ++i)
+        sources += makeFlac(u"%1.flac"_s.arg(i), u"30"_s);
     tab.deleteOriginalsButton->setState(true);
     panels_.answerAlert(1);
     tab.addFiles(sources);
@@ -212,6 +221,7 @@ TEST_F(RealFlac, QuitWithTasksRunningWaitsForTheToolsAndKeepsTheSources)
     controller.applicationWillTerminate();
     EXPECT_EQ(queue().taskCount(), 0);
     // One that ended by itself before the walk came to it has done its job; every cancelled one kept its source.
-    for (std::size_t i = 0; i < tasks.size(); ++i) EXPECT_EQ(QFile::exists(sources[qsizetype(i)]), tasks[i]->cancelled());
+    for (std::size_t i = 0; i < tasks.size(); ++i)
+        EXPECT_EQ(QFile::exists(sources[qsizetype(i)]), tasks[i]->cancelled());
     EXPECT_TRUE(tasks.back()->cancelled());
 }

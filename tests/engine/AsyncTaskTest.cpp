@@ -116,7 +116,8 @@ TEST_F(AsyncTask, FloodOfOutputIsReadToTheEnd)
 {
     const auto task = run({u"flood"_s, u"5000000"_s});
     qsizetype units = 0;
-    for (const auto& piece : task->pieces) units += piece->size();
+    for (const auto& piece : task->pieces)
+        units += piece->size();
     EXPECT_EQ(units, 5000000);
 }
 
@@ -153,7 +154,8 @@ TEST_F(AsyncTask, CancelWaitsForTheToolsOwnEndAndReportsTwice)
     const QString go = directory_.filePath(u"go"_s), ended = directory_.filePath(u"ended"_s);
     const auto task = ToolTask::make(&queue_, {u"wait-file"_s, go, u"touch"_s, ended, u"exit"_s, u"1"_s});
     queue_.addTask(task);
-    QMetaObject::invokeMethod(qApp, [&] { touch(go); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        qApp, [&] { touch(go); }, Qt::QueuedConnection);
     task->cancelButton()->performAction();
     EXPECT_TRUE(QFile::exists(ended)) << "the tool was not cut short";
     EXPECT_TRUE(task->cancelled());
@@ -171,7 +173,8 @@ TEST_F(AsyncTask, OutputGoesOnBeingReadWhileACancelWaits)
     const QString go = directory_.filePath(u"go"_s);
     const auto task = ToolTask::make(&queue_, {u"wait-file"_s, go, u"flood"_s, u"1000000"_s, u"out"_s, u"last"_s});
     queue_.addTask(task);
-    QMetaObject::invokeMethod(qApp, [&] { touch(go); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        qApp, [&] { touch(go); }, Qt::QueuedConnection);
     task->cancelTask(nullptr); // the tool would block on a full pipe if nobody read
     ASSERT_FALSE(task->pieces.empty());
 }
@@ -220,7 +223,8 @@ TEST_F(AsyncTask, EndedTasksKeepNoDescriptorsWhileTheirRowsStay)
     const auto open = [] { return QDir(u"/proc/self/fd"_s).count(); };
     run({u"exit"_s, u"1"_s});
     const auto before = open();
-    for (int i = 0; i < 20; ++i) run({u"exit"_s, u"1"_s});
+    for (int i = 0; i < 20; ++i)
+        run({u"exit"_s, u"1"_s});
     EXPECT_EQ(queue_.panelArray().size(), 21U);
     EXPECT_EQ(open(), before);
 }
@@ -234,14 +238,17 @@ TEST_F(AsyncTask, DescriptionQuotesPathAndArgumentsEachOnALine)
 
 TEST_F(AsyncTask, ChildFindsToolsDirectoryUnbufferedIoAndAddedPath)
 {
-    const auto task = ToolTask::make(&queue_, {u"env"_s, u"PATH"_s, u"out"_s, u"|"_s, u"env"_s, u"NSUnbufferedIO"_s, u"out"_s, u"|"_s, u"cwd"_s});
+    const auto task = ToolTask::make(
+        &queue_, {u"env"_s, u"PATH"_s, u"out"_s, u"|"_s, u"env"_s, u"NSUnbufferedIO"_s, u"out"_s, u"|"_s, u"cwd"_s});
     task->appendToPATH(u"/extra"_s);
     task->setDirectory(directory_.path());
     queue_.addTask(task);
     finished(task);
     QString all;
-    for (const auto& piece : task->pieces) all += *piece;
-    EXPECT_EQ(all, QString::fromLocal8Bit(qgetenv("PATH")) + u':' + toolsDirectory() + u":/extra|YES|"_s + directory_.path());
+    for (const auto& piece : task->pieces)
+        all += *piece;
+    EXPECT_EQ(all, QString::fromLocal8Bit(qgetenv("PATH")) + u':' + toolsDirectory() + u":/extra|YES|"_s +
+                       directory_.path());
 }
 
 TEST_F(AsyncTask, ToolThatCannotBeLaunchedThrowsFromTheStart)
@@ -272,7 +279,8 @@ protected:
     QString saved(const QStringList& arguments)
     {
         const QString file = directory_.filePath(u"saved.txt"_s);
-        const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(file, &queue_, fakeTool(), arguments);
+        const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(
+            file, &queue_, fakeTool(), arguments);
         task->setTitle(u"list"_s);
         task->setSubTitle(u"Writing"_s);
         queue_.addTask(task);
@@ -302,7 +310,8 @@ TEST_F(Redirection, FaultAtTheStartLeavesTheFileAloneAndIsShown)
     const LogCapture log;
     const QString file = directory_.filePath(u"saved.txt"_s);
     setLimit(0);
-    const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(file, &queue_, fakeTool(), {});
+    const auto task =
+        ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(file, &queue_, fakeTool(), {});
     queue_.addTask(task);
     task->endAfterFault(u"cannot start it"_s);
     EXPECT_FALSE(QFile::exists(file));
@@ -315,7 +324,8 @@ TEST_F(Redirection, SecondEndWritesNothing)
     const LogCapture log;
     const QString file = directory_.filePath(u"saved.txt"_s);
     setLimit(0);
-    const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(file, &queue_, fakeTool(), {});
+    const auto task =
+        ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(file, &queue_, fakeTool(), {});
     queue_.addTask(task);
     task->cancelTask(nullptr);
     EXPECT_TRUE(QFile::exists(file)) << "whatever the outcome";

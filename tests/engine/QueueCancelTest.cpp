@@ -33,7 +33,8 @@ TEST_F(QueueCancel, WalkGoesFromTheLastAndTasksStartAndAreCancelledOnTheWay)
     EXPECT_EQ(tasks[1]->starts, 1);
     EXPECT_EQ(tasks[2]->starts, 0);
     EXPECT_EQ(tasks[3]->starts, 0);
-    for (const auto& task : tasks) EXPECT_EQ(task->cancels, 1);
+    for (const auto& task : tasks)
+        EXPECT_EQ(task->cancels, 1);
     EXPECT_EQ(queue_.taskCount(), 0);
     EXPECT_EQ(queue_.activeTask(), 0);
     EXPECT_TRUE(queue_.panelArray().empty());

@@ -24,8 +24,10 @@ TEST_F(TaskQueue, TwoOfFiveStartAndEachEndStartsTheOldestWaiting)
     tasks[0]->finish();
     EXPECT_TRUE(tasks[3]->isActive());
     EXPECT_EQ(queue_.activeTask(), 2);
-    for (const int i : {2, 3, 4}) tasks[std::size_t(i)]->finish();
-    for (const auto& task : tasks) EXPECT_EQ(task->starts, 1);
+    for (const int i : {2, 3, 4})
+        tasks[std::size_t(i)]->finish();
+    for (const auto& task : tasks)
+        EXPECT_EQ(task->starts, 1);
 }
 
 TEST_F(TaskQueue, HigherLimitTakesEffectAtTheNextEnd)
@@ -72,7 +74,8 @@ TEST_F(TaskQueue, AllCompleteClosesThePanelClearsTheBadgeAndAsksForAttentionOnce
     const auto tasks = addTasks(3);
     EXPECT_TRUE(queue_.panel()->isVisible());
     EXPECT_EQ(desktop_.badge(), u"3"_s);
-    for (const auto& task : tasks) task->finish();
+    for (const auto& task : tasks)
+        task->finish();
     EXPECT_FALSE(queue_.panel()->isVisible());
     EXPECT_EQ(desktop_.badge(), std::nullopt);
     EXPECT_EQ(desktop_.attentions(), std::vector<int>{10});
@@ -344,7 +347,8 @@ TEST_F(TaskQueue, LimitAtTheStartIsTheSetting)
 TEST_F(TaskQueue, TenThousandTasksEachReportOnce)
 {
     const auto tasks = addTasks(10000);
-    for (const auto& task : tasks) task->finish();
+    for (const auto& task : tasks)
+        task->finish();
     EXPECT_EQ(queue_.taskCount(), 0);
     EXPECT_TRUE(queue_.panelArray().empty());
     EXPECT_TRUE(std::all_of(tasks.begin(), tasks.end(), [](const auto& task) { return task->starts == 1; }));

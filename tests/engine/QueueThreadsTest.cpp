@@ -45,7 +45,8 @@ TEST_F(QueueThreads, ThreadTasksReportFromTheirOwnThreadsAndStartTheNextThere)
 {
     setLimit(4);
     std::atomic<int> runs = 0;
-    for (int i = 0; i < 200; ++i) queue_.addTask(QuickThreadTask::make(&queue_, &runs));
+    for (int i = 0; i < 200; ++i)
+        queue_.addTask(QuickThreadTask::make(&queue_, &runs));
     ASSERT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
     waitForDetachedThreads();
     EXPECT_EQ(runs, 200);
@@ -58,7 +59,8 @@ TEST_F(QueueThreads, CancelOfAllWhileThreadsEndKeepsTheQueueWhole)
     const LogCapture log; // double reports are logged
     setLimit(4);
     std::atomic<int> runs = 0;
-    for (int i = 0; i < 100; ++i) queue_.addTask(QuickThreadTask::make(&queue_, &runs));
+    for (int i = 0; i < 100; ++i)
+        queue_.addTask(QuickThreadTask::make(&queue_, &runs));
     queue_.cancelAllTasks(nullptr);
     ASSERT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
     waitForDetachedThreads();

@@ -17,7 +17,8 @@ protected:
     }
     ~TaskResults() override
     {
-        for (const auto& task : tasks_) task->setResults(nullptr);
+        for (const auto& task : tasks_)
+            task->setResults(nullptr);
     }
     std::shared_ptr<ZOLTTaskResults> set_ = std::make_shared<ZOLTTaskResults>();
     std::vector<std::shared_ptr<ZOLTTask>> tasks_;
@@ -127,13 +128,16 @@ TEST_F(TaskResults, FollowingTaskThatWasNeverQueuedIsFreedWithTheCollector)
 
 TEST_F(TaskResults, TasksOfASetWriteSideBySide)
 {
-    for (int i = 0; i < 4; ++i) enter();
+    for (int i = 0; i < 4; ++i)
+        enter();
     std::vector<std::thread> threads;
     for (const auto& task : tasks_) {
         threads.emplace_back([&, task] {
-            for (int round = 0; round < 500; ++round) set_->appendResultsForTask(u"x"_s, task.get());
+            for (int round = 0; round < 500; ++round)
+                set_->appendResultsForTask(u"x"_s, task.get());
         });
     }
-    for (auto& thread : threads) thread.join();
+    for (auto& thread : threads)
+        thread.join();
     EXPECT_EQ(set_->results().count(u'x'), 2000);
 }

@@ -120,7 +120,10 @@ TEST_F(Task, HideTakesAllFourControlsOffTheTable)
     EXPECT_FALSE(task_->progressIndicator()->hasSuperview() || task_->cancelButton()->hasSuperview());
 }
 
-TEST_F(Task, ClassThatCannotDeleteSaysSo) { EXPECT_THROW(task_->setDeleteOriginal(true), InvalidArgumentException); }
+TEST_F(Task, ClassThatCannotDeleteSaysSo)
+{
+    EXPECT_THROW(task_->setDeleteOriginal(true), InvalidArgumentException);
+}
 
 TEST_F(Task, FaultEndsTheTaskOnceWithItsReason)
 {

@@ -106,10 +106,12 @@ TEST_F(ThreadTask, CancelIsSeenAtTheNextPieceWhichIsDroppedAndTheToolRunsToItsEn
 {
     const LogCapture log;
     const QString go = directory_.filePath(u"go"_s), ended = directory_.filePath(u"ended"_s);
-    const auto task = BlockingTask::make(&queue_, {u"out"_s, u"first"_s, u"wait-file"_s, go, u"flood"_s, u"500000"_s, u"touch"_s, ended});
+    const auto task = BlockingTask::make(
+        &queue_, {u"out"_s, u"first"_s, u"wait-file"_s, go, u"flood"_s, u"500000"_s, u"touch"_s, ended});
     queue_.addTask(task);
     ASSERT_TRUE(runUntil([&] { return task->heard() == u"first"_s; }));
-    QMetaObject::invokeMethod(qApp, [&] { touch(go); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        qApp, [&] { touch(go); }, Qt::QueuedConnection);
     task->cancelTask(nullptr);
     finish();
     EXPECT_TRUE(QFile::exists(ended)) << "the tool was neither cut short nor left blocked on its pipe";
@@ -157,7 +159,8 @@ TEST_F(ThreadTask, SetOfThreadTasksOpensOneWindow)
             set->addTaskInSet(tasks.back());
         }
         const auto before = queue_.outputWindows().size();
-        for (const auto& task : tasks) queue_.addTask(task);
+        for (const auto& task : tasks)
+            queue_.addTask(task);
         finish();
         EXPECT_EQ(queue_.outputWindows().size(), before + 1);
         queue_.removeAllErrors(nullptr);

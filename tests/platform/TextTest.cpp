@@ -1,5 +1,5 @@
-#include "platform/errors/Exceptions.h"
 #include "platform/text/Text.h"
+#include "platform/errors/Exceptions.h"
 
 #include <QLocale>
 

@@ -72,7 +72,8 @@ TEST_F(BaseTabs, SameFileTwiceIsListedTwice)
 TEST_F(BaseTabs, OrderIsLiteralAndCaseSensitiveOnTheWholePath)
 {
     decode.addFiles({u"/b/1.flac"_s, u"/a/2.flac"_s, u"/a/10.flac"_s, u"/B/1.flac"_s});
-    EXPECT_EQ(decode.fileNames().copy(), QStringList({u"/B/1.flac"_s, u"/a/10.flac"_s, u"/a/2.flac"_s, u"/b/1.flac"_s}));
+    EXPECT_EQ(decode.fileNames().copy(),
+              QStringList({u"/B/1.flac"_s, u"/a/10.flac"_s, u"/a/2.flac"_s, u"/b/1.flac"_s}));
 }
 
 TEST_F(BaseTabs, ClearingAnEmptyListDoesNothingVisible)

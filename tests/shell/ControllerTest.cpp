@@ -12,7 +12,8 @@ class Controller : public ShellTest
 {
 protected:
     void select(int index) { controller.tabView->selectTabViewItemAtIndex(index); }
-    static constexpr int decodeIndex = 0, encodeIndex = 1, checksumIndex = 2, lossyIndex = 3, utilIndex = 5, aboutIndex = 6;
+    static constexpr int decodeIndex = 0, encodeIndex = 1, checksumIndex = 2, lossyIndex = 3, utilIndex = 5,
+                         aboutIndex = 6;
     int selected() const { return controller.tabView->selectedIndex(); }
 };
 
@@ -34,9 +35,15 @@ TEST_F(Controller, FolderFromOutsideIsFilteredWithNoAlert)
 
 TEST_F(Controller, AboutTabInFrontRoutesByExtension)
 {
-    const struct { QString name; int index; PlainTab* tab; } cases[] = {
-        {u"/a.wav"_s, encodeIndex, &encode},     {u"/a.flac"_s, decodeIndex, &decode}, {u"/a.m4a"_s, decodeIndex, &decode},
-        {u"/a.md5"_s, checksumIndex, &checksum}, {u"/a.APE"_s, decodeIndex, &decode},  {u"/a.aif"_s, encodeIndex, &encode},
+    const struct
+    {
+        QString name;
+        int index;
+        PlainTab* tab;
+    } cases[] = {
+        {u"/a.wav"_s, encodeIndex, &encode},     {u"/a.flac"_s, decodeIndex, &decode},
+        {u"/a.m4a"_s, decodeIndex, &decode},     {u"/a.md5"_s, checksumIndex, &checksum},
+        {u"/a.APE"_s, decodeIndex, &decode},     {u"/a.aif"_s, encodeIndex, &encode},
         {u"/a.st5"_s, checksumIndex, &checksum},
     };
     for (const auto& one : cases) {
@@ -184,7 +191,8 @@ TEST_F(Controller, EachLabelAcceptsItsExtensions)
     };
     accepts(u"decode"_s, {u"FLAC"_s, u"SHN"_s, u"WV"_s, u"M4A"_s, u"TTA"_s, u"APE"_s});
     accepts(u"encode"_s, {u"WAV"_s, u"AIF"_s, u"AIFF"_s, u"FLAC"_s, u"SHN"_s, u"WV"_s, u"TTA"_s, u"APE"_s});
-    accepts(u"checksum"_s, {u"WAV"_s, u"AIFF"_s, u"AIF"_s, u"FLAC"_s, u"SHN"_s, u"MD5"_s, u"FFP"_s, u"TXT"_s, u"APE"_s, u"WV"_s, u"TTA"_s, u"ST5"_s});
+    accepts(u"checksum"_s, {u"WAV"_s, u"AIFF"_s, u"AIF"_s, u"FLAC"_s, u"SHN"_s, u"MD5"_s, u"FFP"_s, u"TXT"_s, u"APE"_s,
+                            u"WV"_s, u"TTA"_s, u"ST5"_s});
     accepts(u"shntool"_s, {u"FLAC"_s, u"SHN"_s, u"WAV"_s, u"AIF"_s, u"AIFF"_s, u"TTA"_s, u"WV"_s, u"APE"_s});
     accepts(u"fix SBE"_s, {u"FLAC"_s, u"SHN"_s, u"WAV"_s, u"AIF"_s, u"AIFF"_s, u"WV"_s, u"TTA"_s});
     accepts(u"lossy"_s, {u"FLAC"_s, u"SHN"_s, u"WAV"_s, u"AIFF"_s, u"AIF"_s, u"WV"_s, u"TTA"_s});

@@ -21,6 +21,9 @@ bool runUntil(const std::function<bool()>& happened)
     return true;
 }
 
-void runPosted() { MainQueue::instance().drain(); }
+void runPosted()
+{
+    MainQueue::instance().drain();
+}
 
 } // namespace zolt::test

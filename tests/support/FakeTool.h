@@ -5,7 +5,10 @@
 
 namespace zolt::test {
 
-inline QString fakeTool() { return QStringLiteral(ZOLT_FAKE_TOOL); }
+inline QString fakeTool()
+{
+    return QStringLiteral(ZOLT_FAKE_TOOL);
+}
 
 /// Makes an empty file, the sign that a fake tool's "wait-file" waits for.
 void touch(const QString& path);

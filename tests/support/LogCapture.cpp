@@ -23,7 +23,10 @@ LogCapture::LogCapture()
     qInstallMessageHandler(capture);
 }
 
-LogCapture::~LogCapture() { qInstallMessageHandler(nullptr); }
+LogCapture::~LogCapture()
+{
+    qInstallMessageHandler(nullptr);
+}
 
 QStringList LogCapture::lines() const
 {
@@ -31,6 +34,9 @@ QStringList LogCapture::lines() const
     return captured;
 }
 
-qsizetype LogCapture::count(const QString& text) const { return lines().filter(text).size(); }
+qsizetype LogCapture::count(const QString& text) const
+{
+    return lines().filter(text).size();
+}
 
 } // namespace zolt::test

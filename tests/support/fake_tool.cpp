@@ -31,7 +31,8 @@ void put(int descriptor, const std::string& text)
 std::string bytesOf(const std::string& digits)
 {
     std::string bytes;
-    for (std::size_t at = 0; at + 1 < digits.size(); at += 2) bytes += char(std::stoi(digits.substr(at, 2), nullptr, 16));
+    for (std::size_t at = 0; at + 1 < digits.size(); at += 2)
+        bytes += char(std::stoi(digits.substr(at, 2), nullptr, 16));
     return bytes;
 }
 
@@ -40,7 +41,8 @@ void printDescriptors()
     std::string numbers;
     DIR* const directory = ::opendir("/proc/self/fd");
     while (const dirent* entry = ::readdir(directory)) {
-        if (entry->d_name[0] != '.' && std::atoi(entry->d_name) != ::dirfd(directory)) numbers += std::string(entry->d_name) + ' ';
+        if (entry->d_name[0] != '.' && std::atoi(entry->d_name) != ::dirfd(directory))
+            numbers += std::string(entry->d_name) + ' ';
     }
     ::closedir(directory);
     put(STDOUT_FILENO, numbers);
@@ -52,7 +54,8 @@ void printSignals()
     sigprocmask(SIG_BLOCK, nullptr, &mask);
     struct sigaction pipe;
     sigaction(SIGPIPE, nullptr, &pipe);
-    put(STDOUT_FILENO, std::string(sigismember(&mask, SIGTERM) ? "blocked" : "open") + (pipe.sa_handler == SIG_DFL ? " default" : " changed"));
+    put(STDOUT_FILENO, std::string(sigismember(&mask, SIGTERM) ? "blocked" : "open") +
+                           (pipe.sa_handler == SIG_DFL ? " default" : " changed"));
 }
 
 void printWorkingDirectory()
@@ -74,20 +77,37 @@ int main(int argc, char** argv)
     for (int at = 1; at < argc; ++at) {
         const std::string command = argv[at];
         const auto value = [&] { return std::string(at + 1 < argc ? argv[++at] : ""); };
-        if (command == "out") put(STDOUT_FILENO, value());
-        else if (command == "err") put(STDERR_FILENO, value());
-        else if (command == "hex") put(STDOUT_FILENO, bytesOf(value()));
-        else if (command == "flood") put(STDOUT_FILENO, std::string(std::stoul(value()), 'x'));
-        else if (command == "wait-file") for (const std::string path = value(); ::access(path.c_str(), F_OK) != 0;) ::usleep(1000);
-        else if (command == "touch") ::close(::open(value().c_str(), O_CREAT | O_WRONLY, 0644));
-        else if (command == "env") { const char* found = std::getenv(value().c_str()); put(STDOUT_FILENO, found ? found : "unset"); }
-        else if (command == "cwd") printWorkingDirectory();
-        else if (command == "stdin") printStandardInput();
-        else if (command == "descriptors") printDescriptors();
-        else if (command == "signals") printSignals();
-        else if (command == "child") { if (::fork() != 0) _exit(0); }
-        else if (command == "exit") _exit(std::stoi(value()));
-        else if (command == "kill") ::raise(std::stoi(value()));
-        else _exit(98);
+        if (command == "out")
+            put(STDOUT_FILENO, value());
+        else if (command == "err")
+            put(STDERR_FILENO, value());
+        else if (command == "hex")
+            put(STDOUT_FILENO, bytesOf(value()));
+        else if (command == "flood")
+            put(STDOUT_FILENO, std::string(std::stoul(value()), 'x'));
+        else if (command == "wait-file")
+            for (const std::string path = value(); ::access(path.c_str(), F_OK) != 0;)
+                ::usleep(1000);
+        else if (command == "touch")
+            ::close(::open(value().c_str(), O_CREAT | O_WRONLY, 0644));
+        else if (command == "env") {
+            const char* found = std::getenv(value().c_str());
+            put(STDOUT_FILENO, found ? found : "unset");
+        } else if (command == "cwd")
+            printWorkingDirectory();
+        else if (command == "stdin")
+            printStandardInput();
+        else if (command == "descriptors")
+            printDescriptors();
+        else if (command == "signals")
+            printSignals();
+        else if (command == "child") {
+            if (::fork() != 0) _exit(0);
+        } else if (command == "exit")
+            _exit(std::stoi(value()));
+        else if (command == "kill")
+            ::raise(std::stoi(value()));
+        else
+            _exit(98);
     }
 }

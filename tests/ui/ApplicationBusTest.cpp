@@ -24,7 +24,8 @@ protected:
     }
     ~ApplicationBusTest() override
     {
-        for (const char16_t* name : {u"first", u"second"}) QDBusConnection::disconnectFromBus(QString::fromUtf16(name));
+        for (const char16_t* name : {u"first", u"second"})
+            QDBusConnection::disconnectFromBus(QString::fromUtf16(name));
         daemon_.kill();
         daemon_.waitForFinished();
     }
@@ -106,7 +107,8 @@ TEST_F(ApplicationBusTest, StrangeRequestsAreSurvived)
     listen(first);
     QDBusConnection other = connection(u"second"_s);
     const auto send = [&](const QString& method, const QVariantList& arguments) {
-        auto call = QDBusMessage::createMethodCall(QString::fromUtf16(busName::application), QString::fromUtf16(busName::object),
+        auto call = QDBusMessage::createMethodCall(QString::fromUtf16(busName::application),
+                                                   QString::fromUtf16(busName::object),
                                                    u"org.freedesktop.Application"_s, method);
         call.setArguments(arguments);
         other.send(call);

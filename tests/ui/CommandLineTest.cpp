@@ -11,17 +11,19 @@ using Action = CommandLine::Action;
 
 TEST(CommandLineTest, FilesAreTakenFromTheWorkingDirectory)
 {
-    const auto line = readCommandLine({u"/a/b.flac"_s, u"c.flac"_s, u"file:///d/e%20f.flac"_s, u"--"_s, u"--odd.flac"_s});
+    const auto line =
+        readCommandLine({u"/a/b.flac"_s, u"c.flac"_s, u"file:///d/e%20f.flac"_s, u"--"_s, u"--odd.flac"_s});
     EXPECT_EQ(line.action, Action::Run);
-    EXPECT_THAT(line.request.files, ElementsAre(u"/a/b.flac"_s, QDir::current().absoluteFilePath(u"c.flac"_s), u"/d/e f.flac"_s,
-                                                QDir::current().absoluteFilePath(u"--odd.flac"_s)));
+    EXPECT_THAT(line.request.files, ElementsAre(u"/a/b.flac"_s, QDir::current().absoluteFilePath(u"c.flac"_s),
+                                                u"/d/e f.flac"_s, QDir::current().absoluteFilePath(u"--odd.flac"_s)));
     EXPECT_EQ(line.request.tab, -1);
 }
 
 TEST(CommandLineTest, ATabIsChosenByItsNumber)
 {
     EXPECT_EQ(readCommandLine({u"--select-tab"_s, u"1"_s}).request.tab, 1);
-    for (const QStringList& faulty : {QStringList{u"--select-tab"_s}, {u"--select-tab"_s, u"one"_s}, {u"--select-tab"_s, u"-1"_s}}) {
+    for (const QStringList& faulty :
+         {QStringList{u"--select-tab"_s}, {u"--select-tab"_s, u"one"_s}, {u"--select-tab"_s, u"-1"_s}}) {
         EXPECT_EQ(readCommandLine(faulty).action, Action::Wrong);
     }
 }

@@ -17,7 +17,10 @@ class DecodePageTest : public WindowTest
 {
 protected:
     QString outlook() { return widget<OutlookLine>("outlook").text(); }
-    bool outlookBecomes(const QString& text) { return runUntil([&] { return outlook() == text; }); }
+    bool outlookBecomes(const QString& text)
+    {
+        return runUntil([&] { return outlook() == text; });
+    }
     void click(const char* name)
     {
         auto& button = widget<QAbstractButton>(name);
@@ -60,7 +63,8 @@ TEST_F(DecodePageTest, FlacOptionsComeWithAFlacFileAndNothingMoves)
     EXPECT_FALSE(option.isVisible());
     const auto places = [this] {
         QList<QPoint> all;
-        for (const QWidget* each : window().findChildren<QAbstractButton*>()) all += each->mapTo(&window(), QPoint());
+        for (const QWidget* each : window().findChildren<QAbstractButton*>())
+            all += each->mapTo(&window(), QPoint());
         return all;
     };
     const auto before = places();

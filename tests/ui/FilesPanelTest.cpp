@@ -26,7 +26,8 @@ protected:
     QMimeData* dragged(const QStringList& paths)
     {
         QList<QUrl> urls;
-        for (const QString& path : paths) urls += QUrl::fromLocalFile(path);
+        for (const QString& path : paths)
+            urls += QUrl::fromLocalFile(path);
         data_.setUrls(urls);
         return &data_;
     }
@@ -131,7 +132,8 @@ TEST_F(FilesPanelTest, TheFullPathIsTheToolTip)
 TEST_F(FilesPanelTest, ALineTellsWhatTheListAmountsTo)
 {
     add({file(u"a.flac"_s), file(u"sub/b.flac"_s)});
-    EXPECT_TRUE(runUntil([this] { return countLine() == u"2 files, 20 bytes, 2 folders"; })) << countLine().toStdString();
+    EXPECT_TRUE(runUntil([this] { return countLine() == u"2 files, 20 bytes, 2 folders"; }))
+        << countLine().toStdString();
     QTest::mouseClick(&widget<QPushButton>("clearButton"), Qt::LeftButton);
     EXPECT_TRUE(runUntil([this] { return countLine().isEmpty(); }));
     EXPECT_TRUE(tab().fileNames().isEmpty());

@@ -30,7 +30,8 @@ TEST(LatestJobTest, OnlyTheNewestIsDelivered)
     job.start([&](const std::atomic<bool>& stop) -> LatestJob::Delivery {
         ++runs;
         started.release();
-        while (!stop) std::this_thread::yield();
+        while (!stop)
+            std::this_thread::yield();
         return [&] { delivered.push_back(1); };
     });
     started.acquire();

@@ -47,7 +47,8 @@ TEST_F(OutputWindowTest, TheFontIsOfFixedPitchAndTenPoints)
     QWidget& window = report(u"text"_s);
     EXPECT_TRUE(QFontInfo(textOf(window).font()).fixedPitch());
     EXPECT_EQ(textOf(window).font().pointSizeF(), 10.0);
-    EXPECT_EQ(shownFont({u"No Such Family"_s, 10.0}).family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    EXPECT_EQ(shownFont({u"No Such Family"_s, 10.0}).family(),
+              QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
 }
 
 TEST_F(OutputWindowTest, TheTextCanBeSelectedButNotChanged)

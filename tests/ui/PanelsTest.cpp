@@ -74,7 +74,8 @@ TEST_F(PanelsTest, AnAlertShowsItsTextsAsTheyStand)
         EXPECT_EQ(box.buttons().size(), 3);
         QTest::mouseClick(box.buttons().last(), Qt::LeftButton);
     });
-    EXPECT_NE(panels_.runAlert(u"<b>a</b>.flac"_s, u"more"_s, u"One"_s, u"Two"_s, u"Three"_s), alertReply::alternateButton + 100);
+    EXPECT_NE(panels_.runAlert(u"<b>a</b>.flac"_s, u"more"_s, u"One"_s, u"Two"_s, u"Three"_s),
+              alertReply::alternateButton + 100);
 }
 
 TEST_F(PanelsTest, AnotherThreadWaitsForItsAnswer)

@@ -25,7 +25,8 @@ qsizetype colourCount(const QImage& picture)
 {
     QSet<QRgb> colours;
     for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) colours += picture.pixel(x, y);
+        for (int x = 0; x < picture.width(); ++x)
+            colours += picture.pixel(x, y);
     }
     return colours.size();
 }
@@ -34,7 +35,9 @@ namespace {
 
 double luminance(const QColor& colour)
 {
-    const auto linear = [](double part) { return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
 }
 

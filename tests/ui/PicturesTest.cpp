@@ -56,13 +56,17 @@ protected:
     void addMusic()
     {
         tool(u"flac"_s, "exit 0\n");
-        for (int track = 1; track <= 9; ++track) file(u"1977-05-08/d1t0%1 Track.flac"_s.arg(track));
+        for (int track = 1; track <= 9; ++track)
+            file(u"1977-05-08/d1t0%1 Track.flac"_s.arg(track));
         add({pathOf(u"1977-05-08"_s)});
         QTest::qWait(200); // the quiet line has looked ahead
     }
 };
 
-TEST_P(PicturesTest, MainWindowEmpty) { picture(window(), u"decode-empty"_s); }
+TEST_P(PicturesTest, MainWindowEmpty)
+{
+    picture(window(), u"decode-empty"_s);
+}
 
 TEST_P(PicturesTest, MainWindowWithFiles)
 {
@@ -116,7 +120,8 @@ TEST_P(PicturesTest, QueuePanel)
 
 TEST_P(PicturesTest, OutputWindow)
 {
-    queue().showOutputWindowTitle(u"Verify MD5: show.md5\nd1t01.flac : OK\nd1t02.flac : FAILED\nd1t03.flac : OK\n"_s, u"Verify MD5"_s);
+    queue().showOutputWindowTitle(u"Verify MD5: show.md5\nd1t01.flac : OK\nd1t02.flac : FAILED\nd1t03.flac : OK\n"_s,
+                                  u"Verify MD5"_s);
     runPosted();
     picture(windowNamed<QWidget>("OutputWindow"), u"output"_s);
 }

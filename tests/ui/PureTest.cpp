@@ -24,7 +24,8 @@ const std::atomic<bool> goOn = false;
 
 TEST(ReportSummaryTest, CountsWhatTheLinesSay)
 {
-    EXPECT_EQ(reportSummary(u"Verify MD5: show.md5\na.flac : OK\nb.flac : OK\nc.flac : FAILED\n"_s), u"2 OK, 1 failed"_s);
+    EXPECT_EQ(reportSummary(u"Verify MD5: show.md5\na.flac : OK\nb.flac : OK\nc.flac : FAILED\n"_s),
+              u"2 OK, 1 failed"_s);
     EXPECT_EQ(reportSummary(u"a.flac: ok\n"_s), u"1 OK"_s);
     EXPECT_EQ(reportSummary(u"one\n\ntwo\n"_s), u"2 lines"_s);
     EXPECT_EQ(reportSummary(u"a.flac: ERROR while decoding\nmore\n"_s), u"2 lines, 1 with an error"_s);
@@ -108,15 +109,16 @@ TEST_F(DropCountTest, SaysItInWords)
 
 TEST(SymbolsTest, EveryBundledDrawingTakesItsColour)
 {
-    for (const char16_t* name : {u"bar", u"cross", u"dialog-warning", u"document-save-as", u"edit-clear", u"edit-find", u"list-add",
-                                 u"process-stop", u"tick"}) {
+    for (const char16_t* name : {u"bar", u"cross", u"dialog-warning", u"document-save-as", u"edit-clear", u"edit-find",
+                                 u"list-add", u"process-stop", u"tick"}) {
         QImage picture(32, 32, QImage::Format_ARGB32_Premultiplied);
         picture.fill(Qt::white);
         QPainter painter(&picture);
         paintSymbol(painter, QString::fromUtf16(name), picture.rect(), Qt::red);
         painter.end();
         bool red = false;
-        for (int at = 0; at < 32 * 32; ++at) red |= picture.pixelColor(at % 32, at / 32) == QColor(Qt::red);
+        for (int at = 0; at < 32 * 32; ++at)
+            red |= picture.pixelColor(at % 32, at / 32) == QColor(Qt::red);
         EXPECT_TRUE(red) << QString::fromUtf16(name).toStdString();
     }
 }

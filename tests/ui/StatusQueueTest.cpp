@@ -82,7 +82,10 @@ protected:
         });
         return enabled;
     }
-    void menuOnRow(int row) { Q_EMIT view().customContextMenuRequested(view().visualRect(view().model()->index(row, 0)).center()); }
+    void menuOnRow(int row)
+    {
+        Q_EMIT view().customContextMenuRequested(view().visualRect(view().model()->index(row, 0)).center());
+    }
 };
 
 TEST_F(StatusQueueTest, AddingATaskShowsThePanelWithItsRow)
@@ -211,7 +214,8 @@ TEST_F(StatusQueueTest, ManyChangesAreDrawnOnce)
     const auto task = queued(u"a.flac"_s);
     ASSERT_TRUE(rowsBecome(1));
     const int before = panel().refreshes();
-    for (int i = 0; i <= 1000; ++i) task->topTextField()->setStringValue(QString::number(i));
+    for (int i = 0; i <= 1000; ++i)
+        task->topTextField()->setStringValue(QString::number(i));
     ASSERT_TRUE(runUntil([&] { return panel().refreshes() > before; }));
     EXPECT_EQ(panel().refreshes(), before + 1);
     EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"a.flac: 1000"_s);
@@ -221,11 +225,12 @@ TEST_F(StatusQueueTest, TenThousandRowsKeepNothingPerRow)
 {
     queue().maxThreadsChanged({QString(), nullptr, 0});
     ZOLTTaskQueue::Tasks tasks;
-    for (int i = 0; i < 10000; ++i) tasks.push_back(HandTask::make(queue(), QString::number(i)));
+    for (int i = 0; i < 10000; ++i)
+        tasks.push_back(HandTask::make(queue(), QString::number(i)));
     queue().addTasks(tasks);
     ASSERT_TRUE(rowsBecome(10000));
     EXPECT_EQ(view().itemDelegate()->children().size(), 0);
-    EXPECT_TRUE(view().viewport()->children().isEmpty()); // no widget a row
+    EXPECT_TRUE(view().viewport()->children().isEmpty());   // no widget a row
     EXPECT_FALSE(tasks[9000]->textField()->hasSuperview()); // rows that were never shown were never asked for
     view().scrollToBottom();
     view().grab();
@@ -236,10 +241,13 @@ TEST_F(StatusQueueTest, TheRowThatWasStartedLastIsScrolledTo)
 {
     queue().maxThreadsChanged({QString(), nullptr, 1});
     std::vector<std::shared_ptr<HandTask>> tasks;
-    for (int i = 0; i < 60; ++i) tasks.push_back(queued(QString::number(i)));
+    for (int i = 0; i < 60; ++i)
+        tasks.push_back(queued(QString::number(i)));
     ASSERT_TRUE(rowsBecome(60));
-    for (int i = 0; i < 40; ++i) tasks[std::size_t(i)]->stopTask(nullptr);
-    EXPECT_TRUE(runUntil([this] { return view().viewport()->rect().intersects(view().visualRect(view().model()->index(40, 0))); }));
+    for (int i = 0; i < 40; ++i)
+        tasks[std::size_t(i)]->stopTask(nullptr);
+    EXPECT_TRUE(runUntil(
+        [this] { return view().viewport()->rect().intersects(view().visualRect(view().model()->index(40, 0))); }));
 }
 
 TEST_F(StatusQueueTest, ARowShowsNameBarAndStatusFromTopToBottom)

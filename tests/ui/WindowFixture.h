@@ -34,14 +34,14 @@ protected:
     ZOLTTaskQueue& queue() { return *controller().taskQueue(); }
 
     /// The widget of that name in the main window.
-    template<class Widget> Widget& widget(const char* name)
+    template <class Widget> Widget& widget(const char* name)
     {
         auto* const found = window().findChild<Widget*>(QString::fromLatin1(name));
         EXPECT_NE(found, nullptr) << name;
         return *found;
     }
     /// The window that the interface of that name was built as.
-    template<class Widget> Widget& windowNamed(const char* name)
+    template <class Widget> Widget& windowNamed(const char* name)
     {
         for (QWidget* each : program_.interfaces().windows()) {
             if (each->objectName() == QLatin1String(name)) return *static_cast<Widget*>(each);
@@ -73,7 +73,10 @@ protected:
         tab().addFiles(files);
         runPosted();
     }
-    void settle() { ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0; })); }
+    void settle()
+    {
+        ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0; }));
+    }
 
     /// Settings and tools stand before the program is made.
     struct Place

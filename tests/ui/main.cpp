@@ -5,7 +5,8 @@ int main(int argc, char** argv)
 {
     // The tests' own settings and trash, never the user's.
     const QTemporaryDir home;
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) qputenv(name, QFile::encodeName(home.path()));
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        qputenv(name, QFile::encodeName(home.path()));
     zolt::GuardedApplication application(argc, argv);
     zolt::MainQueue::instance(); // makes this thread the main one
     testing::InitGoogleMock(&argc, argv);

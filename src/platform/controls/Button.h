@@ -8,8 +8,8 @@ namespace zolt {
 /// How a button looks; one shared description serves many buttons.
 struct ButtonStyle
 {
-    int controlSize = 0;   ///< 0 regular, 1 small
-    int bezelStyle = 1;    ///< 1 rounded, 6 square for an image
+    int controlSize = 0; ///< 0 regular, 1 small
+    int bezelStyle = 1;  ///< 1 rounded, 6 square for an image
     bool border = true;
     int imagePosition = 0; ///< 0 title alone, 1 image alone
     QString imageName;     ///< named image, drawn in the text's colour

@@ -61,12 +61,12 @@ public:
 protected:
     Control() = default;
 
-    template<class Value> Value read(const Value& field) const
+    template <class Value> Value read(const Value& field) const
     {
         const std::lock_guard guard(mutex_);
         return field;
     }
-    template<class Value> void write(Value& field, Value value)
+    template <class Value> void write(Value& field, Value value)
     {
         {
             const std::lock_guard guard(mutex_);

@@ -2,7 +2,10 @@
 
 namespace zolt {
 
-TabView::Item TabView::selectedTabViewItem() const { return items_.empty() ? nullptr : items_[std::size_t(selected_)]; }
+TabView::Item TabView::selectedTabViewItem() const
+{
+    return items_.empty() ? nullptr : items_[std::size_t(selected_)];
+}
 
 void TabView::selectTabViewItemAtIndex(int index)
 {

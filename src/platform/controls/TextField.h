@@ -13,7 +13,7 @@ struct TextFieldStyle
     bool editable = true;
     bool wraps = false;
     bool bold = false;
-    double fontSize = 13.0;              ///< in points
+    double fontSize = 13.0;               ///< in points
     bool controlColourBackground = false; ///< lies on the window's own colour
 };
 

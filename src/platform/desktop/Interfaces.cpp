@@ -21,7 +21,10 @@ void build(const QString& name, void* owner)
 
 } // namespace
 
-void installInterface(const QString& name, InterfaceBuilder builder) { builders()[name] = std::move(builder); }
+void installInterface(const QString& name, InterfaceBuilder builder)
+{
+    builders()[name] = std::move(builder);
+}
 
 void loadInterface(const QString& name, void* owner)
 {

@@ -75,7 +75,8 @@ private:
 
     void followEntries(const QString& path)
     {
-        for (const Entry& entry : entriesOf(path)) follow(entry.path, entry.kind);
+        for (const Entry& entry : entriesOf(path))
+            follow(entry.path, entry.kind);
     }
 
     const std::function<void(const QString&)>& visit_;

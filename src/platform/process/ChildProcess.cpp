@@ -23,13 +23,14 @@ namespace zolt {
 namespace {
 
 constexpr int neverEnded = -1;
-constexpr int lostStatus = 127 << 8; // somebody else collected the child: count it as failed
+constexpr int lostStatus = 127 << 8;     // somebody else collected the child: count it as failed
 constexpr int shortWaitMilliseconds = 2; // a tool that has closed its output is nearly always gone within this
 
 [[noreturn]] void throwCannotStart(const QString& tool, int fault)
 {
-    throw PlatformException(QStringLiteral("InvalidArgumentException"),
-                            QStringLiteral("cannot start \"%1\": %2").arg(tool, QString::fromLocal8Bit(std::strerror(fault))));
+    throw PlatformException(
+        QStringLiteral("InvalidArgumentException"),
+        QStringLiteral("cannot start \"%1\": %2").arg(tool, QString::fromLocal8Bit(std::strerror(fault))));
 }
 
 } // namespace
@@ -107,8 +108,10 @@ bool ChildProcess::waitUntilExit()
         if (pid_ <= 0) return false;
         if (ended_) return true;
     }
-    if (!isMainThread()) waitBlocking();
-    else if (!exited(shortWaitMilliseconds)) waitInEventLoop();
+    if (!isMainThread())
+        waitBlocking();
+    else if (!exited(shortWaitMilliseconds))
+        waitInEventLoop();
     return true;
 }
 
@@ -118,14 +121,16 @@ void ChildProcess::waitInEventLoop()
     // A descriptor of its own: waits nest, and an event loop takes one watcher for each descriptor.
     const int watched = ::fcntl(pidFd_, F_DUPFD_CLOEXEC, 0);
     if (watched < 0) { // out of descriptors: look now and then
-        while (!exited(shortWaitMilliseconds)) loop.processEvents();
+        while (!exited(shortWaitMilliseconds))
+            loop.processEvents();
         return;
     }
     {
         QSocketNotifier end(watched, QSocketNotifier::Read);
         // It tells once: while a wait inside this one goes on, an ended child must not keep the loop awake.
         QObject::connect(&end, &QSocketNotifier::activated, &end, [&end] { end.setEnabled(false); });
-        while (!exited(0)) loop.processEvents(QEventLoop::WaitForMoreEvents);
+        while (!exited(0))
+            loop.processEvents(QEventLoop::WaitForMoreEvents);
     }
     ::close(watched);
 }
@@ -148,7 +153,8 @@ void ChildProcess::waitBlocking()
             const std::lock_guard guard(mutex_);
             discarding = discarding_ && pipe_ && outputOpen;
         }
-        pollfd waited[2] = {{pidFd_, POLLIN, 0}, {discarding ? pipe_->fileHandleForReading()->descriptor() : -1, POLLIN, 0}};
+        pollfd waited[2] = {{pidFd_, POLLIN, 0},
+                            {discarding ? pipe_->fileHandleForReading()->descriptor() : -1, POLLIN, 0}};
         if (::poll(waited, 2, -1) < 0) continue;
         if (waited[1].revents) outputOpen = throwAwayOutput();
         done = waited[0].revents && reap();
@@ -188,6 +194,9 @@ ChildProcess::TerminationReason ChildProcess::terminationReason()
     return ended_ && WIFSIGNALED(waitStatus_) ? TerminationReason::UncaughtSignal : TerminationReason::Exit;
 }
 
-void ChildProcess::terminateAll() { childRegistry().terminateGroups(); }
+void ChildProcess::terminateAll()
+{
+    childRegistry().terminateGroups();
+}
 
 } // namespace zolt

@@ -36,7 +36,8 @@ void ChildRegistry::reapOrphans()
 void ChildRegistry::terminateGroups()
 {
     const std::lock_guard guard(mutex_);
-    for (const pid_t child : running_) ::kill(-child, SIGTERM);
+    for (const pid_t child : running_)
+        ::kill(-child, SIGTERM);
 }
 
 ChildRegistry& childRegistry()

@@ -16,7 +16,8 @@ const QString unbufferedKey = QStringLiteral("NSUnbufferedIO");
 QByteArray environmentBytes()
 {
     QByteArray all;
-    for (char** entry = environ; entry && *entry; ++entry) all.append(*entry).append('\0');
+    for (char** entry = environ; entry && *entry; ++entry)
+        all.append(*entry).append('\0');
     return all;
 }
 
@@ -26,7 +27,8 @@ Environment parsed(const QByteArray& bytes)
     for (const QByteArray& entry : bytes.split('\0')) {
         const qsizetype equals = entry.indexOf('=', 1);
         if (equals < 0) continue;
-        environment.insert(QString::fromLocal8Bit(entry.first(equals)), QString::fromLocal8Bit(entry.sliced(equals + 1)));
+        environment.insert(QString::fromLocal8Bit(entry.first(equals)),
+                           QString::fromLocal8Bit(entry.sliced(equals + 1)));
     }
     return environment;
 }

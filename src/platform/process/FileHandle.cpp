@@ -71,12 +71,16 @@ QByteArray FileHandle::readOnce()
     return count > 0 ? QByteArray(buffer.data(), count) : QByteArray();
 }
 
-QByteArray FileHandle::availableData() { return readOnce(); }
+QByteArray FileHandle::availableData()
+{
+    return readOnce();
+}
 
 QByteArray FileHandle::readDataToEndOfFile()
 {
     QByteArray all;
-    for (QByteArray piece = readOnce(); !piece.isEmpty(); piece = readOnce()) all += piece;
+    for (QByteArray piece = readOnce(); !piece.isEmpty(); piece = readOnce())
+        all += piece;
     return all;
 }
 

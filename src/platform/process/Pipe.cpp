@@ -21,7 +21,10 @@ Pipe::Pipe()
     writer_ = ends[1];
 }
 
-Pipe::~Pipe() { closeWriteEnd(); }
+Pipe::~Pipe()
+{
+    closeWriteEnd();
+}
 
 void Pipe::closeWriteEnd()
 {

@@ -14,7 +14,8 @@ std::vector<char*> pointersTo(std::vector<QByteArray>& texts)
 {
     std::vector<char*> pointers;
     pointers.reserve(texts.size() + 1);
-    for (QByteArray& text : texts) pointers.push_back(text.data());
+    for (QByteArray& text : texts)
+        pointers.push_back(text.data());
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -36,7 +37,8 @@ SpawnPlan::SpawnPlan(const QString& launchPath, const QStringList& arguments, co
 {
     arguments_.reserve(std::size_t(arguments.size()) + 1);
     arguments_.push_back(program_);
-    for (const QString& argument : arguments) arguments_.push_back(QFile::encodeName(argument));
+    for (const QString& argument : arguments)
+        arguments_.push_back(QFile::encodeName(argument));
     environment_.reserve(std::size_t(environment.size()));
     for (auto entry = environment.begin(); entry != environment.end(); ++entry) {
         environment_.push_back(entry.key().toLocal8Bit() + '=' + entry.value().toLocal8Bit());

@@ -18,21 +18,29 @@ namespace {
 QStringView withoutLeadingBlanks(QStringView text)
 {
     qsizetype start = 0;
-    while (start < text.size() && isInSet(text[start], CharacterSet::WhiteSpaceAndNewlines)) ++start;
+    while (start < text.size() && isInSet(text[start], CharacterSet::WhiteSpaceAndNewlines))
+        ++start;
     return text.sliced(start);
 }
 
-bool isDigit(QStringView text, qsizetype at) { return at < text.size() && text[at] >= u'0' && text[at] <= u'9'; }
+bool isDigit(QStringView text, qsizetype at)
+{
+    return at < text.size() && text[at] >= u'0' && text[at] <= u'9';
+}
 
-bool isSign(QStringView text, qsizetype at) { return at < text.size() && (text[at] == u'-' || text[at] == u'+'); }
+bool isSign(QStringView text, qsizetype at)
+{
+    return at < text.size() && (text[at] == u'-' || text[at] == u'+');
+}
 
 qsizetype pastDigits(QStringView text, qsizetype at)
 {
-    while (isDigit(text, at)) ++at;
+    while (isDigit(text, at))
+        ++at;
     return at;
 }
 
-template<class Integer> Integer wholeNumber(QStringView text)
+template <class Integer> Integer wholeNumber(QStringView text)
 {
     text = withoutLeadingBlanks(text);
     const bool negative = !text.isEmpty() && text[0] == u'-';
@@ -52,8 +60,16 @@ template<class Integer> Integer wholeNumber(QStringView text)
 bool isNewline(QChar character)
 {
     switch (character.unicode()) {
-    case 0x0A: case 0x0B: case 0x0C: case 0x0D: case 0x85: case 0x2028: case 0x2029: return true;
-    default: return false;
+    case 0x0A:
+    case 0x0B:
+    case 0x0C:
+    case 0x0D:
+    case 0x85:
+    case 0x2028:
+    case 0x2029:
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -61,19 +77,26 @@ bool isInSet(QChar character, CharacterSet set)
 {
     const bool blank = character == u'\t' || character.category() == QChar::Separator_Space;
     switch (set) {
-    case CharacterSet::WhiteSpace: return blank;
-    case CharacterSet::WhiteSpaceAndNewlines: return blank || isNewline(character);
-    case CharacterSet::Newlines: return isNewline(character);
-    case CharacterSet::DecimalDigits: return character.isDigit();
-    case CharacterSet::Backspace: return character == u'\b';
+    case CharacterSet::WhiteSpace:
+        return blank;
+    case CharacterSet::WhiteSpaceAndNewlines:
+        return blank || isNewline(character);
+    case CharacterSet::Newlines:
+        return isNewline(character);
+    case CharacterSet::DecimalDigits:
+        return character.isDigit();
+    case CharacterSet::Backspace:
+        return character == u'\b';
     }
     return false;
 }
 
 QString trimmed(QStringView text, CharacterSet set)
 {
-    while (!text.isEmpty() && isInSet(text.front(), set)) text = text.sliced(1);
-    while (!text.isEmpty() && isInSet(text.back(), set)) text.chop(1);
+    while (!text.isEmpty() && isInSet(text.front(), set))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isInSet(text.back(), set))
+        text.chop(1);
     return text.toString();
 }
 
@@ -148,23 +171,39 @@ double doubleValue(QStringView text)
     return text.first(length).toDouble(); // no locale; past the range it gives 0 or infinity
 }
 
-int intValue(QStringView text) { return wholeNumber<int>(text); }
+int intValue(QStringView text)
+{
+    return wholeNumber<int>(text);
+}
 
-long long longLongValue(QStringView text) { return wholeNumber<long long>(text); }
+long long longLongValue(QStringView text)
+{
+    return wholeNumber<long long>(text);
+}
 
-QString fixedSix(double value) { return QString::number(value, 'f', 6); }
+QString fixedSix(double value)
+{
+    return QString::number(value, 'f', 6);
+}
 
 OptionalText decodeUtf8(QByteArrayView bytes)
 {
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     QString text = decoder.decode(bytes);
     if (decoder.hasError()) return std::nullopt;
     return text;
 }
 
-bool zoltStartsWith(const QString& receiver, const QString& start) { return !start.isEmpty() && receiver.startsWith(start); }
+bool zoltStartsWith(const QString& receiver, const QString& start)
+{
+    return !start.isEmpty() && receiver.startsWith(start);
+}
 
-bool zoltEndsWith(const QString& receiver, const QString& end) { return substringFrom(receiver, receiver.size() - 1) == end; }
+bool zoltEndsWith(const QString& receiver, const QString& end)
+{
+    return substringFrom(receiver, receiver.size() - 1) == end;
+}
 
 namespace path {
 
@@ -172,7 +211,8 @@ namespace {
 
 QStringView withoutTrailingSlashes(QStringView path)
 {
-    while (path.size() > 1 && path.back() == u'/') path.chop(1);
+    while (path.size() > 1 && path.back() == u'/')
+        path.chop(1);
     return path;
 }
 
@@ -222,7 +262,10 @@ QString appendingComponent(const QString& path, const QString& component)
     return plain == u"/" ? u'/' + component : plain.toString() + u'/' + component;
 }
 
-QString appendingExtension(const QString& path, const QString& extension) { return path + u'.' + extension; }
+QString appendingExtension(const QString& path, const QString& extension)
+{
+    return path + u'.' + extension;
+}
 
 } // namespace path
 } // namespace zolt

@@ -74,12 +74,15 @@ inline void appendText(QString& target, const OptionalText& text)
 }
 
 /// What a format prints for a text that may be absent: the empty text.
-inline QString textOrEmpty(const OptionalText& text) { return text.value_or(QString()); }
+inline QString textOrEmpty(const OptionalText& text)
+{
+    return text.value_or(QString());
+}
 
 /// True if the receiver starts with the argument; false for an empty argument, since an empty search finds nothing.
 bool zoltStartsWith(const QString& receiver, const QString& start);
 
-/// Compares the last single character of the receiver with the whole argument: true only for an argument of one unit.
+/// Holds only for an argument of one unit: kept, what is compared is the receiver's last unit alone.
 /// @throws RangeException on an empty receiver
 bool zoltEndsWith(const QString& receiver, const QString& end);
 

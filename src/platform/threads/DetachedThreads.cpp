@@ -68,7 +68,8 @@ void waitForDetachedThreads()
 {
     if (isMainThread()) {
         QEventLoop loop;
-        while (detachedThreadCount() > 0) loop.processEvents(QEventLoop::WaitForMoreEvents);
+        while (detachedThreadCount() > 0)
+            loop.processEvents(QEventLoop::WaitForMoreEvents);
         return;
     }
     std::unique_lock guard(running().mutex);

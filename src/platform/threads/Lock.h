@@ -8,7 +8,8 @@
 namespace zolt {
 
 /// Unlike std::mutex: a second lock() of the holder waits for ever (as a hold that an exception left behind makes every
-/// later taker wait), and unlock() by a thread that does not hold the lock changes nothing, nobody else's hold included.
+/// later taker wait), and unlock() by a thread that does not hold the lock changes nothing, nobody else's hold
+/// included.
 class Lock
 {
 public:

@@ -51,7 +51,10 @@ void MainQueue::wake()
     [[maybe_unused]] const auto written = ::write(eventFd_, &one, sizeof one);
 }
 
-bool MainQueue::isMainThread() const { return std::this_thread::get_id() == mainThreadId; }
+bool MainQueue::isMainThread() const
+{
+    return std::this_thread::get_id() == mainThreadId;
+}
 
 bool MainQueue::take(Work& work)
 {
@@ -73,7 +76,8 @@ void MainQueue::runOne()
 
 void MainQueue::drain()
 {
-    for (Work work; take(work);) guarded("posted work", work);
+    for (Work work; take(work);)
+        guarded("posted work", work);
 }
 
 bool MainQueue::isEmpty() const
@@ -82,8 +86,14 @@ bool MainQueue::isEmpty() const
     return pending_.empty();
 }
 
-void postToMain(std::function<void()> work) { MainQueue::instance().post(std::move(work)); }
+void postToMain(std::function<void()> work)
+{
+    MainQueue::instance().post(std::move(work));
+}
 
-bool isMainThread() { return MainQueue::instance().isMainThread(); }
+bool isMainThread()
+{
+    return MainQueue::instance().isMainThread();
+}
 
 } // namespace zolt

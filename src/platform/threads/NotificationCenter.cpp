@@ -27,7 +27,8 @@ void NotificationCenter::gather(const Key& key, std::vector<std::shared_ptr<Hand
 {
     const auto found = entries_.find(key);
     if (found == entries_.end()) return;
-    for (const Entry& entry : found->second) handlers.push_back(entry.handler);
+    for (const Entry& entry : found->second)
+        handlers.push_back(entry.handler);
 }
 
 void NotificationCenter::post(const Notification& notification)
@@ -38,7 +39,8 @@ void NotificationCenter::post(const Notification& notification)
         gather({notification.name, notification.sender}, handlers);
         if (notification.sender) gather({notification.name, nullptr}, handlers);
     }
-    for (const auto& handler : handlers) (*handler)(notification);
+    for (const auto& handler : handlers)
+        (*handler)(notification);
 }
 
 } // namespace zolt

@@ -128,7 +128,8 @@ TEST(ChildProcess, SeveralThreadsWaitForOneChild)
     }
     test::touch(go);
     process->waitUntilExit();
-    for (auto& waiter : waiters) waiter.join();
+    for (auto& waiter : waiters)
+        waiter.join();
     EXPECT_EQ(statuses, 12);
 }
 
@@ -163,11 +164,13 @@ TEST(ChildProcess, ChildThatEndedBehindAnInnerWaitDoesNotKeepTheLoopAwake)
 {
     const QTemporaryDir directory;
     const QString go = directory.filePath(u"go"_s);
-    const auto outer = fakeProcess({u"wait-file"_s, go}), inner = fakeProcess({u"wait-file"_s, directory.filePath(u"later"_s)});
+    const auto outer = fakeProcess({u"wait-file"_s, go}),
+               inner = fakeProcess({u"wait-file"_s, directory.filePath(u"later"_s)});
     outer->launch();
     inner->launch();
     int wakes = 0;
-    const auto counting = QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, [&] { ++wakes; });
+    const auto counting =
+        QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, [&] { ++wakes; });
     postToMain([&] {
         test::touch(go);
         QTimer::singleShot(300, [&] { test::touch(directory.filePath(u"later"_s)); });

@@ -38,7 +38,10 @@ private:
     const FileHandle* handle_;
 };
 
-void put(const Pipe& pipe, const QByteArray& bytes) { ASSERT_EQ(::write(pipe.writeDescriptor(), bytes.data(), std::size_t(bytes.size())), bytes.size()); }
+void put(const Pipe& pipe, const QByteArray& bytes)
+{
+    ASSERT_EQ(::write(pipe.writeDescriptor(), bytes.data(), std::size_t(bytes.size())), bytes.size());
+}
 
 } // namespace
 

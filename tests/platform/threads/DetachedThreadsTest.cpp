@@ -23,7 +23,8 @@ TEST(DetachedThreads, MainThreadDoesWhatTheyHandOverWhileItWaits)
     std::atomic<bool> done = false;
     detachThread([&] {
         postToMain([&] { done = true; });
-        while (!done) std::this_thread::yield(); // would never end if the wait only slept
+        while (!done)
+            std::this_thread::yield(); // would never end if the wait only slept
     });
     waitForDetachedThreads();
     EXPECT_TRUE(done);

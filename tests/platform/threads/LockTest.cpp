@@ -41,6 +41,7 @@ TEST(Lock, KeepsThreadsApart)
             }
         });
     }
-    for (auto& thread : threads) thread.join();
+    for (auto& thread : threads)
+        thread.join();
     EXPECT_EQ(count, 4000);
 }

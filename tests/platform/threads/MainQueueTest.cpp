@@ -12,7 +12,8 @@ TEST(MainQueue, RunsOnTheMainThreadInTheOrderPosted)
     std::vector<int> order;
     bool onMain = false;
     std::thread([&] {
-        for (int i = 0; i < 100; ++i) postToMain([&order, i] { order.push_back(i); });
+        for (int i = 0; i < 100; ++i)
+            postToMain([&order, i] { order.push_back(i); });
         postToMain([&] { onMain = isMainThread(); });
     }).join();
     ASSERT_TRUE(test::runUntil([&] { return order.size() == 100 && onMain; }));
@@ -40,7 +41,10 @@ TEST(MainQueue, FaultOfOnePieceIsLoggedAndTheNextRuns)
 TEST(MainQueue, DrainRunsWhatTheWorkPosts)
 {
     int ran = 0;
-    postToMain([&] { ++ran; postToMain([&] { ++ran; }); });
+    postToMain([&] {
+        ++ran;
+        postToMain([&] { ++ran; });
+    });
     test::runPosted();
     EXPECT_EQ(ran, 2);
     EXPECT_TRUE(MainQueue::instance().isEmpty());
@@ -52,9 +56,11 @@ TEST(MainQueue, TakesPostsFromManyThreads)
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&] {
-            for (int round = 0; round < 500; ++round) postToMain([&] { ++ran; });
+            for (int round = 0; round < 500; ++round)
+                postToMain([&] { ++ran; });
         });
     }
     ASSERT_TRUE(test::runUntil([&] { return ran == 2000; }));
-    for (auto& thread : threads) thread.join();
+    for (auto& thread : threads)
+        thread.join();
 }

@@ -9,7 +9,8 @@ TEST(NotificationCenter, ObserverHearsItsSenderOrAny)
     const int sender = 0, other = 0, observer = 0;
     int own = 0, any = 0;
     centre.addObserver(&observer, u"n"_s, &sender, [&](const Notification&) { ++own; });
-    centre.addObserver(&observer, u"n"_s, nullptr, [&](const Notification& note) { any += std::any_cast<int>(note.object); });
+    centre.addObserver(&observer, u"n"_s, nullptr,
+                       [&](const Notification& note) { any += std::any_cast<int>(note.object); });
     centre.post({u"n"_s, &sender, 5});
     centre.post({u"n"_s, &other, 7});
     centre.post({u"m"_s, &sender, 100});
