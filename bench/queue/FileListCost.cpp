@@ -35,7 +35,7 @@ void printFileListCost()
     const QTemporaryDir folder;
     makeFiles(folder.path());
     Program program;
-    DecodeTab& tab = program.decodeTab();
+    DecodeTab& tab = program.tab<DecodeTab>();
     const double before = residentMebibytes();
     const double time = millisecondsOf([&] { tab.addFiles({folder.path()}); });
     const double memory = residentMebibytes() - before;

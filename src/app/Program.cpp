@@ -1,6 +1,6 @@
 #include "app/Program.h"
 
-#include "decode/DecodeTab.h"
+#include "app/Tabs.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
@@ -13,25 +13,17 @@ Program::Program()
 {
     ZOLTController::initialize();
     controller_ = std::make_unique<ZOLTController>();
-    decodeTab_ = std::make_unique<DecodeTab>();
-    // Decode, encode and checksum are known by their index, 0 to 2.
-    connect(*decodeTab_, Constants::DECODE);
-    controller_->decodeTab = decodeTab_.get();
+    for (const TabRow& row : tabRows()) {
+        tabs_.push_back(row.make());
+        controller_->addTab(*tabs_.back(), row.label);
+    }
     controller_->tabView->addTabViewItem(std::make_shared<TabViewItem>(Constants::ABOUT));
-    decodeTab_->awakeFromNib();
     controller_->awakeFromNib();
     controller_->applicationWillFinishLaunching();
     controller_->applicationDidFinishLaunching();
 }
 
 Program::~Program() = default;
-
-void Program::connect(BaseTab& tab, const QString& label)
-{
-    tab.tabViewItem = std::make_shared<TabViewItem>(label);
-    tab.zoltController = controller_.get();
-    controller_->tabView->addTabViewItem(tab.tabViewItem);
-}
 
 void Program::finish()
 {

@@ -28,14 +28,6 @@ QString sizeText(std::int64_t bytes)
     return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
-/// "FLAC", "FLAC and SHN", "FLAC, SHN and WV".
-QString enumerated(QStringList names)
-{
-    if (names.size() < 2) return names.join(QString());
-    const QString last = names.takeLast();
-    return names.join(u", "_s) + u" and "_s + last;
-}
-
 /// Where the files of one file system go and what they take there.
 struct Room
 {
@@ -250,11 +242,6 @@ QStringList passedOverByDecode(const QStringList& files)
     QStringList passedOver = files;
     passedOver.removeIf([](const QString& file) { return DecodeTab::decodes(upperExtension(file)); });
     return passedOver;
-}
-
-QString counted(qsizetype count, const QString& noun)
-{
-    return count == 1 ? u"1 "_s + noun : u"%1 %2s"_s.arg(count).arg(noun);
 }
 
 } // namespace zolt

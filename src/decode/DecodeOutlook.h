@@ -3,6 +3,7 @@
 
 #include "decode/OutlookDisk.h"
 #include "platform/desktop/ToolsDirectory.h"
+#include "shell/Wording.h"
 
 #include <QList>
 #include <QString>
@@ -36,8 +37,5 @@ DecodeOutlook decodeOutlook(const DecodePlan& plan, const OutlookDisk& disk, con
 
 /// Those of the files that the command passes over: nothing in this build decodes them.
 QStringList passedOverByDecode(const QStringList& files);
-
-/// A count with its noun: "1 file", "2 files".
-QString counted(qsizetype count, const QString& noun);
 
 } // namespace zolt

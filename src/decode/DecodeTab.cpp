@@ -4,6 +4,7 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/Panels.h"
 #include "shell/Constants.h"
+#include "shell/Wording.h"
 
 namespace zolt {
 
@@ -14,6 +15,47 @@ using C = Constants;
 QString upperExtension(const QString& file)
 {
     return path::extension(file).toUpper();
+}
+
+/// How files of one extension are decoded. A further decoder is a further row.
+struct Decoder
+{
+    QString extension;
+    QStringList tools;
+    QStringList toolsForAiff; ///< besides
+    std::shared_ptr<ZOLTTask> (*task)(const DecodeTab& tab, const QString& file, const QString& folder,
+                                      const QString& format, ZOLTTaskQueue* queue);
+    WorkItem::Existing existing = WorkItem::Existing::Refused;
+};
+
+std::shared_ptr<ZOLTTask> flacTask(const DecodeTab& tab, const QString& file, const QString& folder,
+                                   const QString& format, ZOLTTaskQueue* queue)
+{
+    return tab.decodeFlacOutputPathForFormatInQueue(file, folder, format, queue);
+}
+
+const std::vector<Decoder>& decoders()
+{
+    static const std::vector<Decoder> rows{
+        {C::FLAC, {QStringLiteral("flac")}, {QStringLiteral("metaflac")}, flacTask}, // metaflac gives the tags
+    };
+    return rows;
+}
+
+/// The row for a file; none for one that is skipped.
+const Decoder* decoderOf(const QString& file)
+{
+    const QString extension = upperExtension(file);
+    const auto& rows = decoders();
+    const auto row =
+        std::find_if(rows.begin(), rows.end(), [&](const auto& each) { return each.extension == extension; });
+    return row == rows.end() ? nullptr : &*row;
+}
+
+void addOnce(QStringList& all, const QStringList& names)
+{
+    all += names;
+    all.removeDuplicates();
 }
 
 /// What follows the output format in every shntool conversion: progress as a percentage, nothing overwritten.
@@ -110,24 +152,52 @@ std::shared_ptr<DecodeFlacTask> DecodeTab::decodeFlacOutputPathForFormatInQueue(
 
 bool DecodeTab::decodes(const QString& extension)
 {
-    return extension == C::FLAC;
+    const auto& rows = decoders();
+    return std::any_of(rows.begin(), rows.end(), [&](const auto& each) { return each.extension == extension; });
 }
 
-QStringList DecodeTab::toolsNeeded() const
+Outlets DecodeTab::outlets() const
 {
-    QStringList tools;
-    const QStringList files = fileNames().copy();
-    if (std::any_of(files.begin(), files.end(), [](const QString& file) { return decodes(upperExtension(file)); })) {
-        tools += QStringLiteral("flac");
-        if (outputFormat() == C::AIFF) tools += QStringLiteral("metaflac"); // for the tags
-    }
-    return tools;
+    return {
+        {QStringLiteral("outputFormatMatrix"), outputFormatMatrix},
+        {QStringLiteral("flacOptionsLabel"), flacOptionsLabel},
+        {QStringLiteral("decodeFlacThroughErrors"), decodeFlacThroughErrors},
+        {QStringLiteral("flacKeepForeignMetadataButton"), flacKeepForeignMetadataButton},
+        {QStringLiteral("sourceDecodeButton"), sourceDecodeButton},
+        {QStringLiteral("deleteOriginalsButton"), deleteOriginalsButton},
+    };
+}
+
+void DecodeTab::plan(WorkPlan& plan, qsizetype row, const QString& format) const
+{
+    const QString& file = plan.files[row];
+    const Decoder* const decoder = decoderOf(file);
+    if (!decoder) return plan.passedOver.append(row);
+    plan.items.push_back({.row = row,
+                          .source = file,
+                          .outputs = {outputPath(file, plan.folderFor(file), format)},
+                          .existing = decoder->existing,
+                          .outputSize = WorkItem::Size::PlainAudio});
+    addOnce(plan.tools, decoder->tools);
+    if (format == C::AIFF) addOnce(plan.tools, decoder->toolsForAiff);
+}
+
+WorkPlan DecodeTab::workPlan() const
+{
+    WorkPlan all = BaseTab::workPlan();
+    const QString format = outputFormat();
+    all.setPlaces(sourceDecodeButton->state(), destination());
+    all.deletes = deleteOriginalsButton->state();
+    for (qsizetype row = 0; row < all.files.size(); ++row)
+        plan(all, row, format);
+    if (!all.items.empty()) all.words = filesInWords(all.sources()) + QStringLiteral(" to ") + format;
+    return all;
 }
 
 std::shared_ptr<ZOLTTask> DecodeTab::taskFor(const QString& file, const QString& folder, const QString& format) const
 {
-    if (upperExtension(file) == C::FLAC) return decodeFlacOutputPathForFormatInQueue(file, folder, format, taskQueue());
-    return nullptr;
+    const Decoder* const decoder = decoderOf(file);
+    return decoder ? decoder->task(*this, file, folder, format, taskQueue()) : nullptr;
 }
 
 void DecodeTab::executeCommand(Sender)

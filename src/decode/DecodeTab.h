@@ -26,7 +26,8 @@ public:
     /// One FLAC file is enough to show the FLAC options; only emptying the list hides them again.
     void filesAdded() override;
     void executeCommand(Sender sender) override;
-    QStringList toolsNeeded() const override;
+    Outlets outlets() const override;
+    WorkPlan workPlan() const override;
 
     /// flac's argument vector for one file.
     /// @param format  Constants::WAV or Constants::AIFF
@@ -53,6 +54,7 @@ public:
 
 private:
     std::shared_ptr<ZOLTTask> taskFor(const QString& file, const QString& folder, const QString& format) const;
+    void plan(WorkPlan& plan, qsizetype row, const QString& format) const;
 };
 
 } // namespace zolt

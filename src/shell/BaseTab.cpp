@@ -130,8 +130,16 @@ void BaseTab::addFiles(const QStringList& paths)
                       QString(), QStringLiteral("OK"));
 }
 
+WorkPlan BaseTab::workPlan() const
+{
+    WorkPlan plan;
+    plan.files = fileNames_->copy();
+    return plan;
+}
+
 OptionalText BaseTab::chooseOutputFolder() const
 {
+    if (destination_) return destination_;
     OpenPanelRequest request;
     request.title = QStringLiteral("Choose output directory");
     request.canChooseFiles = false;

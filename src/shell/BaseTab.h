@@ -6,6 +6,8 @@
 #include "platform/controls/Table.h"
 #include "platform/text/Text.h"
 #include "shell/FileList.h"
+#include "shell/Outlet.h"
+#include "shell/WorkPlan.h"
 
 #include <QSet>
 
@@ -60,13 +62,21 @@ public:
     /// Adds paths as a person gives them: directories whole, other files if the tab takes them. Refused ones are told
     /// in one alert.
     void addFiles(const QStringList& paths);
-    /// Asks for the folder to write to. @return the chosen path, or nothing
+    /// The folder to write to: the destination if there is one, else asked for. @return the path, or nothing
     OptionalText chooseOutputFolder() const;
+
+    /// Has the outputs written to this folder without a question; an absent one leaves the question to the command.
+    void setDestination(const OptionalText& folder) { destination_ = folder; }
+    const OptionalText& destination() const { return destination_; }
+    /// The controls of the tab, for whatever shows them.
+    virtual Outlets outlets() const { return {}; }
+    /// What the command would do with the present list and choices. Cheap: looks at no file.
+    virtual WorkPlan workPlan() const;
 
     /// Takes the rows out of the list.
     void removeRows(const QList<qsizetype>& rows);
     /// The names of the tools that the command would run on the present list, for the look-up before it is pressed.
-    virtual QStringList toolsNeeded() const { return {}; }
+    QStringList toolsNeeded() const { return workPlan().tools; }
 
     const FileList& fileNames() const { return *fileNames_; }
     /// The list object itself, for tasks that read it later.
@@ -94,6 +104,7 @@ private:
 
     std::shared_ptr<FileList> fileNames_ = std::make_shared<FileList>();
     QStringList lastAdded_;
+    OptionalText destination_;
     QString pathToCommandLineTools_;
 };
 

@@ -35,6 +35,23 @@ QHash<QString, QSet<QString>> acceptedByLabel()
     };
 }
 
+struct TabOutlet
+{
+    QString label;
+    BaseTab* ZOLTController::*field;
+};
+
+const std::vector<TabOutlet>& tabOutlets()
+{
+    using Z = ZOLTController;
+    static const std::vector<TabOutlet> table{
+        {C::DECODE, &Z::decodeTab},   {C::ENCODE, &Z::encodeTab}, {C::CHECKSUM, &Z::checksumTab},
+        {C::SHNTOOL, &Z::shntoolTab}, {C::FIX_SBE, &Z::fixTab},   {C::UTIL, &Z::utilTab},
+        {C::TAGS, &Z::tagsTab},       {C::LOSSY, &Z::lossyTab},
+    };
+    return table;
+}
+
 QString upperExtension(const QString& path)
 {
     return path::extension(path).toUpper();
@@ -69,6 +86,17 @@ ZOLTController::ZOLTController()
 
 ZOLTController::~ZOLTController() = default;
 
+void ZOLTController::addTab(BaseTab& tab, const QString& label)
+{
+    tab.tabViewItem = std::make_shared<TabViewItem>(label);
+    tab.zoltController = this;
+    for (const auto& [known, field] : tabOutlets()) {
+        if (known == label) this->*field = &tab;
+    }
+    tabView->addTabViewItem(tab.tabViewItem);
+    tab.awakeFromNib();
+}
+
 void ZOLTController::awakeFromNib()
 {
     buildTextField->setStringValue(QStringLiteral("(Build %1)").arg(QLatin1String(product::build)));
@@ -79,12 +107,8 @@ void ZOLTController::awakeFromNib()
 
 void ZOLTController::applicationDidFinishLaunching()
 {
-    const std::pair<QString, BaseTab*> tabs[] = {
-        {C::DECODE, decodeTab}, {C::ENCODE, encodeTab}, {C::CHECKSUM, checksumTab}, {C::SHNTOOL, shntoolTab},
-        {C::FIX_SBE, fixTab},   {C::UTIL, utilTab},     {C::TAGS, tagsTab},         {C::LOSSY, lossyTab},
-    };
-    for (const auto& [label, tab] : tabs)
-        tabMap_.insert(label, tab);
+    for (const auto& [label, field] : tabOutlets())
+        tabMap_.insert(label, this->*field);
     if (const auto item = selectedTabViewItem()) tabViewDidSelectTabViewItem(*item);
 }
 

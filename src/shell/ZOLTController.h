@@ -33,6 +33,10 @@ public:
     ZOLTController(const ZOLTController&) = delete;
     ZOLTController& operator=(const ZOLTController&) = delete;
 
+    /// Puts a tab behind those that are there, connects it with this object and wakes it.
+    /// @param tab    outlives this object's use
+    /// @param label  one of the tabs' constants; decode, encode and checksum are to be the first three in this order
+    void addTab(BaseTab& tab, const QString& label);
     /// The interface has been loaded: fills the about tab.
     void awakeFromNib();
     /// Fills the table of tabs, from which on files find their way.
@@ -58,7 +62,7 @@ public:
     bool windowShouldClose() const;
     TerminateReply applicationShouldTerminate() const;
 
-    // Outlets. A tab whose room is not built yet is none; what is meant for it goes nowhere.
+    // Outlets. A tab that was not added is none; what is meant for it goes nowhere.
     std::shared_ptr<TabView> tabView = std::make_shared<TabView>();
     BaseTab* decodeTab = nullptr;
     BaseTab* encodeTab = nullptr;

@@ -13,6 +13,8 @@ const std::vector<CommandSyntax>& commands()
          {{u"format"_s, u"FORMAT"_s, {u"WAV"_s, u"AIFF"_s}, u"format"_s},
           {u"out"_s, u"DIR"_s, {}, u"where"_s},
           {u"hard"_s, {}, {}, u"hard"_s}}},
+        {u"sum test"_s, u"tests sums"_s, {{u"deep"_s, {}, {}, u"deep"_s}}},
+        {u"sum make"_s, u"makes sums"_s, {}, false},
     };
     return table;
 }
@@ -43,6 +45,31 @@ TEST(BatchOptions, OptionsAndFilesStandInAnyOrder)
     EXPECT_EQ(options.value(u"jobs"_s), u"3"_s);
     EXPECT_TRUE(options.has(u"hard"_s));
     EXPECT_FALSE(options.has(u"yes"_s));
+}
+
+TEST(BatchOptions, ANameMayHaveSeveralWords)
+{
+    const BatchOptions options = parse({u"sum"_s, u"--jobs=2"_s, u"test"_s, u"--deep"_s, u"test"_s});
+    EXPECT_EQ(options.command, u"sum test"_s);
+    EXPECT_EQ(options.files, QStringList{u"test"_s});
+    EXPECT_TRUE(options.has(u"deep"_s));
+    EXPECT_EQ(complaint({u"sum"_s}), u"sum what? One of sum test, sum make"_s);
+    EXPECT_EQ(complaint({u"sum"_s, u"bake"_s}), u"there is no command \"sum bake\""_s);
+    EXPECT_EQ(complaint({u"su"_s}), u"there is no command \"su\""_s);
+    EXPECT_EQ(complaint({u"sum"_s, u"make"_s, u"--deep"_s}), u"sum make has no option \"--deep\""_s);
+}
+
+TEST(BatchOptions, ACommandMayDoWithoutFiles)
+{
+    EXPECT_EQ(complaint({u"sum"_s, u"test"_s}), u"sum test needs files or folders"_s);
+    EXPECT_TRUE(parse({u"sum"_s, u"make"_s}).files.isEmpty());
+}
+
+TEST(BatchOptions, HelpOfAFirstWordNamesWhatFollowsIt)
+{
+    const QString help = helpText(commands(), u"sum"_s);
+    EXPECT_TRUE(help.contains(u"tests sums") && help.contains(u"makes sums"));
+    EXPECT_FALSE(help.contains(u"turns"));
 }
 
 TEST(BatchOptions, CommonOptionsMayComeBeforeTheCommand)

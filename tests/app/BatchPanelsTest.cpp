@@ -41,11 +41,12 @@ TEST(BatchPanels, WithoutATerminalEveryConfirmationIsDenied)
     EXPECT_THAT(said, testing::HasSubstr("Delete? All. Say so with --yes"));
 }
 
-TEST(BatchPanels, AFolderIsTheOneGivenOrNone)
+TEST(BatchPanels, AFileIsTheOneGivenOrNone)
 {
     const OpenPanelRequest folder{.canChooseFiles = false, .canChooseDirectories = true};
-    EXPECT_EQ(BatchPanels({.folder = u"/d"_s}).openPanel(folder), QStringList{u"/d"_s});
-    EXPECT_FALSE(BatchPanels({}).openPanel(folder));
-    EXPECT_FALSE(BatchPanels({.folder = u"/d"_s}).openPanel({.canChooseFiles = true}));
-    EXPECT_FALSE(BatchPanels({.folder = u"/d"_s}).savePanel({.title = {}, .fileName = u"a"_s}));
+    EXPECT_EQ(BatchPanels({.file = u"/f"_s}).openPanel({.canChooseFiles = true}), QStringList{u"/f"_s});
+    EXPECT_FALSE(BatchPanels({}).openPanel({.canChooseFiles = true}));
+    EXPECT_FALSE(BatchPanels({.file = u"/f"_s}).openPanel(folder));
+    EXPECT_EQ(BatchPanels({.savePath = u"/s"_s}).savePanel({.title = {}, .fileName = u"a"_s}), u"/s"_s);
+    EXPECT_FALSE(BatchPanels({.file = u"/f"_s}).savePanel({.title = {}, .fileName = u"a"_s}));
 }

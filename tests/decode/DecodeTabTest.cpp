@@ -10,14 +10,7 @@ using namespace Qt::StringLiterals;
 class DecodeTabTest : public DecodeTest
 {
 protected:
-    /// The argument vectors of the tasks that the command would start, which it does not.
-    std::vector<std::shared_ptr<DecodeFlacTask>> queued()
-    {
-        std::vector<std::shared_ptr<DecodeFlacTask>> tasks;
-        for (const auto& task : queue().taskArray())
-            tasks.push_back(std::dynamic_pointer_cast<DecodeFlacTask>(task));
-        return tasks;
-    }
+    std::vector<std::shared_ptr<DecodeFlacTask>> queued() { return DecodeTest::queued<DecodeFlacTask>(); }
 };
 
 TEST_F(DecodeTabTest, FlacVectorForWav)
@@ -182,4 +175,44 @@ TEST_F(DecodeTabTest, FormatsAreWavAndAiffInThisOrder)
     EXPECT_EQ(tab.outputFormatMatrix->cellAt(0, 0).title, u"WAV"_s);
     EXPECT_EQ(tab.outputFormatMatrix->cellAt(1, 0).title, u"AIFF"_s);
     EXPECT_EQ(tab.outputFormat(), u"WAV"_s);
+}
+
+TEST_F(DecodeTabTest, ThePlanTellsOutputsOfEachSource)
+{
+    tab.addFiles({u"/one/a.flac"_s, u"/one/plain"_s, u"/two/b.FLAC"_s});
+    const WorkPlan plan = tab.workPlan();
+    ASSERT_EQ(plan.items.size(), 2U);
+    EXPECT_EQ(plan.items[0].outputs, QStringList{u"/one/a.wav"_s});
+    EXPECT_EQ(plan.items[1].outputs, QStringList{u"/two/b.wav"_s});
+    EXPECT_EQ(plan.items[1].source, u"/two/b.FLAC"_s);
+    EXPECT_EQ(plan.items[1].row, 2);
+    EXPECT_EQ(plan.passedOver, QList<qsizetype>{1});
+    EXPECT_EQ(plan.words, u"2 FLAC files to WAV"_s);
+    EXPECT_TRUE(plan.besideSources);
+    EXPECT_FALSE(plan.needsFolder || plan.deletes);
+}
+
+TEST_F(DecodeTabTest, ThePlanFollowsChoicesAndDestination)
+{
+    tab.addFiles({u"/one/a.flac"_s});
+    tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+    tab.sourceDecodeButton->setState(false);
+    tab.deleteOriginalsButton->setState(true);
+    EXPECT_EQ(tab.workPlan().items[0].outputs, QStringList{u"a.aiff"_s});
+    tab.setDestination(u"/out"_s);
+    const WorkPlan plan = tab.workPlan();
+    EXPECT_EQ(plan.items[0].outputs, QStringList{u"/out/a.aiff"_s});
+    EXPECT_EQ(plan.folder, u"/out"_s);
+    EXPECT_TRUE(plan.needsFolder && plan.deletes);
+    EXPECT_EQ(plan.words, u"1 FLAC file to AIFF"_s);
+}
+
+TEST_F(DecodeTabTest, EveryOutletIsNamedOnce)
+{
+    QStringList names;
+    for (const Outlet& outlet : tab.outlets())
+        names += outlet.name;
+    EXPECT_EQ(names,
+              QStringList({u"outputFormatMatrix"_s, u"flacOptionsLabel"_s, u"decodeFlacThroughErrors"_s,
+                           u"flacKeepForeignMetadataButton"_s, u"sourceDecodeButton"_s, u"deleteOriginalsButton"_s}));
 }

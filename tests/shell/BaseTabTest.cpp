@@ -151,6 +151,28 @@ TEST_F(BaseTabs, OutputFolderIsChosenOrNot)
     EXPECT_EQ(decode.chooseOutputFolder(), std::nullopt);
 }
 
+TEST_F(BaseTabs, ADestinationAnswersForTheFolderPanel)
+{
+    decode.setDestination(u"/set"_s);
+    EXPECT_EQ(decode.chooseOutputFolder(), u"/set"_s);
+    EXPECT_TRUE(panels_.openRequests().empty());
+    decode.setDestination(std::nullopt);
+    panels_.answerOpenPanel(QStringList{u"/out"_s});
+    EXPECT_EQ(decode.chooseOutputFolder(), u"/out"_s);
+}
+
+TEST_F(BaseTabs, AnAddedTabIsConnectedAndAwake)
+{
+    PlainTab added;
+    ZOLTController fresh;
+    fresh.addTab(added, Constants::FIX_SBE);
+    EXPECT_EQ(fresh.fixTab, &added);
+    EXPECT_EQ(added.zoltController, &fresh);
+    EXPECT_EQ(fresh.tabView->items().back(), added.tabViewItem);
+    EXPECT_EQ(added.tabViewItem->label(), Constants::FIX_SBE);
+    EXPECT_TRUE(added.tableView->acceptsFileDrops());
+}
+
 TEST_F(BaseTabs, FaultInTheFolderPanelCountsAsNoFolder)
 {
     FaultyPanels faulty;

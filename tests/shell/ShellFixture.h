@@ -31,22 +31,15 @@ class ShellTest : public testing::Test
 protected:
     ShellTest()
     {
-        connect(decode, Constants::DECODE, &ZOLTController::decodeTab);
-        connect(encode, Constants::ENCODE, &ZOLTController::encodeTab);
-        connect(checksum, Constants::CHECKSUM, &ZOLTController::checksumTab);
-        connect(lossy, Constants::LOSSY, &ZOLTController::lossyTab);
-        connect(tags, Constants::TAGS, &ZOLTController::tagsTab);
-        connect(util, Constants::UTIL, &ZOLTController::utilTab);
+        controller.addTab(decode, Constants::DECODE);
+        controller.addTab(encode, Constants::ENCODE);
+        controller.addTab(checksum, Constants::CHECKSUM);
+        controller.addTab(lossy, Constants::LOSSY);
+        controller.addTab(tags, Constants::TAGS);
+        controller.addTab(util, Constants::UTIL);
         controller.tabView->addTabViewItem(std::make_shared<TabViewItem>(Constants::ABOUT));
         controller.awakeFromNib();
         controller.applicationDidFinishLaunching();
-    }
-    void connect(PlainTab& tab, const QString& label, BaseTab* ZOLTController::*outlet)
-    {
-        tab.tabViewItem = std::make_shared<TabViewItem>(label);
-        tab.zoltController = &controller;
-        controller.*outlet = &tab;
-        controller.tabView->addTabViewItem(tab.tabViewItem);
     }
     /// Makes a file below the test's folder, with its folders. @return its path
     QString file(const QString& name, const QByteArray& content = {})

@@ -30,7 +30,7 @@ protected:
 
     MainWindow& window() { return program_.mainWindow(); }
     ZOLTController& controller() { return program_.program().controller(); }
-    DecodeTab& tab() { return program_.program().decodeTab(); }
+    DecodeTab& tab() { return program_.program().tab<DecodeTab>(); }
     ZOLTTaskQueue& queue() { return *controller().taskQueue(); }
 
     /// The widget of that name in the main window.

@@ -18,10 +18,6 @@ struct BatchCommand
     CommandSyntax syntax;
     /// Sets the tab's controls as the options say. @return the tab
     std::function<BaseTab&(Program&, const BatchOptions&)> setUp;
-    /// Whether the tab makes a task for a file that is in its list.
-    std::function<bool(const QString& file)> handles;
-    /// The file that a task on `file` will write.
-    std::function<QString(const QString& file, const BatchOptions&)> output;
 };
 
 const std::vector<BatchCommand>& batchCommands();

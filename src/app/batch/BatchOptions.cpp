@@ -16,6 +16,26 @@ const CommandSyntax* find(const std::vector<CommandSyntax>& commands, const QStr
     return found == commands.end() ? nullptr : &*found;
 }
 
+bool isBelow(const CommandSyntax& command, const QString& words)
+{
+    return command.name.startsWith(words + u' ');
+}
+
+/// Whether the words begin a command's name, which has more of them.
+bool begins(const std::vector<CommandSyntax>& commands, const QString& words)
+{
+    return std::any_of(commands.begin(), commands.end(), [&](const auto& each) { return isBelow(each, words); });
+}
+
+QString namesBelow(const std::vector<CommandSyntax>& commands, const QString& words)
+{
+    QStringList names;
+    for (const CommandSyntax& each : commands) {
+        if (isBelow(each, words)) names += each.name;
+    }
+    return names.join(u", "_s);
+}
+
 const OptionSyntax* find(const std::vector<OptionSyntax>& options, const QString& name)
 {
     const auto found =
@@ -53,10 +73,12 @@ private:
             options_.files.append(argument);
     }
 
-    void readCommand(const QString& name)
+    /// A word of the command's name, which may have several.
+    void readCommand(const QString& word)
     {
+        const QString name = options_.command.isEmpty() ? word : options_.command + u' ' + word;
         command_ = find(commands_, name);
-        if (!command_) throw UsageError{u"there is no command \"%1\""_s.arg(name)};
+        if (!command_ && !begins(commands_, name)) throw UsageError{u"there is no command \"%1\""_s.arg(name)};
         options_.command = name;
     }
 
@@ -98,13 +120,16 @@ private:
 
     void check() const
     {
+        if (!command_ && !options_.command.isEmpty())
+            throw UsageError{u"%1 what? One of %2"_s.arg(options_.command, namesBelow(commands_, options_.command))};
         if (!command_) throw UsageError{u"no command is given"_s};
         if (options_.has(u"jobs"_s)) {
             bool isNumber = false;
             const int jobs = options_.value(u"jobs"_s).toInt(&isNumber);
             if (!isNumber || jobs < 1) throw UsageError{u"--jobs takes a number from 1"_s};
         }
-        if (options_.files.isEmpty()) throw UsageError{u"%1 needs files or folders"_s.arg(command_->name)};
+        if (command_->needsFiles && options_.files.isEmpty())
+            throw UsageError{u"%1 needs files or folders"_s.arg(command_->name)};
     }
 
     const QStringList& arguments_;
@@ -114,6 +139,8 @@ private:
     qsizetype at_ = 0;
     bool onlyFiles_ = false;
 };
+
+constexpr int nameWidth = 18; // columns for the longest name of a command and a gap
 
 QString spelled(const OptionSyntax& option)
 {
@@ -156,8 +183,10 @@ QString helpText(const std::vector<CommandSyntax>& commands, const QString& comm
     if (const CommandSyntax* one = find(commands, command)) return commandHelp(*one);
     QString text = u"Usage: zolt-batch COMMAND [OPTION...] FILE|FOLDER...\n"
                    "       zolt-batch [COMMAND] --help | --version\n\nCommands:\n"_s;
-    for (const CommandSyntax& each : commands)
-        text += u"  %1%2\n"_s.arg(each.name.leftJustified(12), each.summary);
+    for (const CommandSyntax& each : commands) {
+        if (command.isEmpty() || isBelow(each, command))
+            text += u"  %1%2\n"_s.arg(each.name.leftJustified(nameWidth), each.summary);
+    }
     return text +
            u"\nExit status: 0 all complete, 1 a task failed or an input was left out, 2 nothing to do or wrong usage,\n"
            "130 after Ctrl-C. The first Ctrl-C cancels and lets running tools end; a second one ends them.\n"_s;

@@ -21,9 +21,10 @@ struct OptionSyntax
 /// What the command line of a sub-command may hold besides the options that all of them take.
 struct CommandSyntax
 {
-    QString name;
+    QString name; ///< one word, or several with a blank between: "decode", "checksum test"
     QString summary;
     std::vector<OptionSyntax> options;
+    bool needsFiles = true; ///< a command line without any is wrong usage
 };
 
 /// A command line that is understood.
@@ -37,7 +38,10 @@ struct BatchOptions
     QStringList files;               ///< files and folders as given
 
     bool has(const QString& option) const { return options.contains(option); }
-    QString value(const QString& option) const { return options.value(option); }
+    QString value(const QString& option, const QString& otherwise = {}) const
+    {
+        return options.value(option, otherwise);
+    }
 };
 
 /// A command line that is not understood; the text is for the user.

@@ -63,13 +63,13 @@ bool BatchPanels::answeredYes(const QString& question) const
 
 std::optional<QStringList> BatchPanels::openPanel(const OpenPanelRequest& request)
 {
-    if (!request.canChooseDirectories || request.canChooseFiles || !answers_.folder) return std::nullopt;
-    return QStringList{*answers_.folder};
+    if (!request.canChooseFiles || !answers_.file) return std::nullopt;
+    return QStringList{*answers_.file};
 }
 
 OptionalText BatchPanels::savePanel(const SavePanelRequest&)
 {
-    return std::nullopt;
+    return answers_.savePath;
 }
 
 } // namespace zolt::batch

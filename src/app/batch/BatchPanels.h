@@ -13,7 +13,8 @@ public:
     {
         bool yes = false;             ///< every confirmation gets its "Yes"
         bool terminal = false;        ///< standard input is one: a confirmation is asked there
-        OptionalText folder;          ///< what a panel for a folder gives
+        OptionalText file = {};       ///< what a panel for one file gives
+        OptionalText savePath = {};   ///< what a panel for saving gives
         int interruptDescriptor = -1; ///< becomes readable when a question is to be given up
     };
     explicit BatchPanels(Answers answers) : answers_(std::move(answers)) {}

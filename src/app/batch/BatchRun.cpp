@@ -43,7 +43,6 @@ BatchPanels::Answers answersOf(const BatchOptions& options, int interruptDescrip
 {
     return {.yes = options.has(u"yes"_s),
             .terminal = ::isatty(STDIN_FILENO) == 1,
-            .folder = options.has(u"out"_s) ? OptionalText(options.value(u"out"_s)) : std::nullopt,
             .interruptDescriptor = interruptDescriptor};
 }
 
@@ -119,7 +118,7 @@ bool BatchRun::outputFolderIsThere()
 
 bool BatchRun::enterFiles(BaseTab& tab)
 {
-    InputFiles inputs(tab, command_, options_);
+    InputFiles inputs(tab, options_);
     for (const QString& leftOut : inputs.enter())
         refuse(leftOut);
     const QStringList collisions = inputs.collisions();

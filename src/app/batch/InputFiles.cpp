@@ -48,11 +48,6 @@ QString faultOf(const QString& path)
     return onOneLine(path) + u": "_s + reason;
 }
 
-InputFiles::InputFiles(BaseTab& tab, const BatchCommand& command, const BatchOptions& options)
-    : tab_(tab), command_(command), options_(options)
-{
-}
-
 QStringList InputFiles::enter()
 {
     QStringList leftOut = enterReadable();
@@ -90,20 +85,21 @@ void InputFiles::removeRepeated()
     if (!rows.isEmpty()) tab_.removeRows(rows);
 }
 
-QString InputFiles::faultInList(const QString& file) const
+QString InputFiles::faultInList(const QString& file, bool passedOver) const
 {
     const QString fault = faultOf(file); // of what a walk has found
-    if (!fault.isEmpty() || command_.handles(file)) return fault;
+    if (!fault.isEmpty() || !passedOver) return fault;
     return u"%1: nothing here can %2 a file of this kind"_s.arg(onOneLine(file), options_.command);
 }
 
 QStringList InputFiles::removeUnhandled()
 {
-    const QStringList files = tab_.fileNames().copy();
+    const WorkPlan plan = tab_.workPlan();
+    const QSet<qsizetype> passedOver(plan.passedOver.begin(), plan.passedOver.end());
     QStringList leftOut;
     QList<qsizetype> rows;
-    for (qsizetype row = 0; row < files.size(); ++row) {
-        const QString fault = faultInList(files[row]);
+    for (qsizetype row = 0; row < plan.files.size(); ++row) {
+        const QString fault = faultInList(plan.files[row], passedOver.contains(row));
         if (fault.isEmpty()) continue;
         leftOut.append(fault);
         rows.append(row);
@@ -116,14 +112,16 @@ QStringList InputFiles::collisions() const
 {
     QHash<QString, QString> sources; // by output
     QStringList found;
-    for (const QString& file : tab_.fileNames().copy()) {
-        const QString output = command_.output(file, options_);
-        const QString place = placeOf(output);
-        if (const auto other = sources.constFind(place); other != sources.constEnd()) {
-            found.append(
-                u"%1 and %2 would both be written to %3"_s.arg(onOneLine(*other), onOneLine(file), onOneLine(output)));
-        } else {
-            sources.insert(place, file);
+    for (const WorkItem& item : tab_.workPlan().items) {
+        if (item.sharesOutput) continue;
+        for (const QString& output : item.outputs) {
+            const QString place = placeOf(output);
+            if (const auto other = sources.constFind(place); other != sources.constEnd()) {
+                found.append(u"%1 and %2 would both be written to %3"_s.arg(onOneLine(*other), onOneLine(item.source),
+                                                                            onOneLine(output)));
+            } else {
+                sources.insert(place, item.source);
+            }
         }
     }
     return found;

@@ -1,9 +1,13 @@
 // What is given to a run, and what of it cannot be worked on.
 #pragma once
 
-#include "app/batch/BatchCommands.h"
+#include "app/batch/BatchOptions.h"
 
-namespace zolt::batch {
+namespace zolt {
+
+class BaseTab;
+
+namespace batch {
 
 /// The paths as the tabs know them: absolute, without pieces that lead nowhere.
 QStringList absolutePaths(const QStringList& given);
@@ -15,7 +19,7 @@ QString faultOf(const QString& path);
 class InputFiles
 {
 public:
-    InputFiles(BaseTab& tab, const BatchCommand& command, const BatchOptions& options);
+    InputFiles(BaseTab& tab, const BatchOptions& options) : tab_(tab), options_(options) {}
 
     /// @return a sentence for the user about each input that is left out
     QStringList enter();
@@ -26,11 +30,11 @@ private:
     QStringList enterReadable();
     void removeRepeated();
     QStringList removeUnhandled();
-    QString faultInList(const QString& file) const;
+    QString faultInList(const QString& file, bool passedOver) const;
 
     BaseTab& tab_;
-    const BatchCommand& command_;
     const BatchOptions& options_;
 };
 
-} // namespace zolt::batch
+} // namespace batch
+} // namespace zolt

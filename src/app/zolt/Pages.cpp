@@ -1,6 +1,7 @@
 #include "app/zolt/Pages.h"
 
 #include "app/Program.h"
+#include "decode/DecodeTab.h"
 #include "shell/Constants.h"
 #include "ui/AboutPage.h"
 #include "ui/DecodePage.h"
@@ -10,7 +11,7 @@ namespace zolt {
 MainWindow::PageBuilders pagesOf(Program& program)
 {
     return {
-        {Constants::DECODE, [&program](QWidget* parent) { return new DecodePage(program.decodeTab(), parent); }},
+        {Constants::DECODE, [&program](QWidget* parent) { return new DecodePage(program.tab<DecodeTab>(), parent); }},
         {Constants::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
     };
 }

@@ -1,0 +1,34 @@
+#include "shell/Wording.h"
+
+#include "platform/text/Text.h"
+
+#include <QSet>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+QString counted(qsizetype count, const QString& noun)
+{
+    return count == 1 ? u"1 "_s + noun : u"%1 %2s"_s.arg(count).arg(noun);
+}
+
+QString enumerated(QStringList names)
+{
+    if (names.size() < 2) return names.join(QString());
+    const QString last = names.takeLast();
+    return names.join(u", "_s) + u" and "_s + last;
+}
+
+QString filesInWords(const QStringList& files)
+{
+    QSet<QString> kinds;
+    for (const QString& file : files)
+        kinds += path::extension(file).toUpper();
+    kinds.remove(QString());
+    QStringList sorted = kinds.values();
+    sorted.sort();
+    return counted(files.size(), (enumerated(sorted) + u" file"_s).trimmed());
+}
+
+} // namespace zolt

@@ -1,0 +1,61 @@
+// What pressing a tab's command would do, as far as list and choices tell it.
+#pragma once
+
+#include "platform/text/Text.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <vector>
+
+namespace zolt {
+
+/// One source and what becomes of it.
+struct WorkItem
+{
+    enum class Existing {
+        Refused,    ///< what stands at an output stays, and the task fails
+        Overwritten ///< it is replaced
+    };
+    enum class Size {
+        Unknown,
+        LikeSource, ///< at most about the source's own
+        PlainAudio  ///< that of the source's audio without compression
+    };
+
+    qsizetype row = 0;         ///< in the tab's list
+    QString source;            ///< full path
+    QStringList outputs;       ///< full paths; none, one or several. In a folder yet to be chosen: names alone
+    bool sharesOutput = false; ///< an output is meant to hold several sources: a joined file, a list of sums
+    Existing existing = Existing::Refused;
+    Size outputSize = Size::Unknown; ///< of all outputs together
+    std::int64_t bytes = -1;         ///< of the source; -1 until somebody has looked at the disk
+    std::int64_t outputBytes = -1;   ///< about, of all outputs; -1 where it is not known but by outputSize
+    QString caution;                 ///< a sentence about this source; empty for none
+};
+
+/// Made on the main thread without a look at the disk; a value that any thread may read then.
+struct WorkPlan
+{
+    QStringList files;           ///< the tab's list
+    std::vector<WorkItem> items; ///< in list order
+    QList<qsizetype> passedOver; ///< rows that the command makes nothing of
+    bool deletes = false;        ///< the sources go after success
+    QStringList tools;           ///< that the command runs
+    QString words;               ///< "23 FLAC files to WAV"; empty where there is nothing to do
+    bool besideSources = false;  ///< outputs stand beside their sources
+    bool needsFolder = false;    ///< a folder is asked for, unless the tab has a destination
+    QString folder;              ///< the tab's destination where one is needed; empty if none is set
+    QStringList cautions;        ///< sentences about the whole
+
+    /// Outputs stand beside their sources, or in a folder, which is the tab's destination if it has one.
+    void setPlaces(bool beside, const OptionalText& destination);
+    /// Where the outputs of a source go; empty for a folder that is yet to be chosen.
+    QString folderFor(const QString& source) const;
+    /// The sources of all items.
+    QStringList sources() const;
+};
+
+} // namespace zolt
