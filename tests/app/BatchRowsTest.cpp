@@ -2,6 +2,8 @@
 #include "app/batch/LiveRows.h"
 #include "engine/ZOLTTask.h"
 
+#include <clocale>
+
 using namespace zolt;
 using namespace zolt::batch;
 using namespace Qt::StringLiterals;
@@ -61,4 +63,12 @@ TEST(BatchRows, TextIsCutByColumnsNotByCharacters)
 {
     EXPECT_EQ(LiveRows::cutTo(u"abcdef"_s, 4), u"abc"_s);
     EXPECT_EQ(LiveRows::cutTo(u"日本語"_s, 6), u"日本"_s);
+}
+
+TEST(BatchRows, ColumnsAreThoseOfUnicodeUnderAnyLocale)
+{
+    const std::string before = std::setlocale(LC_CTYPE, nullptr);
+    std::setlocale(LC_CTYPE, "C");
+    EXPECT_EQ(LiveRows::cutTo(u"日本語"_s, 6), u"日本"_s);
+    std::setlocale(LC_CTYPE, before.c_str());
 }

@@ -4,9 +4,8 @@
 #include "decode/DecodeFlacTask.h"
 #include "decode/DecodeTab.h"
 #include "engine/OutputWindowController.h"
+#include "support/Programs.h"
 #include "support/TabFixture.h"
-
-#include <QProcess>
 
 namespace zolt::test {
 
@@ -15,15 +14,5 @@ class DecodeTest : public TabFixture<DecodeTab>
 protected:
     DecodeTest() : TabFixture(Constants::DECODE) {}
 };
-
-/// Runs a program to its end. @return its output, both streams
-inline QByteArray run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    process.waitForFinished(60000);
-    return process.readAll();
-}
 
 } // namespace zolt::test

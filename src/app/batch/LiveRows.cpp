@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cwchar>
 
+#include <locale.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -31,8 +32,27 @@ TerminalSize terminalSize()
     return {size.ws_col, size.ws_row};
 }
 
+/// For as long as it lives, characters are looked up in Unicode, whatever locale the program runs under.
+class UnicodeCharacters
+{
+public:
+    UnicodeCharacters() : before_(::uselocale(unicode())) {}
+    ~UnicodeCharacters() { ::uselocale(before_); }
+    UnicodeCharacters(const UnicodeCharacters&) = delete;
+    UnicodeCharacters& operator=(const UnicodeCharacters&) = delete;
+
+private:
+    static locale_t unicode()
+    {
+        static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t());
+        return locale;
+    }
+    locale_t before_;
+};
+
 int columnsOf(char32_t character)
 {
+    const UnicodeCharacters unicode;
     const int columns = ::wcwidth(wchar_t(character));
     return columns < 0 ? 1 : columns;
 }
