@@ -4,8 +4,8 @@
 #include "platform/desktop/Desktop.h"
 #include "platform/errors/Exceptions.h"
 #include "shell/ZOLTController.h"
-#include "ui/TabPage.h"
 #include "ui/WindowPlaces.h"
+#include "ui/pages/TabPage.h"
 #include "ui_MainMenu.h"
 
 #include <QCloseEvent>

@@ -5,10 +5,10 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/Interfaces.h"
 #include "shell/ZOLTStringGetterPanel.h"
-#include "ui/OutputWindow.h"
-#include "ui/StatusPanelWindow.h"
-#include "ui/StatusQueueWindow.h"
-#include "ui/StringGetterDialog.h"
+#include "ui/panels/StatusPanelWindow.h"
+#include "ui/panels/StringGetterDialog.h"
+#include "ui/queue/StatusQueueWindow.h"
+#include "ui/reports/OutputWindow.h"
 
 #include <QPointer>
 

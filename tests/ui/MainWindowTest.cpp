@@ -1,8 +1,8 @@
 #include "ui/MainWindow.h"
 
-#include "WindowFixture.h"
 #include "engine/ZOLTTask.h"
 #include "shell/Constants.h"
+#include "ui/WindowFixture.h"
 
 #include <QTabBar>
 #include <QTabWidget>

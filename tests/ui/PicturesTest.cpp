@@ -1,10 +1,10 @@
-#include "Pictures.h"
-#include "WindowFixture.h"
+#include "ui/Pictures.h"
 #include "engine/StatusPanelController.h"
 #include "engine/ZOLTTask.h"
 #include "shell/ZOLTStringGetterPanel.h"
-#include "ui/FileListView.h"
-#include "ui/StatusQueueView.h"
+#include "ui/WindowFixture.h"
+#include "ui/files/FileListView.h"
+#include "ui/queue/StatusQueueView.h"
 
 #include <QDir>
 #include <QMessageBox>

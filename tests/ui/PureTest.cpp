@@ -1,11 +1,11 @@
-#include "Pictures.h"
-#include "ui/DropCount.h"
 #include "ui/GuardedApplication.h"
-#include "ui/ListFacts.h"
 #include "ui/OutcomeColours.h"
-#include "ui/ReportSummary.h"
-#include "ui/StatusQueueWindow.h"
+#include "ui/Pictures.h"
 #include "ui/Symbols.h"
+#include "ui/files/DropCount.h"
+#include "ui/files/ListFacts.h"
+#include "ui/queue/StatusQueueWindow.h"
+#include "ui/reports/ReportSummary.h"
 
 #include "support/LogCapture.h"
 

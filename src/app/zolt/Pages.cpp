@@ -3,8 +3,8 @@
 #include "app/Program.h"
 #include "decode/DecodeTab.h"
 #include "shell/Constants.h"
-#include "ui/AboutPage.h"
-#include "ui/DecodePage.h"
+#include "ui/pages/AboutPage.h"
+#include "ui/pages/DecodePage.h"
 
 namespace zolt {
 

@@ -3,7 +3,7 @@
 
 #include "ui/QtDesktop.h"
 #include "ui/QtInterfaces.h"
-#include "ui/QtPanels.h"
+#include "ui/panels/QtPanels.h"
 
 #include <QStringList>
 

@@ -1,0 +1,114 @@
+#include "ui/files/FilesPanel.h"
+
+#include "platform/errors/Exceptions.h"
+#include "shell/BaseTab.h"
+#include "shell/ZOLTController.h"
+#include "ui/Symbols.h"
+#include "ui/bus/FileManager.h"
+#include "ui/files/FileListModel.h"
+#include "ui/files/ListFacts.h"
+#include "ui_FilesPanel.h"
+
+#include <QHeaderView>
+#include <QMenu>
+#include <QScrollBar>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+FilesPanel::FilesPanel(QWidget* parent)
+    : QWidget(parent), form_(std::make_unique<Ui::FilesPanel>()), model_(new FileListModel(this))
+{
+    form_->setupUi(this);
+    form_->addButton->setIcon(symbolIcon(u"list-add"_s));
+    form_->clearButton->setIcon(symbolIcon(u"edit-clear"_s));
+    FileListView& view = list();
+    view.setModel(model_);
+    view.setColumnHidden(FileListModel::FolderColumn, true);
+    view.header()->setVisible(false);
+    view.header()->setStretchLastSection(true);
+    view.setContextMenuPolicy(Qt::CustomContextMenu);
+    view.setDropHandler([this](const QStringList& paths) {
+        tab_->tableViewAcceptDropRowDropOperation(paths, 0, BaseTab::copyOperation);
+    });
+    view.setRemoveHandler([this](const QList<qsizetype>& rows) { removeRows(rows); });
+    connect(&view, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) { showMenu(place); });
+    connect(form_->addButton, &QPushButton::clicked, this, [this] { addFiles(); });
+    connect(form_->clearButton, &QPushButton::clicked, this,
+            [this] { guarded("clear", [this] { tab_->clearButtonClick(nullptr); }); });
+}
+
+FilesPanel::~FilesPanel()
+{
+    if (table_) table_->setObserver(nullptr);
+}
+
+FileListView& FilesPanel::list() const
+{
+    return *form_->tableView;
+}
+
+void FilesPanel::attach(BaseTab& tab)
+{
+    tab_ = &tab;
+    table_ = tab.tableView;
+    const QSet<QString>* const accepted = tab.zoltController->acceptedExtensions(tab.tabViewItem->label());
+    QStringList extensions = accepted ? accepted->values() : QStringList();
+    extensions.sort();
+    list().setAcceptedExtensions(extensions);
+    table_->setObserver(this);
+    controlChanged(*table_);
+}
+
+void FilesPanel::addFiles()
+{
+    guarded("add files", [this] { tab_->addButtonClick(nullptr); });
+}
+
+void FilesPanel::controlChanged(Control&)
+{
+    const QStringList files = tab_->fileNames().copy();
+    FileListView& view = list();
+    view.setAcceptDrops(table_->acceptsFileDrops());
+    const int scrolled = view.verticalScrollBar()->value();
+    model_->setFiles(files);
+    const bool severalFolders = liesInSeveralFolders(files);
+    view.setColumnHidden(FileListModel::FolderColumn, !severalFolders);
+    view.header()->setVisible(severalFolders);
+    if (severalFolders) view.header()->resizeSection(FileListModel::NameColumn, view.viewport()->width() / 2);
+    view.verticalScrollBar()->setValue(scrolled);
+    if (const int row = std::min(std::exchange(rowToKeep_, -1), model_->rowCount() - 1); row >= 0)
+        view.setCurrentIndex(model_->index(row, 0));
+    form_->clearButton->setEnabled(!files.isEmpty());
+    measure();
+    if (changed_) changed_();
+}
+
+void FilesPanel::measure()
+{
+    measuring_.start([this, files = model_->files()](const std::atomic<bool>& stop) {
+        const ListFacts facts = gatherListFacts(files, stop);
+        return [this, facts] { form_->countLabel->setText(listFactsText(facts)); };
+    });
+}
+
+void FilesPanel::removeRows(const QList<qsizetype>& rows)
+{
+    rowToKeep_ = int(*std::min_element(rows.begin(), rows.end())); // the next row takes the place of those that go
+    tab_->removeRows(rows);
+}
+
+void FilesPanel::showMenu(const QPoint& place)
+{
+    const QModelIndex row = list().indexAt(place);
+    const QString file = row.isValid() ? model_->files()[row.row()] : QString();
+    QMenu menu(this);
+    menu.addAction(u"&Remove from List"_s, this, [this] { list().removeSelected(); })->setEnabled(row.isValid());
+    menu.addAction(u"Show in &Folder"_s, this, [file] { showInFolder(file); })->setEnabled(row.isValid());
+    menu.addSeparator();
+    menu.addAction(u"&Select All"_s, &list(), &QAbstractItemView::selectAll)->setEnabled(model_->rowCount() > 0);
+    menu.exec(list().viewport()->mapToGlobal(place));
+}
+
+} // namespace zolt

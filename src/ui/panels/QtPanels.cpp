@@ -1,0 +1,153 @@
+#include "ui/panels/QtPanels.h"
+
+#include "platform/Product.h"
+#include "platform/threads/MainQueue.h"
+#include "ui/binding/WindowBinding.h"
+
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QMessageBox>
+
+#include <future>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Runs the work on the main thread and hands back what it gives or throws.
+template <class Work> auto onMain(Work work) -> decltype(work())
+{
+    if (isMainThread()) return work();
+    std::packaged_task<decltype(work())()> task(std::move(work));
+    auto answer = task.get_future();
+    postToMain([&task] { task(); });
+    return answer.get();
+}
+
+// What Escape and the window's own close button mean, where an alert has such a button: the answer that starts nothing.
+bool isRefusal(const QString& button)
+{
+    return button == u"No" || button == u"Cancel";
+}
+
+struct AlertButton
+{
+    QString text;
+    int reply;
+    QMessageBox::ButtonRole role;
+};
+
+/// A question of a few words would else stand in a narrow column.
+void widen(QMessageBox& box)
+{
+    constexpr int width = 360;
+    auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+    if (grid) grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
+int ask(const QString& title, const QString& message, const std::vector<AlertButton>& buttons)
+{
+    QMessageBox box(QMessageBox::NoIcon, QString(), title, QMessageBox::NoButton, QApplication::activeWindow());
+    box.setObjectName(u"alert"_s);
+    box.setWindowTitle(QLatin1String(product::name));
+    box.setIcon(buttons.size() > 1 ? QMessageBox::Question : QMessageBox::Information);
+    box.setTextFormat(Qt::PlainText); // a file's name is no markup
+    box.setInformativeText(message);
+    QHash<const QAbstractButton*, int> replies;
+    for (const AlertButton& button : buttons) {
+        QPushButton* const shown = box.addButton(button.text, button.role);
+        replies[shown] = button.reply;
+        if (button.reply == alertReply::defaultButton) box.setDefaultButton(shown);
+        if (isRefusal(button.text)) box.setEscapeButton(shown);
+    }
+    if (!box.escapeButton() && replies.size() == 1) box.setEscapeButton(box.defaultButton());
+    widen(box);
+    box.exec();
+    return replies.value(box.clickedButton(), alertReply::otherButton);
+}
+
+QStringList filtersOf(const OpenPanelRequest& request)
+{
+    if (request.fileTypes.isEmpty()) return {};
+    QStringList patterns;
+    for (const QString& type : request.fileTypes)
+        patterns << u"*.%1"_s.arg(type.toLower()) << u"*.%1"_s.arg(type.toUpper());
+    return {u"Files (%1)"_s.arg(patterns.join(u' '))};
+}
+
+// The platform's file dialog opens where the last one was left.
+QString& lastFolder()
+{
+    static QString folder; // main thread only
+    return folder;
+}
+
+OptionalText accepted(QFileDialog& dialog)
+{
+    dialog.setObjectName(u"filePanel"_s);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    lastFolder() = dialog.directory().absolutePath();
+    return dialog.selectedFiles().first();
+}
+
+std::optional<QStringList> chooseFiles(const OpenPanelRequest& request)
+{
+    QFileDialog dialog(QApplication::activeWindow(), request.title, lastFolder());
+    dialog.setFileMode(request.canChooseDirectories      ? QFileDialog::Directory
+                       : request.allowsMultipleSelection ? QFileDialog::ExistingFiles
+                                                         : QFileDialog::ExistingFile);
+    dialog.setOption(QFileDialog::ShowDirsOnly, request.canChooseDirectories && !request.canChooseFiles);
+    dialog.setOption(QFileDialog::ReadOnly, request.canChooseDirectories && !request.canCreateDirectories);
+    if (!request.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, request.prompt);
+    if (const QStringList filters = filtersOf(request); !filters.isEmpty()) dialog.setNameFilters(filters);
+    if (!accepted(dialog)) return std::nullopt;
+    return dialog.selectedFiles();
+}
+
+OptionalText chooseSavePath(const SavePanelRequest& request)
+{
+    QFileDialog dialog(QApplication::activeWindow(), request.title.value_or(u"Save"_s), lastFolder());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.selectFile(request.fileName);
+    return accepted(dialog);
+}
+
+} // namespace
+
+int QtPanels::runAlert(const QString& title, const QString& message, const QString& defaultButton,
+                       const QString& alternateButton, const QString& otherButton)
+{
+    const std::vector<AlertButton> all{{defaultButton, alertReply::defaultButton, QMessageBox::AcceptRole},
+                                       {alternateButton, alertReply::alternateButton, QMessageBox::RejectRole},
+                                       {otherButton, alertReply::otherButton, QMessageBox::DestructiveRole}};
+    std::vector<AlertButton> buttons;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(buttons),
+                 [](const auto& button) { return !button.text.isEmpty(); });
+    return onMain([&] { return ask(title, message, buttons); });
+}
+
+std::optional<QStringList> QtPanels::openPanel(const OpenPanelRequest& request)
+{
+    return onMain([&] { return chooseFiles(request); });
+}
+
+OptionalText QtPanels::savePanel(const SavePanelRequest& request)
+{
+    return onMain([&] { return chooseSavePath(request); });
+}
+
+void QtPanels::runModalForWindow(Window& window)
+{
+    onMain([&] {
+        if (QWidget* const widget = WindowBinding::widgetOf(window)) modalRuns_.run(*widget);
+    });
+}
+
+void QtPanels::stopModal()
+{
+    onMain([this] { modalRuns_.stop(); });
+}
+
+} // namespace zolt

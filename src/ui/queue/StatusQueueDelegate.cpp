@@ -1,0 +1,122 @@
+#include "ui/queue/StatusQueueDelegate.h"
+
+#include "ui/OutcomeColours.h"
+#include "ui/Symbols.h"
+#include "ui/queue/StatusQueueModel.h"
+
+#include <QApplication>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr double usualLine = 18.0; // units of the name's line
+constexpr double smallText = 0.85; // of the name's size
+constexpr int margin = 6;          // units left of the name
+
+/// The sign that says the outcome without colour; none while the row waits or runs.
+QString signOf(const StatusQueueCell& cell)
+{
+    const Colour colour = cell.textField()->textColour();
+    if (colour == Colour::success()) return u"tick"_s;
+    if (!(colour == Colour::failure())) return QString();
+    return cell.topTextField()->stringValue() == u"Error" ? u"cross"_s : u"bar"_s;
+}
+
+/// The status line; a tool that runs and has not told anything yet is not left to look like one that waits.
+QString statusOf(const StatusQueueCell& cell)
+{
+    const QString text = cell.topTextField()->stringValue();
+    return text == u"Waiting..." && !cell.cancelButton()->isHidden() ? u"Working..."_s : text;
+}
+
+QString oneLine(QString text)
+{
+    return text.replace(u'\n', u' ');
+}
+
+void drawText(QPainter& painter, const QRectF& place, const QString& text, const QFont& font, const QColor& colour)
+{
+    painter.setFont(font);
+    painter.setPen(colour);
+    const QString shown = QFontMetricsF(font).elidedText(oneLine(text), Qt::ElideRight, place.width());
+    painter.drawText(place, int(Qt::AlignLeft) | int(Qt::AlignVCenter) | int(Qt::TextSingleLine), shown);
+}
+
+void drawBar(QPainter& painter, const QRectF& place, const ProgressIndicator& bar, const QStyleOptionViewItem& row)
+{
+    QStyleOptionProgressBar option;
+    option.initFrom(row.widget);
+    option.state |= QStyle::State_Horizontal;
+    option.rect = place.toRect();
+    option.textVisible = false;
+    option.minimum = 0;
+    // A value below the range means that the tool names no number: drawn as busy.
+    option.maximum = bar.doubleValue() < bar.minValue() && bar.isAnimating() ? 0 : 1000;
+    const double range = bar.maxValue() - bar.minValue();
+    const double part = range > 0 ? (bar.doubleValue() - bar.minValue()) / range : 0.0;
+    option.progress = int(std::clamp(part, 0.0, 1.0) * option.maximum);
+    row.widget->style()->drawControl(QStyle::CE_ProgressBar, &option, &painter, row.widget);
+}
+
+} // namespace
+
+double StatusQueueDelegate::scale(const QFont& font)
+{
+    return std::max(1.0, QFontMetricsF(font).height() / usualLine);
+}
+
+QSize StatusQueueDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const
+{
+    return {0, qRound(rowHeight * scale(option.font))};
+}
+
+StatusQueueCell::Places StatusQueueDelegate::places(const StatusQueueCell& cell, const QRect& row, const QFont& font)
+{
+    const double factor = scale(font);
+    auto places = cell.drawInteriorWithFrameInView(QRectF(margin, 0, row.width() / factor, row.height() / factor));
+    // The status line is placed by its top edge; it may use the rest of the row, so that no letter is cut.
+    places.topTextField.setBottom(row.height() / factor - 1);
+    for (QRectF* place : {&places.progressIndicator, &places.textField, &places.topTextField, &places.cancelButton}) {
+        *place = QRectF(place->topLeft() * factor, place->size() * factor).translated(row.topLeft());
+    }
+    return places;
+}
+
+void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    QStyleOptionViewItem background = option;
+    initStyleOption(&background, index);
+    background.text.clear();
+    option.widget->style()->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
+
+    const auto* const model = static_cast<const StatusQueueModel*>(index.model());
+    const StatusQueueCell cell = model->cell(index.row());
+    if (!cell.textField()) return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    const bool selected = option.state & QStyle::State_Selected;
+    const auto places = StatusQueueDelegate::places(cell, option.rect, option.font);
+    const QColor plain = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    const QColor outcome = selected ? plain : shownColour(cell.textField()->textColour(), option.palette);
+    QFont bold = option.font;
+    bold.setBold(cell.textField()->style().bold);
+    QFont small = option.font;
+    small.setPointSizeF(option.font.pointSizeF() * smallText);
+    drawText(*painter, places.textField, cell.textField()->stringValue(), bold, outcome);
+    drawText(*painter, places.topTextField, statusOf(cell), small, plain);
+    if (!cell.progressIndicator()->isHidden())
+        drawBar(*painter, places.progressIndicator, *cell.progressIndicator(), option);
+    if (!cell.cancelButton()->isHidden())
+        paintSymbol(*painter, u"process-stop"_s, places.cancelButton, plain);
+    else if (const QString sign = signOf(cell); !sign.isEmpty())
+        paintSymbol(*painter, sign, places.cancelButton, outcome);
+    painter->setPen(option.palette.color(QPalette::Midlight));
+    painter->drawLine(QPointF(option.rect.left(), option.rect.bottom() + 0.5),
+                      QPointF(option.rect.right(), option.rect.bottom() + 0.5));
+    painter->restore();
+}
+
+} // namespace zolt

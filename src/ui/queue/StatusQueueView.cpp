@@ -1,0 +1,110 @@
+#include "ui/queue/StatusQueueView.h"
+
+#include "platform/threads/MainQueue.h"
+#include "ui/queue/StatusQueueDelegate.h"
+#include "ui/queue/StatusQueueModel.h"
+
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+StatusQueueView::StatusQueueView(QWidget* parent) : QListView(parent)
+{
+    setItemDelegate(new StatusQueueDelegate(this));
+    setUniformItemSizes(true); // ten thousand rows are laid out by asking one
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setResizeMode(Adjust);
+    setMouseTracking(true);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+}
+
+StatusQueueCell StatusQueueView::cellOf(const QModelIndex& index) const
+{
+    if (!index.isValid()) return {};
+    return static_cast<const StatusQueueModel*>(model())->cell(index.row());
+}
+
+QModelIndex StatusQueueView::stopButtonAt(QPoint place) const
+{
+    const QModelIndex index = indexAt(place);
+    const StatusQueueCell cell = cellOf(index);
+    if (!cell.cancelButton() || cell.cancelButton()->isHidden()) return {};
+    const QRectF button = StatusQueueDelegate::places(cell, visualRect(index), font()).cancelButton;
+    return button.adjusted(-5, -5, 5, 5).contains(place) ? index
+                                                         : QModelIndex(); // a little more than is drawn, to hit it
+}
+
+void StatusQueueView::stopRow(const QModelIndex& index)
+{
+    const auto button = cellOf(index).cancelButton();
+    if (!button || button->isHidden()) return;
+    // From the event loop: stopping waits for the tool's end, and the mouse is not to be held meanwhile.
+    postToMain([button] {
+        if (!button->isHidden()) button->performAction(); // the task may have ended meanwhile
+    });
+}
+
+void StatusQueueView::mousePressEvent(QMouseEvent* event)
+{
+    pressed_ = event->button() == Qt::LeftButton ? stopButtonAt(event->position().toPoint()) : QModelIndex();
+    if (!pressed_.isValid()) QListView::mousePressEvent(event);
+}
+
+void StatusQueueView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!pressed_.isValid()) return QListView::mouseReleaseEvent(event);
+    const QModelIndex pressed = std::exchange(pressed_, QPersistentModelIndex());
+    if (stopButtonAt(event->position().toPoint()) == pressed) stopRow(pressed);
+}
+
+void StatusQueueView::keyPressEvent(QKeyEvent* event)
+{
+    if (!event->matches(QKeySequence::Delete)) return QListView::keyPressEvent(event);
+    for (const QModelIndex& index : selectedIndexes())
+        stopRow(index);
+}
+
+bool StatusQueueView::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
+    auto* const help = static_cast<QHelpEvent*>(event);
+    const QModelIndex row = indexAt(help->pos());
+    const bool onButton = stopButtonAt(help->pos()).isValid();
+    const StatusQueueCell cell = cellOf(row);
+    QToolTip::showText(help->globalPos(),
+                       onButton           ? cell.cancelButton()->toolTip()
+                       : cell.textField() ? cell.textField()->stringValue()
+                                          : QString(),
+                       this);
+    return true;
+}
+
+QString StatusQueueView::visibleText() const
+{
+    QString text;
+    const int rows = model() ? model()->rowCount() : 0;
+    const QModelIndex top = indexAt(QPoint(1, 1));
+    for (int row = top.isValid() ? top.row() : 0; row < rows; ++row) {
+        const QModelIndex index = model()->index(row, 0);
+        if (visualRect(index).top() > viewport()->height()) break;
+        const StatusQueueCell cell = cellOf(index);
+        if (!cell.textField()) break;
+        const Colour colour = cell.textField()->textColour();
+        text += u"%1\n%2\n%3 %4 %5 %6 %7\n"_s.arg(cell.textField()->stringValue(), cell.topTextField()->stringValue())
+                    .arg(cell.progressIndicator()->doubleValue())
+                    .arg(cell.progressIndicator()->isHidden())
+                    .arg(cell.cancelButton()->isHidden())
+                    .arg(colour.red)
+                    .arg(colour.green);
+    }
+    return text;
+}
+
+} // namespace zolt

@@ -1,0 +1,83 @@
+#include "ui/reports/ReportView.h"
+
+#include "ui/OutcomeColours.h"
+#include "ui/reports/ReportSummary.h"
+
+#include <QEvent>
+#include <QTextBlock>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Margin : public QWidget
+{
+public:
+    explicit Margin(ReportView& view) : QWidget(&view), view_(view) {}
+
+protected:
+    void paintEvent(QPaintEvent*) override { view_.paintMargin(*this); }
+
+private:
+    ReportView& view_;
+};
+
+} // namespace
+
+ReportView::ReportView(QWidget* parent) : QPlainTextEdit(parent), margin_(new Margin(*this))
+{
+    setReadOnly(true);
+    setLineWrapMode(NoWrap);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setUndoRedoEnabled(false);
+    connect(this, &QPlainTextEdit::updateRequest, margin_, [this](const QRect&, int dy) {
+        if (dy != 0)
+            margin_->scroll(0, dy);
+        else
+            margin_->update();
+    });
+}
+
+int ReportView::marginWidth() const
+{
+    return fontMetrics().horizontalAdvance(u"! "_s) + 6;
+}
+
+void ReportView::placeMargin()
+{
+    setViewportMargins(marginWidth(), 0, 0, 0);
+    const QRect inside = contentsRect();
+    margin_->setGeometry(inside.left(), inside.top(), marginWidth(), inside.height());
+}
+
+void ReportView::resizeEvent(QResizeEvent* event)
+{
+    QPlainTextEdit::resizeEvent(event);
+    placeMargin();
+}
+
+void ReportView::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::FontChange) placeMargin();
+}
+
+void ReportView::paintMargin(QWidget& margin)
+{
+    QPainter painter(&margin);
+    painter.fillRect(margin.rect(), palette().color(QPalette::AlternateBase));
+    QFont bold = font();
+    bold.setBold(true);
+    painter.setFont(bold);
+    painter.setPen(shownColour(Colour::failure(), palette()));
+    for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
+        const QRectF line = blockBoundingGeometry(block).translated(contentOffset());
+        if (line.top() > margin.height()) break;
+        if (verdictOfLine(block.text()) != LineVerdict::Bad) continue;
+        painter.drawText(QRectF(0, line.top(), margin.width(), fontMetrics().height()), Qt::AlignCenter, u"!"_s);
+    }
+}
+
+} // namespace zolt

@@ -1,0 +1,165 @@
+#include "ui/files/FilesPanel.h"
+
+#include "ui/Pictures.h"
+#include "ui/WindowFixture.h"
+#include "ui/files/FileListModel.h"
+#include "ui/files/FileListView.h"
+
+#include <QDropEvent>
+#include <QHeaderView>
+#include <QMimeData>
+#include <QUrl>
+
+namespace zolt::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+
+class FilesPanelTest : public WindowTest
+{
+protected:
+    FileListView& list() { return widget<FileListView>("tableView"); }
+    QString shown(int row, int column = 0) { return list().model()->index(row, column).data().toString(); }
+    QString countLine() { return widget<QLabel>("countLabel").text(); }
+
+    QMimeData* dragged(const QStringList& paths)
+    {
+        QList<QUrl> urls;
+        for (const QString& path : paths)
+            urls += QUrl::fromLocalFile(path);
+        data_.setUrls(urls);
+        return &data_;
+    }
+    void dragIn(const QStringList& paths)
+    {
+        QDragEnterEvent event(QPoint(20, 20), Qt::CopyAction, dragged(paths), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(list().viewport(), &event);
+    }
+    bool dropOn(const QStringList& paths)
+    {
+        QDropEvent event(QPointF(20, 20), Qt::CopyAction, dragged(paths), Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(list().viewport(), &event);
+        QCoreApplication::processEvents();
+        runPosted();
+        return event.isAccepted();
+    }
+    QMimeData data_;
+};
+
+TEST_F(FilesPanelTest, AnEmptyListSaysWhatToDo)
+{
+    const QImage empty = list().viewport()->grab().toImage();
+    EXPECT_GT(colourCount(empty), 5); // letters
+    add({file(u"a.flac"_s)});
+    EXPECT_NE(list().viewport()->grab().toImage(), empty);
+}
+
+TEST_F(FilesPanelTest, ADropFillsTheListSortedWithFoldersWhole)
+{
+    dragIn({file(u"b.flac"_s)});
+    EXPECT_TRUE(dropOn({pathOf(u"b.flac"_s), QFileInfo(file(u"a/2/c.flac"_s)).path()}));
+    ASSERT_EQ(list().model()->rowCount(), 2);
+    EXPECT_EQ(shown(0), u"c.flac"_s);
+    EXPECT_EQ(shown(1), u"b.flac"_s);
+}
+
+TEST_F(FilesPanelTest, ADragTellsHowManyFilesWouldCome)
+{
+    file(u"show/a.flac"_s);
+    file(u"show/disc/b.flac"_s);
+    file(u"show/notes.txt"_s);
+    dragIn({pathOf(u"show"_s)});
+    EXPECT_TRUE(runUntil([this] { return list().dragText() == u"Drop to add 2 files"; }));
+    QDragLeaveEvent leave;
+    QApplication::sendEvent(list().viewport(), &leave);
+    EXPECT_TRUE(list().dragText().isEmpty());
+}
+
+TEST_F(FilesPanelTest, ADragLightsTheBorder)
+{
+    const QImage before = list().viewport()->grab().toImage();
+    dragIn({file(u"a.flac"_s)});
+    const QImage lit = list().viewport()->grab().toImage();
+    EXPECT_NE(lit.pixelColor(lit.width() / 2, 1), before.pixelColor(before.width() / 2, 1));
+}
+
+TEST_F(FilesPanelTest, ADragOfSomethingElseIsNotTaken)
+{
+    data_.setText(u"words"_s);
+    QDragEnterEvent event(QPoint(20, 20), Qt::CopyAction, &data_, Qt::LeftButton, Qt::NoModifier);
+    event.ignore();
+    QApplication::sendEvent(list().viewport(), &event);
+    EXPECT_TRUE(list().dragText().isEmpty());
+}
+
+TEST_F(FilesPanelTest, DeleteTakesTheSelectedRowsOutAndKeepsThePlace)
+{
+    add({file(u"a.flac"_s), file(u"b.flac"_s), file(u"c.flac"_s)});
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, list().visualRect(list().model()->index(1, 0)).center());
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    runPosted();
+    EXPECT_THAT(tab().fileNames().copy(), ElementsAre(pathOf(u"a.flac"_s), pathOf(u"c.flac"_s)));
+    EXPECT_EQ(list().currentIndex().row(), 1);
+    EXPECT_TRUE(QFile::exists(pathOf(u"b.flac"_s)));
+}
+
+TEST_F(FilesPanelTest, CtrlASelectsAll)
+{
+    add({file(u"a.flac"_s), file(u"b.flac"_s)});
+    QTest::keyClick(&list(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(list().selectedRowNumbers().size(), 2);
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    EXPECT_TRUE(tab().fileNames().isEmpty());
+}
+
+TEST_F(FilesPanelTest, TheFolderShowsOnlyWhenFilesOfSeveralAreListed)
+{
+    add({file(u"a.flac"_s), file(u"b.flac"_s)});
+    EXPECT_TRUE(list().isColumnHidden(FileListModel::FolderColumn));
+    EXPECT_FALSE(list().header()->isVisible());
+    add({file(u"sub/c.flac"_s)});
+    EXPECT_FALSE(list().isColumnHidden(FileListModel::FolderColumn));
+    EXPECT_EQ(shown(2, FileListModel::FolderColumn), pathOf(u"sub"_s));
+}
+
+TEST_F(FilesPanelTest, TheFullPathIsTheToolTip)
+{
+    add({file(u"a.flac"_s)});
+    EXPECT_EQ(list().model()->index(0, 0).data(Qt::ToolTipRole).toString(), pathOf(u"a.flac"_s));
+}
+
+TEST_F(FilesPanelTest, ALineTellsWhatTheListAmountsTo)
+{
+    add({file(u"a.flac"_s), file(u"sub/b.flac"_s)});
+    EXPECT_TRUE(runUntil([this] { return countLine() == u"2 files, 20 bytes, 2 folders"; }))
+        << countLine().toStdString();
+    QTest::mouseClick(&widget<QPushButton>("clearButton"), Qt::LeftButton);
+    EXPECT_TRUE(runUntil([this] { return countLine().isEmpty(); }));
+    EXPECT_TRUE(tab().fileNames().isEmpty());
+}
+
+TEST_F(FilesPanelTest, CtrlOAsksForFilesAndAddsThem)
+{
+    panels_.answerOpenPanel(QStringList{file(u"a.flac"_s)});
+    QTest::keyClick(&window(), Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(tab().fileNames().count(), 1);
+}
+
+TEST_F(FilesPanelTest, ANameWithALineEndStaysOneRow)
+{
+    add({file(u"a\nb.flac"_s)});
+    EXPECT_EQ(shown(0), u"a b.flac"_s);
+}
+
+TEST_F(FilesPanelTest, ARefusedDropIsToldInOneAlert)
+{
+    panels_.answerAlert(alertReply::defaultButton);
+    dragIn({file(u"a.txt"_s)});
+    dropOn({pathOf(u"a.txt"_s), file(u"b.jpg"_s)});
+    ASSERT_EQ(panels_.alerts().size(), 1U);
+    EXPECT_EQ(panels_.alerts()[0].title, u"File types not supported by this tab"_s);
+}
+
+} // namespace
+} // namespace zolt::test

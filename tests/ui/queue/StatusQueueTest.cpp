@@ -1,0 +1,289 @@
+#include "ui/queue/StatusQueueWindow.h"
+
+#include "engine/ZOLTTask.h"
+#include "ui/WindowFixture.h"
+#include "ui/queue/StatusQueueDelegate.h"
+#include "ui/queue/StatusQueueModel.h"
+#include "ui/queue/StatusQueueView.h"
+
+#include <QClipboard>
+#include <QMenu>
+#include <QTimer>
+
+namespace zolt::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// A task that ends when a test says so.
+class HandTask : public ZOLTTask
+{
+public:
+    static std::shared_ptr<HandTask> make(ZOLTTaskQueue& queue, const QString& name)
+    {
+        std::shared_ptr<HandTask> task(new HandTask);
+        task->setUpWithQueue(&queue);
+        task->showTitle(name);
+        return task;
+    }
+    void stopTask(Sender sender) override
+    {
+        ZOLTTask::stopTask(sender);
+        reportCompleted();
+    }
+    void fail(const QString& text)
+    {
+        appendResults(text);
+        setError(true);
+        stopTask(nullptr);
+    }
+};
+
+class StatusQueueTest : public WindowTest
+{
+protected:
+    StatusQueueWindow& panel() { return windowNamed<StatusQueueWindow>("StatusQueue"); }
+    StatusQueueView& view() { return *panel().findChild<StatusQueueView*>(); }
+    std::shared_ptr<HandTask> queued(const QString& name)
+    {
+        auto task = HandTask::make(queue(), name);
+        queue().addTask(task);
+        return task;
+    }
+    bool rowsBecome(int rows)
+    {
+        return runUntil([&] { return view().model()->rowCount() == rows; });
+    }
+    bool titleBecomes(const QString& title)
+    {
+        return runUntil([&] { return panel().windowTitle() == title; });
+    }
+    QRect stopButtonOf(int row)
+    {
+        StatusQueueCell cell;
+        queue().tableViewWillDisplayCellForTableColumnRow(cell, row);
+        const QRect place = view().visualRect(view().model()->index(row, 0));
+        return StatusQueueDelegate::places(cell, place, view().font()).cancelButton.toRect();
+    }
+    /// Chooses the entry of the context menu that the next event brings up, and tells whether it was enabled.
+    std::shared_ptr<bool> chooseInMenu(const QString& text)
+    {
+        auto enabled = std::make_shared<bool>(false);
+        QTimer::singleShot(20, &panel(), [text, enabled] {
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (QAction* action : menu->actions()) {
+                if (action->text().remove(u'&') != text) continue;
+                *enabled = action->isEnabled();
+                menu->setActiveAction(action);
+                if (action->isEnabled()) return QTest::keyClick(menu, Qt::Key_Return);
+            }
+            menu->close();
+        });
+        return enabled;
+    }
+    void menuOnRow(int row)
+    {
+        Q_EMIT view().customContextMenuRequested(view().visualRect(view().model()->index(row, 0)).center());
+    }
+};
+
+TEST_F(StatusQueueTest, AddingATaskShowsThePanelWithItsRow)
+{
+    EXPECT_FALSE(panel().isVisible());
+    queued(u"a.flac"_s);
+    EXPECT_TRUE(rowsBecome(1));
+    EXPECT_TRUE(panel().isVisible());
+    EXPECT_TRUE(titleBecomes(u"Queue: 1 to go"_s));
+    EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"a.flac: Waiting..."_s);
+}
+
+TEST_F(StatusQueueTest, ThePanelTakesTheKeyboardOnlyWhenItComesUp)
+{
+    queued(u"a.flac"_s);
+    ASSERT_TRUE(runUntil([this] { return panel().isActiveWindow(); }));
+    window().activateWindow();
+    ASSERT_TRUE(runUntil([this] { return window().isActiveWindow(); }));
+    queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    QTest::qWait(10);
+    EXPECT_TRUE(window().isActiveWindow());
+}
+
+TEST_F(StatusQueueTest, TheStopButtonCancelsItsTask)
+{
+    const auto task = queued(u"a.flac"_s);
+    const auto other = queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, stopButtonOf(0).center());
+    runPosted();
+    EXPECT_TRUE(task->cancelled());
+    EXPECT_FALSE(other->cancelled());
+}
+
+TEST_F(StatusQueueTest, AClickBesideTheStopButtonCancelsNothing)
+{
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, stopButtonOf(0).center() - QPoint(60, 0));
+    runPosted();
+    EXPECT_FALSE(task->cancelled());
+}
+
+TEST_F(StatusQueueTest, AWaitingRowHasNoStopButton)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 0});
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, stopButtonOf(0).center());
+    runPosted();
+    EXPECT_FALSE(task->cancelled());
+}
+
+TEST_F(StatusQueueTest, DeleteStopsTheSelectedTasks)
+{
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    view().selectAll();
+    QTest::keyClick(&view(), Qt::Key_Delete);
+    runPosted();
+    EXPECT_TRUE(task->cancelled());
+}
+
+TEST_F(StatusQueueTest, CancelAllCancelsEveryTask)
+{
+    const auto first = queued(u"a.flac"_s), second = queued(u"b.flac"_s), third = queued(u"c.flac"_s);
+    ASSERT_TRUE(rowsBecome(3));
+    QTest::mouseClick(panel().findChild<QPushButton*>(u"cancelAllButton"_s), Qt::LeftButton);
+    EXPECT_TRUE(first->cancelled() && second->cancelled() && third->cancelled());
+    EXPECT_TRUE(runUntil([this] { return !panel().isVisible(); }));
+}
+
+TEST_F(StatusQueueTest, AFailedRowStaysUntilErrorsAreRemoved)
+{
+    queued(u"a.flac"_s)->fail(u"broken"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    EXPECT_TRUE(titleBecomes(u"Queue"_s));
+    EXPECT_TRUE(panel().isVisible());
+    chooseInMenu(u"Remove All Errors"_s);
+    menuOnRow(0);
+    EXPECT_TRUE(rowsBecome(0));
+    EXPECT_TRUE(runUntil([this] { return !panel().isVisible(); }));
+}
+
+TEST_F(StatusQueueTest, ShowOutputBringsTheReportBackWithoutAnother)
+{
+    queued(u"a.flac"_s)->fail(u"broken"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    runPosted();
+    auto& report = windowNamed<QWidget>("OutputWindow");
+    report.close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_EQ(program_.interfaces().windows().size(), 1U); // the closed one is forgotten
+    chooseInMenu(u"Show Output"_s);
+    menuOnRow(0);
+    runPosted();
+    EXPECT_TRUE(windowNamed<QWidget>("OutputWindow").isVisible());
+    EXPECT_EQ(queue().outputWindows().size(), 1U);
+}
+
+TEST_F(StatusQueueTest, ARowWithoutAReportOffersNone)
+{
+    queued(u"a.flac"_s);
+    const auto waiting = queued(u"b.flac"_s);
+    waiting->setResults(nullptr);
+    ASSERT_TRUE(rowsBecome(2));
+    const auto enabled = chooseInMenu(u"Show Output"_s);
+    menuOnRow(1);
+    EXPECT_FALSE(*enabled);
+}
+
+TEST_F(StatusQueueTest, CopyTextCopiesTheSelectedRows)
+{
+    queued(u"a.flac"_s);
+    queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    view().selectAll();
+    chooseInMenu(u"Copy Text"_s);
+    menuOnRow(0);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"a.flac: Waiting...\nb.flac: Waiting..."_s);
+}
+
+TEST_F(StatusQueueTest, ManyChangesAreDrawnOnce)
+{
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    const int before = panel().refreshes();
+    for (int i = 0; i <= 1000; ++i)
+        task->topTextField()->setStringValue(QString::number(i));
+    ASSERT_TRUE(runUntil([&] { return panel().refreshes() > before; }));
+    EXPECT_EQ(panel().refreshes(), before + 1);
+    EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"a.flac: 1000"_s);
+}
+
+TEST_F(StatusQueueTest, TenThousandRowsKeepNothingPerRow)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 0});
+    ZOLTTaskQueue::Tasks tasks;
+    for (int i = 0; i < 10000; ++i)
+        tasks.push_back(HandTask::make(queue(), QString::number(i)));
+    queue().addTasks(tasks);
+    ASSERT_TRUE(rowsBecome(10000));
+    EXPECT_EQ(view().itemDelegate()->children().size(), 0);
+    EXPECT_TRUE(view().viewport()->children().isEmpty());   // no widget a row
+    EXPECT_FALSE(tasks[9000]->textField()->hasSuperview()); // rows that were never shown were never asked for
+    view().scrollToBottom();
+    view().grab();
+    EXPECT_TRUE(tasks[9999]->textField()->hasSuperview());
+}
+
+TEST_F(StatusQueueTest, TheRowThatWasStartedLastIsScrolledTo)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 1});
+    std::vector<std::shared_ptr<HandTask>> tasks;
+    for (int i = 0; i < 60; ++i)
+        tasks.push_back(queued(QString::number(i)));
+    ASSERT_TRUE(rowsBecome(60));
+    for (int i = 0; i < 40; ++i)
+        tasks[std::size_t(i)]->stopTask(nullptr);
+    EXPECT_TRUE(runUntil(
+        [this] { return view().viewport()->rect().intersects(view().visualRect(view().model()->index(40, 0))); }));
+}
+
+TEST_F(StatusQueueTest, ARowShowsNameBarAndStatusFromTopToBottom)
+{
+    queued(u"a.flac"_s);
+    StatusQueueCell cell;
+    queue().tableViewWillDisplayCellForTableColumnRow(cell, 0);
+    const QRect row(0, 104, 300, 52);
+    const auto places = StatusQueueDelegate::places(cell, row, view().font());
+    EXPECT_LT(places.textField.center().y(), places.progressIndicator.center().y());
+    EXPECT_LT(places.progressIndicator.center().y(), places.topTextField.center().y());
+    EXPECT_GT(places.cancelButton.left(), places.progressIndicator.right());
+    for (const QRectF& place : {places.textField, places.progressIndicator, places.topTextField, places.cancelButton}) {
+        EXPECT_TRUE(QRectF(row).contains(place));
+    }
+}
+
+TEST_F(StatusQueueTest, OutcomesCarryASignBesideTheirColour)
+{
+    const auto good = queued(u"same"_s);
+    queued(u"same"_s); // keeps the queue at work, so that the rows stay
+    ASSERT_TRUE(rowsBecome(2));
+    const auto signArea = [&](int row) { return view().viewport()->grab(stopButtonOf(row)).toImage(); };
+    QImage blank = signArea(0);
+    blank.fill(view().palette().color(QPalette::Base));
+    good->stopTask(nullptr);
+    EXPECT_TRUE(runUntil([&] { return good->cancelButton()->isHidden(); }));
+    EXPECT_NE(signArea(0), blank);
+}
+
+TEST(ClockTextTest, TellsMinutesAndFromAnHourOnHours)
+{
+    EXPECT_EQ(clockText(0), u"0:00"_s);
+    EXPECT_EQ(clockText(250'000), u"4:10"_s);
+    EXPECT_EQ(clockText(3'850'000), u"1:04:10"_s);
+}
+
+} // namespace
+} // namespace zolt::test
