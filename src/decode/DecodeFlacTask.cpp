@@ -1,8 +1,7 @@
 #include "decode/DecodeFlacTask.h"
 
-#include "decode/FlacDecodeProgress.h"
+#include "engine/ConsoleGrammar.h"
 #include "shell/Constants.h"
-#include "shell/Util.h"
 #include "tags/FlacTagHelper.h"
 #include "tags/TagLibTagsHelper.h"
 
@@ -20,16 +19,7 @@ std::shared_ptr<DecodeFlacTask> DecodeFlacTask::initAsyncTaskWithFileNameQueueLa
 
 void DecodeFlacTask::processTaskOutput(const OptionalText& output)
 {
-    ConsoleProgress progress;
-    if (output) {
-        const QString text = trimmed(*output, CharacterSet::WhiteSpaceAndNewlines);
-        progress = flacDecodeProgress(text);
-        if (progress.number)
-            topTextField()->setStringValue(QStringLiteral("Decoding Flac: ") + *progress.number + u'%');
-        appendResults(text);
-    }
-    progressIndicator()->setDoubleValue(progress.value);
-    textField()->setStringValue(title());
+    ConsoleGrammar::flacDecode.follow(output, *this);
 }
 
 std::shared_ptr<TagsObject> DecodeFlacTask::getFlacTags() const
@@ -45,7 +35,7 @@ void DecodeFlacTask::cleanup()
         path::extension(fileName_).toUpper() == Constants::FLAC) {
         copyTags(output);
     }
-    if (deleteOriginal() && !cancelled() && !error()) Util::deleteFile(fileName_);
+    deleteSource(fileName_);
 }
 
 void DecodeFlacTask::copyTags(const QString& output)

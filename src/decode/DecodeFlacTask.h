@@ -1,13 +1,14 @@
 // Decodes one FLAC file with flac.
 #pragma once
 
+#include "engine/DeletingTask.h"
 #include "engine/ZOLTAsyncNSTask.h"
 
 namespace zolt {
 
 class TagsObject;
 
-class DecodeFlacTask : public ZOLTAsyncNSTask
+class DecodeFlacTask : public DeletingTask<ZOLTAsyncNSTask>
 {
 public:
     /// @param fileName   full path of the source
@@ -19,8 +20,6 @@ public:
     void processTaskOutput(const OptionalText& output) override;
     /// The source's tags, read with metaflac; blocks.
     std::shared_ptr<TagsObject> getFlacTags() const;
-    bool deleteOriginal() const { return deleteOriginal_; }
-    void setDeleteOriginal(bool deleteOriginal) override { deleteOriginal_ = deleteOriginal; }
     /// Keeps the text of a failure alone, copies the tags into AIFF output whatever the outcome, and deletes the source
     /// after success if asked to. Stands being run twice.
     void cleanup() override;
@@ -30,7 +29,6 @@ private:
     void copyTags(const QString& output);
 
     QString fileName_;
-    std::atomic<bool> deleteOriginal_ = false;
 };
 
 } // namespace zolt

@@ -65,6 +65,7 @@ std::shared_ptr<EncodeCoreAudioSync> EncodeCoreAudioSync::initEncodeWithTaskFile
 
 void EncodeCoreAudioSync::doEncodeCall() noexcept
 {
+    task_->stageBegins();
     Files files;
     try {
         convert(files);

@@ -36,12 +36,30 @@ void ZOLTAsyncNSTask::processTaskOutput(const OptionalText& output)
 
 void ZOLTAsyncNSTask::startTask()
 {
+    const std::lock_guard guard(start_);
+    if (endedBefore_) return; // cancelled since the queue chose it: no tool runs behind a row that has ended
     markRunning();
+    showStart();
+    launch();
+}
+
+void ZOLTAsyncNSTask::launch()
+{
+    stageBegins();
+    dialect_ = dialectFor(launchPath_, arguments_);
     const auto process = prepared();
     const auto handle = process->standardOutput()->fileHandleForReading();
     observe(handle.get());
     handle->readInBackgroundAndNotify(); // before the launch, so that nothing a quick tool writes is missed
     process->launch();
+}
+
+std::shared_ptr<ChildProcess> ZOLTAsyncNSTask::launchedTool()
+{
+    const std::lock_guard guard(start_);
+    auto process = get(task_);
+    if (!process) endedBefore_ = true;
+    return process;
 }
 
 std::shared_ptr<ChildProcess> ZOLTAsyncNSTask::prepared()
@@ -67,7 +85,10 @@ void ZOLTAsyncNSTask::taskDataAvailable(const Notification& notification)
 {
     const Hold hold(shared_from_this());
     const auto* bytes = std::any_cast<QByteArray>(&notification.object);
-    if (!bytes || bytes->isEmpty()) return stopTask(nullptr);
+    if (!bytes || bytes->isEmpty()) {
+        guarded("end of output", [this] { hand(dialect_->rest()); });
+        return stopTask(nullptr);
+    }
     // Asked for on every way out: a fault in a parser must not leave the row running for ever.
     struct NextRead
     {
@@ -77,13 +98,18 @@ void ZOLTAsyncNSTask::taskDataAvailable(const Notification& notification)
             if (handle) handle->readInBackgroundAndNotify();
         }
     } const nextRead{get(taskOutput_)};
-    processTaskOutput(decodeUtf8(*bytes));
+    hand(dialect_->complete(*bytes));
+}
+
+void ZOLTAsyncNSTask::hand(const QByteArray& bytes)
+{
+    if (!bytes.isEmpty()) processTaskOutput(decodeUtf8(bytes));
 }
 
 void ZOLTAsyncNSTask::stopTask(Sender)
 {
     const Hold hold(shared_from_this());
-    if (const auto process = get(task_)) {
+    if (const auto process = launchedTool()) {
         // The wait comes first: a cancel does not shorten the tool's run.
         if (process->waitUntilExit()) process->terminate();
         if (stillRunning(process)) return; // a later notification ends the task

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/ZOLTTask.h"
+#include "engine/console/ConsoleDialect.h"
 #include "platform/process/ChildProcess.h"
 #include "platform/process/Environment.h"
 #include "platform/threads/NotificationCenter.h"
@@ -36,7 +37,8 @@ public:
     /// One piece of output has arrived, or the end of it. Main thread.
     void taskDataAvailable(const Notification& notification);
 
-    /// Launches the tool and returns at once. @throws PlatformException if it cannot be started
+    /// Launches the tool and returns at once; does nothing if the task has ended before. @throws PlatformException if
+    /// the tool cannot be started
     void startTask() override;
     /// Waits for the tool's own end, reads its status unless cancelled, and ends the task with its report to the queue.
     void stopTask(Sender sender) override;
@@ -51,16 +53,24 @@ protected:
     ZOLTAsyncNSTask() = default;
     void setUpAsyncTask(ZOLTTaskQueue* queue, const QString& launchPath, const QStringList& arguments);
     void finishAfterFault() override;
+    /// Hook at the start, for what the row shows of it. Must not end the task.
+    virtual void showStart() {}
 
 private:
+    void launch();
+    std::shared_ptr<ChildProcess> launchedTool();
     std::shared_ptr<ChildProcess> prepared();
+    void hand(const QByteArray& bytes);
     void observe(const FileHandle* handle);
     bool stillRunning(const std::shared_ptr<ChildProcess>& process);
     void releaseTool();
     void readStatus(const std::shared_ptr<ChildProcess>& process);
     void runHook(const char* name, void (ZOLTAsyncNSTask::*hook)());
 
-    std::shared_ptr<ChildProcess> task_; // none until the start, and none after the end
+    std::mutex start_; // held from the decision to start to the launch: an end meets all of it or nothing
+    bool endedBefore_ = false;
+    std::unique_ptr<ConsoleDialect> dialect_; // main thread, once launched
+    std::shared_ptr<ChildProcess> task_;      // none until the start, and none after the end
     Environment environment_;
     QString currentDirectoryPath_;
     QString launchPath_;

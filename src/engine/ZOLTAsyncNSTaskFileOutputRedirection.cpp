@@ -22,11 +22,10 @@ void ZOLTAsyncNSTaskFileOutputRedirection::setUpRedirection(const QString& fileN
     fileName_ = fileName;
 }
 
-void ZOLTAsyncNSTaskFileOutputRedirection::startTask()
+void ZOLTAsyncNSTaskFileOutputRedirection::showStart()
 {
     textField()->setStringValue(title());
     if (const OptionalText text = subTitle()) topTextField()->setStringValue(*text);
-    ZOLTAsyncNSTask::startTask();
 }
 
 void ZOLTAsyncNSTaskFileOutputRedirection::stopTask(Sender sender)

@@ -17,7 +17,6 @@ public:
     OptionalText subTitle() const { return get(subTitle_); }
     void setSubTitle(const OptionalText& subTitle) { put(subTitle_, subTitle); }
 
-    void startTask() override;
     /// Takes the text, ends the task with no text of its own, and writes the file whatever the outcome, after the
     /// report to the queue. A second end finds no results and writes nothing. Write errors are ignored.
     void stopTask(Sender sender) override;
@@ -27,6 +26,7 @@ protected:
     void setUpRedirection(const QString& fileName, ZOLTTaskQueue* queue, const QString& launchPath,
                           const QStringList& arguments);
 
+    void showStart() override;
     /// The reason is shown, not saved.
     void finishAfterFault() override { ZOLTAsyncNSTask::stopTask(nullptr); }
 

@@ -70,6 +70,14 @@ public:
     std::shared_ptr<ProgressIndicator> progressIndicator() const { return get(progressIndicator_); }
     void setProgressIndicator(const std::shared_ptr<ProgressIndicator>& bar) { put(progressIndicator_, bar); }
 
+    /// A stage of the work begins: one run of a tool, or one conversion in process. Its progress starts at 0. Any
+    /// thread.
+    void stageBegins() { ++stage_; }
+    /// How many stages have begun.
+    int stage() const { return stage_; }
+    /// How many stages the work has where nothing fails; at least 1.
+    virtual int stageCount() const { return 1; }
+
     /// Whether the source is deleted after success; of tasks that can delete.
     /// @throws InvalidArgumentException on a class that does not answer it
     virtual void setDeleteOriginal(bool deleteOriginal);
@@ -144,6 +152,7 @@ private:
     std::atomic<bool> cancelled_ = false;
     std::atomic<bool> error_ = false;
     std::atomic<bool> reported_ = false;
+    std::atomic<int> stage_ = 0;
     OptionalText title_;
 
     int holds_ = 0;

@@ -1,6 +1,8 @@
 #include "engine/ZOLTThreadTask.h"
 
 #include "engine/Log.h"
+#include "engine/console/ConsoleDialect.h"
+#include "platform/desktop/ToolsDirectory.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/threads/DetachedThreads.h"
 
@@ -16,6 +18,7 @@ void ZOLTThreadTask::startTask()
 {
     // Set here already: until the thread gets to mark its row, the queue must not take the task for a waiting one.
     setActive(true);
+    if (phase_ == Phase::EndedBefore) return setActive(false); // cancelled since the queue chose it
     auto self = std::static_pointer_cast<ZOLTThreadTask>(shared_from_this());
     detachThread([self = std::move(self)] { self->run(); });
 }
@@ -30,6 +33,12 @@ void ZOLTThreadTask::run()
 {
     if (!moveTo(Phase::Begun)) return; // cancelled and reported before the thread got here
     const Hold hold(shared_from_this());
+    guardedWork();
+    if (end_.reports == ThreadEnd::Reports::ByThread) reportCompleted();
+}
+
+void ZOLTThreadTask::guardedWork()
+{
     QString reason;
     try {
         return doStartTask();
@@ -44,34 +53,77 @@ void ZOLTThreadTask::run()
     endAfterFault(reason);
 }
 
-void ZOLTThreadTask::runTool(const QString& launchPath, const QStringList& arguments)
+void ZOLTThreadTask::processTaskOutput(const OptionalText& output)
 {
+    appendResults(output);
+}
+
+void ZOLTThreadTask::runTool(const ToolCall& call)
+{
+    using Afterwards = ToolCall::Afterwards;
     if (const auto previous = process()) previous->waitUntilExit(); // also one whose output was left early
+    stageBegins();
+    const auto tool = launched(call);
+    readOutput(*tool, call);
+    if (call.afterwards == Afterwards::WaitAndTerminate) tool->waitUntilExit();
+    if (call.afterwards != Afterwards::Nothing) tool->terminate();
+    if (!end_.looksAtTool()) letToolGo();
+}
+
+void ZOLTThreadTask::letToolGo()
+{
+    process()->waitUntilExit(); // nobody else will: the next step must not meet it at work
+    put(task_, std::shared_ptr<ChildProcess>());
+}
+
+std::shared_ptr<ChildProcess> ZOLTThreadTask::launched(const ToolCall& call)
+{
+    const QString path = call.tool.contains(u'/') ? call.tool : toolPath(call.tool);
     std::shared_ptr<ChildProcess> tool;
     {
         const std::lock_guard guard(mutex_);
-        tool = task_ = ChildProcess::withPipe(launchPath, arguments, environment_);
+        tool = task_ = ChildProcess::withPipe(path, call.arguments, environment_, call.directory);
     }
     tool->launch();
-    const auto handle = tool->standardOutput()->fileHandleForReading();
+    return tool;
+}
+
+void ZOLTThreadTask::readOutput(ChildProcess& tool, const ToolCall& call)
+{
     // Whoever leaves the loop early leaves a tool that may still write.
     struct Drain
     {
         ChildProcess& tool;
         ~Drain() { tool.discardRemainingOutput(); }
-    } const drain{*tool};
-    for (QByteArray piece = handle->availableData(); !piece.isEmpty() && !cancelled();
-         piece = handle->availableData()) {
-        processTaskOutput(decodeUtf8(piece));
+    } const drain{tool};
+    const auto hand = [&](const QByteArray& bytes) {
+        if (bytes.isEmpty()) return;
+        const OptionalText text = decodeUtf8(bytes);
+        call.parser ? call.parser(text) : processTaskOutput(text);
+    };
+    const auto dialect = dialectFor(call.tool, call.arguments);
+    const auto handle = tool.standardOutput()->fileHandleForReading();
+    for (QByteArray piece = handle->availableData(); !piece.isEmpty(); piece = handle->availableData()) {
+        if (stopsAt(call.stopAt)) return;
+        hand(dialect->complete(piece));
     }
+    hand(dialect->rest());
 }
 
-void ZOLTThreadTask::waitForTool()
+bool ZOLTThreadTask::stopsAt(ToolCall::StopAt stopAt) const
 {
-    const auto tool = process();
+    if (stopAt == ToolCall::StopAt::Nothing) return false;
+    return cancelled() || (stopAt == ToolCall::StopAt::CancelOrError && error());
+}
+
+void ZOLTThreadTask::endTool()
+{
+    using Waits = ThreadEnd::Waits;
+    const auto tool = end_.looksAtTool() ? process() : nullptr;
     if (!tool) return;
-    if (tool->waitUntilExit()) tool->terminate();
-    if (!cancelled() && tool->terminationStatus() != 0) setError(true);
+    if (end_.waits == Waits::ForTool) tool->waitUntilExit();
+    if (end_.waits != Waits::No) tool->terminate();
+    if (end_.readsStatus && !cancelled() && tool->terminationStatus() != 0) setError(true);
     const std::lock_guard guard(mutex_);
     if (task_ == tool) task_.reset(); // the row may stay for hours: it must not keep descriptors open
 }
@@ -79,13 +131,20 @@ void ZOLTThreadTask::waitForTool()
 void ZOLTThreadTask::stopTask(Sender)
 {
     const Hold hold(shared_from_this());
-    moveTo(Phase::EndedBefore); // has no effect on a thread at work
-    waitForTool();
+    const bool neverBegan = moveTo(Phase::EndedBefore) || phase_ == Phase::EndedBefore;
+    endTool();
     setActive(false);
     setDone(true);
+    if (end_.runsCleanup) guarded("cleanup", [this] { cleanup(); });
+    if (end_.drops == ThreadEnd::Drops::AheadOfRow && !error()) setResults(nullptr);
     ZOLTTask::stopTask(nullptr);
-    if (!error()) setResults(nullptr);
-    reportCompleted();
+    if (end_.drops == ThreadEnd::Drops::BehindRow && !error()) setResults(nullptr);
+    if (neverBegan || end_.reports == ThreadEnd::Reports::AtEachStop) reportCompleted();
+}
+
+void ZOLTThreadTask::finishAfterFault()
+{
+    stopTask(nullptr);
 }
 
 } // namespace zolt

@@ -8,53 +8,106 @@
 
 #include <QStringList>
 
+#include <functional>
+
 namespace zolt {
 
+/// One run of a tool.
+struct ToolCall
+{
+    /// What ends the reading before the tool closes its output; looked at behind each read, whose piece is dropped
+    /// then.
+    enum class StopAt { Nothing, Cancel, CancelOrError };
+    /// What happens behind the reading, before runTool returns.
+    enum class Afterwards { Nothing, Terminate, WaitAndTerminate };
+
+    QString tool; ///< its name in the tools directory, or a full path
+    QStringList arguments;
+    QString directory = {}; ///< working directory; empty for this program's own
+    /// Gets each piece, absent where its bytes are not valid UTF-8; none for the task's own processTaskOutput.
+    std::function<void(const OptionalText&)> parser = {};
+    StopAt stopAt = StopAt::Cancel;
+    Afterwards afterwards = Afterwards::Nothing;
+};
+
+/// How a thread task stops: the steps of its stopTask that differ from one class to the next, in their order.
+struct ThreadEnd
+{
+    enum class Waits {
+        ForTool,   ///< for the tool's own end, then terminates it
+        Terminate, ///< does not wait: a cancel ends the tool
+        No
+    };
+    enum class Drops {
+        BehindRow,  ///< the results of a good end go once the row shows it: the set is marked done
+        AheadOfRow, ///< they go before: no set is marked, nothing follows
+        Never       ///< they are a report
+    };
+    enum class Reports {
+        AtEachStop, ///< a cancel and the thread both report to the queue
+        ByThread    ///< once, when the thread's work is over; a cancel shows on the row alone
+    };
+
+    Waits waits = Waits::ForTool;
+    bool readsStatus = true;  ///< the tool's exit status sets `error`, unless cancelled
+    bool runsCleanup = false; ///< the hook runs between the flags and the row's outcome
+    Drops drops = Drops::BehindRow;
+    Reports reports = Reports::AtEachStop;
+
+    bool looksAtTool() const { return waits != Waits::No || readsStatus; }
+};
+
 /// Concrete tasks fill in doStartTask, which calls beginRow, does the work with runTool and other blocking calls, calls
-/// stopTask, and does what must come after the row has changed.
+/// stopTask, and does what must come after the row has changed. Their way of stopping is a ThreadEnd.
 class ZOLTThreadTask : public ZOLTTask
 {
 public:
-    /// Detaches a thread on doStartTask and returns at once.
+    /// Detaches a thread on doStartTask and returns at once; starts nothing if the task has ended before.
     void startTask() override;
-    /// Waits for the tool's own end, sets `error` from its status unless cancelled, ends the row, keeps the results of
-    /// a failure alone, and reports to the queue.
+    /// Ends the task as its ThreadEnd says.
     void stopTask(Sender sender) override;
 
+    /// Hook at the end. May run twice after a cancel, on two threads.
+    virtual void cleanup() {}
+    /// Hook for each piece that a tool writes, where its call names no parser. On the task's own thread.
+    virtual void processTaskOutput(const OptionalText& output);
+
+    /// Runs one tool and hands on its output, completed by the tool's dialect, until the reading ends. What the tool
+    /// writes after that is thrown away while its end is waited for. On the task's own thread.
+    /// @throws PlatformException if it cannot be started
+    void runTool(const ToolCall& call);
+
 protected:
-    ZOLTThreadTask() = default;
+    explicit ZOLTThreadTask(const ThreadEnd& end = {}) : end_(end) {}
     void setUpThreadTask(ZOLTTaskQueue* queue);
 
     /// The whole of the work. On the task's own thread.
     virtual void doStartTask() = 0;
-    /// Hook for each piece that a tool writes; absent where the bytes are not valid UTF-8. On the task's own thread.
-    virtual void processTaskOutput(const OptionalText& output) = 0;
 
     /// Marks the row running and shows the title.
     void beginRow() { ZOLTTask::startTask(); }
 
-    /// Runs one tool, handing each piece of its output to processTaskOutput, until it closes its output or the task is
-    /// cancelled. A cancel is seen when the tool next writes, and that piece is dropped; what follows is thrown away
-    /// while the end is waited for. Does not wait for the tool's exit. @throws PlatformException if it cannot be
-    /// started
-    void runTool(const QString& launchPath, const QStringList& arguments);
-
     /// The process of the last runTool; none before, and none after its end was waited for.
     std::shared_ptr<ChildProcess> process() const { return get(task_); }
-    /// Waits for the last tool's end and sets `error` if its status is not 0, unless cancelled.
-    void waitForTool();
     Environment environment() const { return get(environment_); }
     void setEnvironment(const Environment& environment) { put(environment_, environment); }
 
-    void finishAfterFault() override { stopTask(nullptr); }
+    void finishAfterFault() override;
 
 private:
     /// A thread begins its work or the task ends before that, whichever comes first.
     enum class Phase { Waiting, Begun, EndedBefore };
 
     void run();
+    void guardedWork();
     bool moveTo(Phase phase);
+    std::shared_ptr<ChildProcess> launched(const ToolCall& call);
+    void readOutput(ChildProcess& tool, const ToolCall& call);
+    bool stopsAt(ToolCall::StopAt stopAt) const;
+    void letToolGo();
+    void endTool();
 
+    const ThreadEnd end_;
     std::atomic<Phase> phase_ = Phase::Waiting;
     Environment environment_;
     std::shared_ptr<ChildProcess> task_;

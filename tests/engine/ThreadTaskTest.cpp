@@ -33,18 +33,19 @@ public:
     std::atomic<bool> onMain = false;
     QString toolPath = fakeTool();
 
+    void processTaskOutput(const OptionalText& output) override
+    {
+        put(heard_, heard() + textOrEmpty(output));
+        appendResults(output);
+    }
+
 protected:
     void doStartTask() override
     {
         onMain = isMainThread();
         beginRow();
-        runTool(toolPath, arguments_);
+        runTool({.tool = toolPath, .arguments = arguments_});
         stopTask(nullptr);
-    }
-    void processTaskOutput(const OptionalText& output) override
-    {
-        put(heard_, heard() + textOrEmpty(output));
-        appendResults(output);
     }
 
 private:

@@ -267,5 +267,10 @@ QString appendingExtension(const QString& path, const QString& extension)
     return path + u'.' + extension;
 }
 
+QString inFolderWithExtension(const QString& source, const QString& folder, const QString& extension)
+{
+    return appendingExtension(appendingComponent(folder, deletingExtension(lastComponent(source))), extension);
+}
+
 } // namespace path
 } // namespace zolt

@@ -102,6 +102,8 @@ QString deletingExtension(const QString& path);
 QString appendingComponent(const QString& path, const QString& component);
 /// The path, a dot and the extension.
 QString appendingExtension(const QString& path, const QString& extension);
+/// Where a conversion of `source` goes: in the folder, under the source's base name with another extension.
+QString inFolderWithExtension(const QString& source, const QString& folder, const QString& extension);
 
 } // namespace path
 } // namespace zolt
