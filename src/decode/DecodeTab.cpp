@@ -1,9 +1,9 @@
 #include "decode/DecodeTab.h"
 
 #include "decode/DecodeFlacTask.h"
-#include "engine/ZOLTTaskQueue.h"
-#include "platform/desktop/Panels.h"
+#include "engine/ZOLTTask.h"
 #include "shell/Constants.h"
+#include "shell/FileCommand.h"
 #include "shell/Wording.h"
 
 namespace zolt {
@@ -190,7 +190,8 @@ WorkPlan DecodeTab::workPlan() const
     all.deletes = deleteOriginalsButton->state();
     for (qsizetype row = 0; row < all.files.size(); ++row)
         plan(all, row, format);
-    if (!all.items.empty()) all.words = filesInWords(all.sources()) + QStringLiteral(" to ") + format;
+    all.words = all.items.empty() ? QStringLiteral("Nothing in the list can be decoded")
+                                  : filesInWords(all.sources()) + QStringLiteral(" to ") + format;
     return all;
 }
 
@@ -202,19 +203,12 @@ std::shared_ptr<ZOLTTask> DecodeTab::taskFor(const QString& file, const QString&
 
 void DecodeTab::executeCommand(Sender)
 {
-    if (fileNames().isEmpty()) return;
+    const auto command = FileCommand::start(
+        *this, {.besideSources = sourceDecodeButton->state(), .deletes = deleteOriginalsButton->state()});
+    if (!command) return;
     const QString format = outputFormat();
-    const bool besideSource = sourceDecodeButton->state();
-    const bool deleteOriginals = deleteOriginalsButton->state();
-    if (deleteOriginals && !confirmDeletion()) return;
-    OptionalText folder;
-    if (!besideSource && !(folder = chooseOutputFolder())) return;
-    for (const QString& file : fileNames().copy()) {
-        const auto task = taskFor(file, besideSource ? path::deletingLastComponent(file) : *folder, format);
-        if (!task) continue; // a file that nothing here decodes is skipped without a word
-        if (deleteOriginals) task->setDeleteOriginal(true);
-        taskQueue()->addTask(task);
-    }
+    for (const QString& file : command->files()) // a file that nothing here decodes is skipped without a word
+        command->queue(taskFor(file, command->folderFor(file), format));
     clearFiles();
 }
 

@@ -154,18 +154,20 @@ OptionalText BaseTab::chooseOutputFolder() const
     }
 }
 
-bool BaseTab::confirmDeletion()
-{
-    constexpr int yes = 1;
-    return panels().runAlert(
-               QStringLiteral("You have chosen to delete the original files.  Are you sure you want to continue?"),
-               QString(), QStringLiteral("Yes"), QStringLiteral("No")) == yes;
-}
-
 void BaseTab::removeRows(const QList<qsizetype>& rows)
 {
     fileNames_->removeAt(rows);
     tableView->reloadData();
+}
+
+void BaseTab::executeCommandWithout(const QList<qsizetype>& rows)
+{
+    QStringList kept;
+    for (const qsizetype row : rows)
+        kept += fileNames_->at(row);
+    removeRows(rows);
+    if (!fileNames_->isEmpty()) executeCommand(nullptr);
+    if (!kept.isEmpty()) add(kept);
 }
 
 ZOLTTaskQueue* BaseTab::taskQueue() const

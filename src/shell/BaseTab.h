@@ -75,9 +75,13 @@ public:
 
     /// Takes the rows out of the list.
     void removeRows(const QList<qsizetype>& rows);
+    /// Presses the command on all rows but these, which stay in the list. Nothing is pressed where no other is left.
+    void executeCommandWithout(const QList<qsizetype>& rows);
     /// The names of the tools that the command would run on the present list, for the look-up before it is pressed.
     QStringList toolsNeeded() const { return workPlan().tools; }
 
+    /// The program's queue; none without a controller.
+    ZOLTTaskQueue* taskQueue() const;
     const FileList& fileNames() const { return *fileNames_; }
     /// The list object itself, for tasks that read it later.
     const std::shared_ptr<FileList>& fileList() const { return fileNames_; }
@@ -91,10 +95,7 @@ public:
 
 protected:
     BaseTab();
-    ZOLTTaskQueue* taskQueue() const;
     QString label() const;
-    /// Asks whether the originals are really to be deleted.
-    static bool confirmDeletion();
     /// What the last addition brought.
     const QStringList& lastAdded() const { return lastAdded_; }
 

@@ -7,7 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <atomic>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace zolt {
@@ -36,6 +38,13 @@ struct WorkItem
     QString caution;                 ///< a sentence about this source; empty for none
 };
 
+/// What a look at the files themselves found, for a person to know before the start.
+struct WorkCaution
+{
+    QString text;          ///< one sentence
+    QList<qsizetype> rows; ///< of the list that it is about; empty where it is about all
+};
+
 /// Made on the main thread without a look at the disk; a value that any thread may read then.
 struct WorkPlan
 {
@@ -44,11 +53,13 @@ struct WorkPlan
     QList<qsizetype> passedOver; ///< rows that the command makes nothing of
     bool deletes = false;        ///< the sources go after success
     QStringList tools;           ///< that the command runs
-    QString words;               ///< "23 FLAC files to WAV"; empty where there is nothing to do
+    QString words;               ///< "23 FLAC files to WAV"; with no item, a sentence that says so
     bool besideSources = false;  ///< outputs stand beside their sources
     bool needsFolder = false;    ///< a folder is asked for, unless the tab has a destination
     QString folder;              ///< the tab's destination where one is needed; empty if none is set
     QStringList cautions;        ///< sentences about the whole
+    /// What the tab wants to be read in the files; run on a thread of its own, and given up when `stop` is set.
+    std::function<std::vector<WorkCaution>(const WorkPlan& plan, const std::atomic<bool>& stop)> inspect;
 
     /// Outputs stand beside their sources, or in a folder, which is the tab's destination if it has one.
     void setPlaces(bool beside, const OptionalText& destination);

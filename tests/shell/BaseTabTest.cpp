@@ -208,6 +208,18 @@ TEST_F(BaseTabs, RowsCanBeTakenOut)
     EXPECT_EQ(decode.fileNames().copy(), QStringList{u"/b.flac"_s});
 }
 
+TEST_F(BaseTabs, RowsThatAreLeftOutStayInTheList)
+{
+    decode.addFiles({u"/a.flac"_s, u"/b.flac"_s, u"/c.flac"_s});
+    decode.executeCommandWithout({1});
+    EXPECT_EQ(decode.pressed, QStringList({u"/a.flac"_s, u"/c.flac"_s}));
+    EXPECT_EQ(decode.fileNames().copy(), QStringList{u"/b.flac"_s});
+    decode.pressed = {};
+    decode.executeCommandWithout({0});
+    EXPECT_TRUE(decode.pressed.isEmpty());
+    EXPECT_EQ(decode.fileNames().copy(), QStringList{u"/b.flac"_s});
+}
+
 TEST_F(BaseTabs, OneListObjectIsEmptiedInPlace)
 {
     const auto list = decode.fileList();

@@ -22,6 +22,12 @@ class PlainTab : public BaseTab
 public:
     void displayRelevantOptions() override { ++displays; }
     void filesAdded() override { ++additions; }
+    void executeCommand(Sender) override
+    {
+        pressed = fileNames().copy();
+        clearFiles();
+    }
+    QStringList pressed; ///< the list when the command was pressed last
     int displays = 0;
     int additions = 0;
 };

@@ -6,14 +6,13 @@
 #include "engine/OutputWindowController.h"
 #include "engine/ZOLTTask.h"
 #include "engine/ZOLTTaskQueue.h"
-#include "platform/desktop/ToolsDirectory.h"
 #include "platform/desktop/UserDefaults.h"
 #include "platform/errors/Exceptions.h"
-#include "platform/files/Files.h"
 #include "platform/process/ChildProcess.h"
 #include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
 #include "shell/BaseTab.h"
+#include "shell/Outlook.h"
 #include "shell/ZOLTController.h"
 
 #include <QCoreApplication>
@@ -59,6 +58,13 @@ void overlaySettings(const BatchOptions& options)
     if (options.has(u"jobs"_s)) UserDefaults::standard().set(u"maxThreads"_s, options.value(u"jobs"_s).toInt());
 }
 
+/// Nobody is there to look at it again: what a tool would only find out later is refused now.
+bool preventsStart(OutlookProblem::Kind kind)
+{
+    using Kind = OutlookProblem::Kind;
+    return kind == Kind::MissingTool || kind == Kind::MissingFolder || kind == Kind::Collision;
+}
+
 void takeUpSignals()
 {
     QCoreApplication::processEvents();
@@ -93,7 +99,7 @@ ZOLTTaskQueue& BatchRun::queue()
 int BatchRun::run()
 {
     BaseTab& tab = command_.setUp(*program_, options_);
-    if (outputFolderIsThere() && enterFiles(tab) && toolsAreThere(tab)) {
+    if (enterFiles(tab) && mayStart(tab)) {
         press(tab);
         waitForAll();
     }
@@ -109,31 +115,27 @@ void BatchRun::refuse(const QString& text)
     rows_->note(text);
 }
 
-bool BatchRun::outputFolderIsThere()
-{
-    if (!options_.has(u"out"_s) || isDirectory(options_.value(u"out"_s))) return true;
-    refuse(u"%1: there is no such folder to write to"_s.arg(onOneLine(options_.value(u"out"_s))));
-    return false;
-}
-
 bool BatchRun::enterFiles(BaseTab& tab)
 {
     InputFiles inputs(tab, options_);
     for (const QString& leftOut : inputs.enter())
         refuse(leftOut);
-    const QStringList collisions = inputs.collisions();
-    for (const QString& collision : collisions)
-        refuse(collision);
     if (tab.fileNames().isEmpty()) rows_->note(u"nothing to %1"_s.arg(options_.command));
-    return collisions.isEmpty() && !tab.fileNames().isEmpty();
+    return !tab.fileNames().isEmpty();
 }
 
-bool BatchRun::toolsAreThere(const BaseTab& tab)
+bool BatchRun::mayStart(const BaseTab& tab)
 {
-    const auto missing = missingTools(tab.toolsNeeded());
-    for (const MissingTool& tool : missing)
-        refuse(missingToolMessage(tool));
-    return missing.isEmpty();
+    bool may = true;
+    const std::atomic<bool> stop = false;
+    for (const OutlookProblem& problem : outlookOf(tab.workPlan(), LocalDisk(), stop).problems) {
+        const QStringList told = problem.details.isEmpty() ? QStringList{problem.text} : problem.details;
+        const bool stops = preventsStart(problem.kind);
+        may = may && !stops;
+        for (const QString& sentence : told)
+            stops ? refuse(onOneLine(sentence)) : rows_->note(onOneLine(sentence));
+    }
+    return may;
 }
 
 void BatchRun::press(BaseTab& tab)

@@ -40,9 +40,8 @@ private:
     void taskAdded(const std::shared_ptr<ZOLTTask>& task) override;
     void taskEnded(const std::shared_ptr<ZOLTTask>& task) override;
 
-    bool outputFolderIsThere();
     bool enterFiles(BaseTab& tab);
-    bool toolsAreThere(const BaseTab& tab);
+    bool mayStart(const BaseTab& tab);
     void press(BaseTab& tab);
     void waitForAll();
     bool settled() const;

@@ -4,10 +4,7 @@
 #include "platform/files/Files.h"
 #include "shell/BaseTab.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QHash>
 #include <QSet>
 
 #include <cerrno>
@@ -18,17 +15,6 @@
 namespace zolt::batch {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// The output by the true place of its folder, however it was reached.
-QString placeOf(const QString& output)
-{
-    const QFileInfo file(output);
-    return file.dir().canonicalPath() + u'/' + file.fileName();
-}
-
-} // namespace
 
 QStringList absolutePaths(const QStringList& given)
 {
@@ -106,25 +92,6 @@ QStringList InputFiles::removeUnhandled()
     }
     if (!rows.isEmpty()) tab_.removeRows(rows);
     return leftOut;
-}
-
-QStringList InputFiles::collisions() const
-{
-    QHash<QString, QString> sources; // by output
-    QStringList found;
-    for (const WorkItem& item : tab_.workPlan().items) {
-        if (item.sharesOutput) continue;
-        for (const QString& output : item.outputs) {
-            const QString place = placeOf(output);
-            if (const auto other = sources.constFind(place); other != sources.constEnd()) {
-                found.append(u"%1 and %2 would both be written to %3"_s.arg(onOneLine(*other), onOneLine(item.source),
-                                                                            onOneLine(output)));
-            } else {
-                sources.insert(place, item.source);
-            }
-        }
-    }
-    return found;
 }
 
 } // namespace zolt::batch

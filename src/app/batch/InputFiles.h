@@ -23,8 +23,6 @@ public:
 
     /// @return a sentence for the user about each input that is left out
     QStringList enter();
-    /// A sentence about each output that two sources of the list would write; empty if there is none.
-    QStringList collisions() const;
 
 private:
     QStringList enterReadable();

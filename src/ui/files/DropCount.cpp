@@ -1,9 +1,9 @@
 #include "ui/files/DropCount.h"
 
-#include "decode/DecodeOutlook.h"
 #include "platform/files/FileWalk.h"
 #include "platform/text/Text.h"
 #include "shell/SystemFiles.h"
+#include "shell/Wording.h"
 
 namespace zolt {
 

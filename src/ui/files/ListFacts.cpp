@@ -1,7 +1,7 @@
 #include "ui/files/ListFacts.h"
 
-#include "decode/DecodeOutlook.h"
 #include "platform/text/Text.h"
+#include "shell/Wording.h"
 
 #include <QFile>
 #include <QLocale>

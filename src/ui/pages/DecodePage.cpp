@@ -3,6 +3,7 @@
 #include "decode/DecodeTab.h"
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
+#include "shell/Outlook.h"
 #include "ui/binding/Bindings.h"
 #include "ui/files/FilesPanel.h"
 #include "ui/pages/OutlookLine.h"
@@ -82,26 +83,17 @@ void DecodePage::refreshOutlook()
     pause_.start();
 }
 
-DecodePlan DecodePage::plan() const
-{
-    return {.files = tab_.fileNames().copy(),
-            .format = tab_.outputFormat(),
-            .besideSource = tab_.sourceDecodeButton->state(),
-            .deleteOriginals = tab_.deleteOriginalsButton->state(),
-            .missingTools = missingTools(tab_.toolsNeeded())};
-}
-
 void DecodePage::lookAhead()
 {
-    lookingAhead_.start([this, plan = plan()](const std::atomic<bool>& stop) {
-        const DecodeOutlook outlook = decodeOutlook(plan, LocalDisk(), stop);
-        return [this, outlook] { form_->outlook->show(outlook.intention, outlook.problems); };
+    lookingAhead_.start([this, plan = tab_.workPlan()](const std::atomic<bool>& stop) {
+        const Outlook outlook = outlookOf(plan, LocalDisk(), stop);
+        return [this, outlook] { form_->outlook->show(outlook.intention, outlook.sentences()); };
     });
 }
 
-bool DecodePage::canStart(const QStringList& unsupported) const
+bool DecodePage::canStart(const WorkPlan& plan) const
 {
-    if (unsupported.size() == tab_.fileNames().count()) {
+    if (plan.items.empty()) {
         panels().runAlert(u"Nothing in the list can be decoded"_s,
                           u"This version does not decode files of these formats. They stay in the list."_s, u"OK"_s);
         return false;
@@ -111,14 +103,12 @@ bool DecodePage::canStart(const QStringList& unsupported) const
 
 void DecodePage::pressCommand()
 {
-    if (tab_.fileNames().isEmpty()) return;
+    const WorkPlan plan = tab_.workPlan();
+    if (plan.files.isEmpty() || !canStart(plan)) return;
     // Formats that the tab takes and this version has no decoder for; what is no audio file is skipped without a word.
-    QStringList unsupported = passedOverByDecode(tab_.fileNames().copy());
-    unsupported.removeIf([](const QString& file) { return path::extension(file).isEmpty(); });
-    if (!canStart(unsupported)) return;
-    tab_.executeCommand(nullptr);
-    const bool started = tab_.fileNames().isEmpty();
-    if (started && !unsupported.isEmpty()) tab_.addFiles(unsupported);
+    QList<qsizetype> unsupported = plan.passedOver;
+    unsupported.removeIf([&](qsizetype row) { return path::extension(plan.files[row]).isEmpty(); });
+    tab_.executeCommandWithout(unsupported);
 }
 
 } // namespace zolt

@@ -1,7 +1,6 @@
 // The Decode tab as a person meets it.
 #pragma once
 
-#include "decode/DecodeOutlook.h"
 #include "ui/LatestJob.h"
 #include "ui/pages/TabPage.h"
 
@@ -16,6 +15,7 @@ class DecodeTab;
 namespace zolt {
 
 class DecodeTab;
+struct WorkPlan;
 
 /// Main thread.
 class DecodePage : public TabPage
@@ -38,8 +38,7 @@ private:
     void bindOutlets();
     void refreshOutlook();
     void lookAhead();
-    DecodePlan plan() const;
-    bool canStart(const QStringList& unsupported) const;
+    bool canStart(const WorkPlan& plan) const;
 
     const std::unique_ptr<Ui::DecodeTab> form_;
     DecodeTab& tab_;

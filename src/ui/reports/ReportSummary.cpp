@@ -1,6 +1,6 @@
 #include "ui/reports/ReportSummary.h"
 
-#include "decode/DecodeOutlook.h"
+#include "shell/Wording.h"
 
 #include <QStringTokenizer>
 

@@ -89,7 +89,7 @@ TEST_F(DecodePageTest, ProblemsAreToldBeforeTheStart)
     file(u"a.wav"_s);
     add({file(u"a.flac"_s)});
     EXPECT_TRUE(outlookBecomes(u"1 FLAC file to WAV beside its source\n"
-                               "a.wav exists already and will not be overwritten: move it away first"_s))
+                               "a.wav exists already and will not be overwritten"_s))
         << outlook().toStdString();
 }
 

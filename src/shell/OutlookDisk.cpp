@@ -1,6 +1,7 @@
-#include "decode/OutlookDisk.h"
+#include "shell/OutlookDisk.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QtEndian>
 
 #include <limits>
@@ -69,6 +70,17 @@ std::int64_t LocalDisk::decodedBytes(const QString& path) const
     QFile file(path);
     const QByteArray start = file.open(QIODevice::ReadOnly) ? file.read(packedAt + 8) : QByteArray();
     return std::max(decodedFlacBytes(start), size(path));
+}
+
+QString LocalDisk::trueFolder(const QString& folder) const
+{
+    const QString canonical = QFileInfo(folder).canonicalFilePath();
+    return canonical.isEmpty() ? folder : canonical;
+}
+
+QList<MissingTool> LocalDisk::missing(const QStringList& tools) const
+{
+    return missingTools(tools);
 }
 
 } // namespace zolt

@@ -1,0 +1,62 @@
+#include "shell/Outlook.h"
+
+#include "shell/OutlookChecks.h"
+#include "shell/Wording.h"
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString place(const WorkPlan& plan)
+{
+    if (plan.needsFolder) return plan.folder.isEmpty() ? u" in a folder that you choose"_s : u" in "_s + plan.folder;
+    if (!plan.besideSources) return QString();
+    return plan.items.size() == 1 ? u" beside its source"_s : u" beside their sources"_s;
+}
+
+QString deletion(const WorkPlan& plan)
+{
+    if (!plan.deletes) return QString();
+    const auto count = qsizetype(plan.items.size());
+    return u", and delete the "_s + (count == 1 ? u"original"_s : counted(count, u"original"_s));
+}
+
+} // namespace
+
+QStringList Outlook::sentences() const
+{
+    QStringList all;
+    for (const OutlookProblem& each : problems)
+        all += each.text;
+    return all;
+}
+
+const OutlookProblem* Outlook::problem(OutlookProblem::Kind kind) const
+{
+    const auto found =
+        std::find_if(problems.begin(), problems.end(), [kind](const auto& each) { return each.kind == kind; });
+    return found == problems.end() ? nullptr : &*found;
+}
+
+QString intentionOf(const WorkPlan& plan)
+{
+    if (plan.files.isEmpty() && plan.items.empty()) return QString();
+    if (plan.items.empty()) return plan.words.isEmpty() ? u"Nothing in the list can be used here"_s : plan.words;
+    return plan.words + place(plan) + deletion(plan);
+}
+
+Outlook outlookOf(const WorkPlan& plan, const OutlookDisk& disk, const std::atomic<bool>& stop)
+{
+    Outlook outlook{.intention = intentionOf(plan), .problems = {}};
+    if (outlook.intention.isEmpty()) return outlook;
+    for (const OutlookCheck check : outlookChecks()) {
+        if (stop) break;
+        const auto found = check({plan, disk, stop});
+        outlook.problems.insert(outlook.problems.end(), found.begin(), found.end());
+    }
+    return outlook;
+}
+
+} // namespace zolt
