@@ -29,6 +29,14 @@ QString formatName(uint32_t formatType, uint32_t fileType)
     }
 }
 
+/// Four characters of status tell a person nothing.
+void tellRefusal(AudioStatus status, const QString& name, const AudioFormat& output)
+{
+    if (status != audioStatus::UnsupportedFormat) return;
+    qCWarning(encodeLog, "%s of %u channels, %u bits and %.0f Hz can't be written", qUtf8Printable(name),
+              output.channelsPerFrame, output.bitsPerChannel, output.sampleRate);
+}
+
 /// One step of handing over settings: a failure is logged in one wording and thrown in another.
 void requireSetting(AudioStatus status, const char* logText, const QString& reason)
 {
@@ -99,8 +107,9 @@ void EncodeCoreAudioSync::openInput(Files& files) const
 void EncodeCoreAudioSync::createOutput(Files& files)
 {
     const auto output = outputFormatFor(files.inputFormat, formatType_, fileType_);
-    requireStatus(AudioFileWriter::create(outFile_, fileType_, output, files.output),
-                  u"ExtAudioFileCreateWithURL failed"_s);
+    const auto created = AudioFileWriter::create(outFile_, fileType_, output, files.output);
+    tellRefusal(created, formatStringValue_, output);
+    requireStatus(created, u"ExtAudioFileCreateWithURL failed"_s);
     // Linear data flows unchanged into the output's encoder; compressed data is decoded to the output's linear form.
     files.clientFormat = files.inputFormat.isLinear() ? files.inputFormat : output;
     if (files.input->setClientFormat(files.clientFormat))
@@ -147,7 +156,10 @@ void EncodeCoreAudioSync::copyFrames(Files& files) const
         if (files.input->read(buffer, framesPerRound, frames))
             throw PlatformException(u"Exception"_s, u"ExtAudioFileRead failed"_s);
         if (frames == 0) break;
-        if (files.output->write(buffer, frames)) throw PlatformException(u"Exception"_s, u"ExtAudioFileWrite failed"_s);
+        if (const auto status = files.output->write(buffer, frames)) {
+            qCWarning(encodeLog, "Writing ended with %s", qUtf8Printable(audioStatusText(status)));
+            throw PlatformException(u"Exception"_s, u"ExtAudioFileWrite failed"_s);
+        }
         // An estimate from the latest round, right as long as rounds are full; the last one falls back.
         showProgress(100.0 * static_cast<double>(frames * counter) / static_cast<double>(files.inputFrames));
     }

@@ -36,8 +36,10 @@ public:
     uint32_t bitrate() const { return bitrate_; }
     void setBitrate(uint32_t bitrate) { bitrate_ = bitrate; }
 
-    /// Runs the conversion. An output that exists is overwritten; a failed or cancelled one stays, cut short. All
-    /// failures end in the task's `error` and results; nothing is thrown. A cancel is no failure.
+    /// Runs the conversion. An output that exists is overwritten; a failed or cancelled one stays, cut short. What
+    /// can't be converted (a depth, a rate, a number of channels that the target does not have; compressed to
+    /// compressed) is refused before the output is touched. All failures end in the task's `error` and results; nothing
+    /// is thrown. A cancel is no failure.
     void doEncodeCall() noexcept;
 
     /// Hands mode, bit rate and quality to the output's encoder.

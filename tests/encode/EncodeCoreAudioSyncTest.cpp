@@ -78,6 +78,13 @@ TEST_F(Encoding, ATaskThatHasDroppedItsResultsStillGetsTheError)
     EXPECT_TRUE(task_->error());
 }
 
+TEST_F(Encoding, WhatIsRefusedIsSaidInWordsToo)
+{
+    const LogCapture log;
+    toLossless(writeFile(path(u"a.wav"_s), waveFile(makeSamples(44100, 2, 32, 100))), path(u"a.m4a"_s));
+    EXPECT_EQ(log.count(u"Apple Lossless of 2 channels, 32 bits and 44100 Hz can't be written"_s), 1);
+}
+
 TEST_F(Encoding, DepthsThatTheEncoderCannotTakeAreRefused)
 {
     for (const uint32_t bits : {8u, 32u}) {
@@ -124,10 +131,39 @@ TEST_F(Encoding, AFileConvertedOntoItselfFailsAndStays)
 TEST_F(Encoding, CompressedDataIsNotCarriedFromEncoderToEncoder)
 {
     const auto source = writeFile(path(u"a.m4a"_s), handMadeM4a(Numbers(100, 0x1234), 44100, 2, 16));
-    encoder(source, path(u"b.m4a"_s), formatId::Aac, fileTypeId::M4a)->doEncodeCall();
-    EXPECT_TRUE(task_->error());
-    EXPECT_EQ(task_->results()->results(),
-              failure(source, u"ExtAudioFileSetProperty inFile, kExtAudioFileProperty_ClientDataFormat failed"_s));
+    writeFile(path(u"old.m4a"_s), "precious");
+    for (const auto& name : {u"old.m4a"_s, u"new.m4a"_s}) {
+        encoder(source, path(name), formatId::Aac, fileTypeId::M4a)->doEncodeCall();
+        EXPECT_TRUE(task_->error());
+        EXPECT_EQ(task_->results()->results(),
+                  failure(source, u"ExtAudioFileSetProperty inFile, kExtAudioFileProperty_ClientDataFormat failed"_s));
+    }
+    EXPECT_EQ(fileBytes(path(u"old.m4a"_s)), "precious");
+    EXPECT_FALSE(QFile::exists(path(u"new.m4a"_s)));
+}
+
+TEST_F(Encoding, AWaveWhoseRecorderCrashedIsConvertedToItsEnd)
+{
+    const auto samples = makeSamples(44100, 2, 16, 10000);
+    auto bytes = waveFile(samples);
+    bytes.replace(4, 4, littleEndian(36, 4)).replace(40, 4, littleEndian(0, 4));
+    toAiff(writeFile(path(u"a.wav"_s), bytes), path(u"a.aiff"_s));
+    EXPECT_FALSE(task_->error());
+    EXPECT_EQ(fileBytes(path(u"a.aiff"_s)), aiffFile(samples));
+}
+
+TEST_F(Encoding, AudioThatCannotBeLocatedFailsAtTheOpen)
+{
+    const auto noTrack =
+        atom("ftyp", QByteArray("M4A \0\0\0\0M4A ", 12)) + atom("moov", atom("mvhd", QByteArray(100, '\0')));
+    const auto noData = waveFile(makeSamples(44100, 2, 16, 0)).chopped(8);
+    for (const auto& bytes : {noTrack, noData}) {
+        const auto source = writeFile(path(u"a"_s), bytes);
+        toWave(source, path(u"out"_s));
+        EXPECT_TRUE(task_->error());
+        EXPECT_TRUE(task_->results()->results().contains(u"ExtAudioFileOpenURL failed"_s));
+        EXPECT_FALSE(QFile::exists(path(u"out"_s)));
+    }
 }
 
 TEST_F(Encoding, ACutLosslessSourceIsAFailure)
@@ -148,7 +184,7 @@ TEST_F(Encoding, AFullDiskIsAFailure)
 {
     const auto source = silence(path(u"a.wav"_s), 100);
     toAiff(source, u"/dev/full"_s);
-    EXPECT_EQ(task_->results()->results(), failure(source, u"ExtAudioFileCreateWithURL failed full"_s));
+    EXPECT_EQ(task_->results()->results(), failure(source, u"ExtAudioFileWrite failed"_s));
 }
 
 TEST_F(Encoding, AFailedWriteIsAFailureForEveryTarget)

@@ -98,6 +98,74 @@ TEST_F(BetweenLinearFiles, AnEmptyFileGivesAnEmptyFile)
     const auto wave = writeFile(path(u"a.wav"_s), waveFile(samples));
     toAiff(wave, path(u"a.aiff"_s));
     toLossless(wave, path(u"a.m4a"_s));
-    EXPECT_FALSE(task_->error());
     EXPECT_EQ(fileBytes(path(u"a.aiff"_s)), aiffFile(samples));
+    EXPECT_EQ(probed(path(u"a.m4a"_s), u"codec_name,sample_rate,channels"_s), "alac,44100,2");
+    toWave(path(u"a.m4a"_s), path(u"back.wav"_s));
+    EXPECT_EQ(fileBytes(path(u"back.wav"_s)), waveFile(samples));
+    EXPECT_FALSE(task_->error());
+}
+
+namespace {
+
+/// Samples in more bytes than they need: the bits stand at the high end, zeros below.
+QByteArray roomyWave(const Samples& samples, uint32_t bits, uint32_t bytes)
+{
+    auto wide = samples;
+    wide.bits = bytes * 8;
+    wide.little.clear();
+    const auto taken = samples.bits / 8;
+    for (qsizetype at = 0; at < samples.little.size(); at += taken)
+        wide.little += QByteArray(bytes - taken, '\0') + samples.little.mid(at, taken);
+    auto file = waveFile(wide);
+    const auto format = "fmt " + littleEndian(40, 4) + littleEndian(0xfffe, 2) + file.mid(22, 14) +
+                        littleEndian(22, 2) + littleEndian(bits, 2) + littleEndian(0, 4) +
+                        QByteArray::fromHex("0100000000001000800000aa00389b71");
+    return file.replace(12, 24, format);
+}
+
+/// 24-bit samples whose lowest four bits are zeros.
+Samples twentyBits(int frames)
+{
+    auto samples = makeSamples(48000, 2, 24, frames);
+    for (qsizetype at = 0; at < samples.little.size(); at += 3)
+        samples.little[at] = static_cast<char>(samples.little[at] & 0xf0);
+    return samples;
+}
+
+} // namespace
+
+TEST_F(BetweenLinearFiles, TwentyFourBitsInFourBytesAreConvertedExactly)
+{
+    const auto samples = makeSamples(48000, 2, 24, 10007);
+    const auto wave = writeFile(path(u"a.wav"_s), roomyWave(samples, 24, 4));
+    toAiff(wave, path(u"a.aiff"_s));
+    toWave(wave, path(u"b.wav"_s));
+    toLossless(wave, path(u"a.m4a"_s));
+    encoder(wave, path(u"aac.m4a"_s), formatId::Aac, fileTypeId::M4a)->doEncodeCall();
+    EXPECT_FALSE(task_->error()) << task_->results()->results().toStdString();
+    EXPECT_EQ(fileBytes(path(u"a.aiff"_s)), aiffFile(samples));
+    EXPECT_EQ(fileBytes(path(u"b.wav"_s)), waveFile(samples));
+    EXPECT_EQ(decodedByFfmpeg(path(u"a.m4a"_s), 24), samples.little);
+    EXPECT_EQ(statedLength(path(u"aac.m4a"_s)), 10007);
+}
+
+TEST_F(BetweenLinearFiles, LosslessOfTwentyBitsDecodesExactly)
+{
+    const auto samples = twentyBits(10007);
+    for (const uint32_t bytes : {3u, 4u}) {
+        toLossless(writeFile(path(u"a.wav"_s), roomyWave(samples, 20, bytes)), path(u"a.m4a"_s));
+        EXPECT_FALSE(task_->error()) << task_->results()->results().toStdString();
+        EXPECT_EQ(decodedByFfmpeg(path(u"a.m4a"_s), 24), samples.little);
+        toWave(path(u"a.m4a"_s), path(u"back.wav"_s));
+        EXPECT_EQ(fileBytes(path(u"back.wav"_s)), waveFile(samples));
+    }
+}
+
+TEST_F(BetweenLinearFiles, TwentyBitsAreNeverCutToTwoBytesAndTheOldOutputStays)
+{
+    const auto source = writeFile(path(u"a.wav"_s), roomyWave(twentyBits(100), 20, 3));
+    writeFile(path(u"a.aiff"_s), "precious");
+    toAiff(source, path(u"a.aiff"_s));
+    EXPECT_EQ(task_->results()->results(), failure(source, u"ExtAudioFileCreateWithURL failed fmt?"_s));
+    EXPECT_EQ(fileBytes(path(u"a.aiff"_s)), "precious");
 }

@@ -20,13 +20,20 @@ bool hasRate(const AVCodec& codec, int rate)
     return false;
 }
 
-/// The sample format for lossless data of the depth; none for a depth that the encoder would change.
-AVSampleFormat losslessSamples(const AudioFormat& format)
+/// How deep the encoder stores a depth: it knows two, and 20 bits fit into the deeper one. 0 for a depth that it would
+/// alter.
+uint32_t storedDepth(const AudioFormat& format)
 {
     const uint32_t depth = appleLosslessDepth(format.formatFlags);
-    if (format.bitsPerChannel && format.bitsPerChannel != depth) return AV_SAMPLE_FMT_NONE;
-    if (depth == 16) return AV_SAMPLE_FMT_S16P;
-    return depth == 24 ? AV_SAMPLE_FMT_S32P : AV_SAMPLE_FMT_NONE;
+    if (format.bitsPerChannel && format.bitsPerChannel != depth) return 0;
+    return depth == 20 ? 24 : depth == 32 ? 0 : depth;
+}
+
+AVSampleFormat losslessSamples(const AudioFormat& format)
+{
+    const uint32_t depth = storedDepth(format);
+    if (!depth) return AV_SAMPLE_FMT_NONE;
+    return depth == 16 ? AV_SAMPLE_FMT_S16P : AV_SAMPLE_FMT_S32P;
 }
 
 const AVCodec* encoderFor(uint32_t format)
@@ -48,7 +55,7 @@ void describe(const AudioFormat& format, AVSampleFormat samples, AVCodecContext&
     encoder.time_base = {1, rate};
     encoder.thread_count = 1; // files run side by side already
     encoder.flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-    if (isLossless(format)) encoder.bits_per_raw_sample = static_cast<int>(appleLosslessDepth(format.formatFlags));
+    if (isLossless(format)) encoder.bits_per_raw_sample = static_cast<int>(storedDepth(format));
     av_channel_layout_from_mask(&encoder.ch_layout, speakers[format.channelsPerFrame - 1]);
 }
 

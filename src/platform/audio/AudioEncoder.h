@@ -15,7 +15,7 @@ public:
     using PacketTaker = std::function<AudioStatus(AVPacket& packet)>;
 
     /// Opens the encoder for a format; what it can't take exactly is refused.
-    /// @param format 'alac' with the flags of 16 or 24 bits, or 'aac '
+    /// @param format 'alac' with the flags of 16, 20 or 24 bits (20 are stored as 24), or 'aac '
     /// @return UnsupportedFormat, also for a rate or a number of channels that the encoder does not have
     AudioStatus open(const AudioFormat& format, const EncoderSettings& settings);
 

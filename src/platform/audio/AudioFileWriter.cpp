@@ -5,12 +5,18 @@
 #include "platform/audio/M4aSink.h"
 #include "platform/audio/OpenFiles.h"
 
+#include <QFileInfo>
+
 namespace zolt {
 
 struct AudioFileWriter::State
 {
-    explicit State(const AudioFormat& fileFormat) : format(fileFormat), control(fileFormat.formatId) {}
+    State(const QString& where, const AudioFormat& fileFormat)
+        : path(where), format(fileFormat), control(fileFormat.formatId)
+    {
+    }
 
+    QString path;
     AudioFormat format; ///< the data as it lies in the file
     EncoderControl control;
     std::unique_ptr<OpenFileMark> mark;
@@ -19,45 +25,34 @@ struct AudioFileWriter::State
     std::optional<ClientWriter> client;
 };
 
-namespace {
-
-AudioStatus createLinear(const QString& path, const LinearHeader& header, const AudioFormat& stored,
-                         std::unique_ptr<SampleSink>& sink)
-{
-    auto made = std::make_unique<LinearSink>(path, header, stored);
-    const auto status = made->create();
-    if (!status) sink = std::move(made);
-    return status;
-}
-
-} // namespace
-
 AudioFileWriter::AudioFileWriter(std::unique_ptr<State> state) : state_(std::move(state)) {}
 
 AudioFileWriter::~AudioFileWriter()
 {
-    dispose();
+    if (!state_) return;
+    if (state_->client->hasBegun())
+        dispose();
+    else if (state_->mark->hasMade())
+        QFile::remove(QFileInfo(state_->path).canonicalFilePath());
 }
 
 AudioStatus AudioFileWriter::create(const QString& path, uint32_t fileType, const AudioFormat& format,
                                     std::unique_ptr<AudioFileWriter>& writer)
 {
     return audioGuarded([&] {
-        auto state = std::make_unique<State>(storedFormat(fileType, format));
+        auto state = std::make_unique<State>(path, storedFormat(fileType, format));
         AudioStatus status = audioStatus::UnsupportedFormat;
         const auto* header = linearHeaderFor(fileType, format);
         const bool encodes = fileType == fileTypeId::M4a && !format.isLinear();
         if (!header && (!encodes || (status = M4aSink::check(format)))) return status;
         if ((status = OpenFileMark::claim(path, state->mark))) return status;
         if (header) {
-            status = createLinear(path, *header, state->format, state->sink);
+            state->sink = std::make_unique<LinearSink>(path, *header, state->format);
         } else {
-            auto made = std::make_unique<M4aSink>(format);
-            status = made->create(path);
+            auto made = std::make_unique<M4aSink>(path, format);
             state->encoding = made.get();
             state->sink = std::move(made);
         }
-        if (status) return status;
         state->client.emplace(*state->sink, state->format);
         writer.reset(new AudioFileWriter(std::move(state)));
         return audioStatus::Ok;

@@ -8,14 +8,16 @@
 
 namespace zolt {
 
-/// An audio file that is being written. Dropping the object without `dispose` finishes the file too, its status unseen.
+/// An audio file that is being written. Dropping the object without `dispose` finishes a file that got samples, its
+/// status unseen; a file that got none is left as it was found.
 class AudioFileWriter
 {
 public:
-    /// Creates a file; one that exists is emptied, but only once nothing else stands against it.
+    /// Creates a file. One that exists is emptied by the first samples or by `dispose`, so whatever is refused before
+    /// them leaves it alone.
     /// @param fileType one of fileTypeId
     /// @param format   linear with the flags that the file type holds and 8, 16, 24 or 32 bits; or Apple Lossless of
-    ///                 16 or 24 bits; or AAC
+    ///                 16, 20 or 24 bits, 20 being stored as 24; or AAC at a rate that its encoder has
     /// @param writer   set on success alone
     /// @return FileInUse if the service has the path open, UnsupportedFormat for data that would have to be altered
     static AudioStatus create(const QString& path, uint32_t fileType, const AudioFormat& format,

@@ -9,7 +9,7 @@ LinearSink::LinearSink(const QString& path, const LinearHeader& header, const Au
 {
 }
 
-AudioStatus LinearSink::create()
+AudioStatus LinearSink::begin()
 {
     if (!packing_) return audioStatus::UnsupportedFormat;
     errno = 0;

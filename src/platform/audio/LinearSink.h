@@ -15,10 +15,7 @@ public:
     /// @param stored how the samples lie in the file
     LinearSink(const QString& path, const LinearHeader& header, const AudioFormat& stored);
 
-    /// Creates the file, or empties it.
-    AudioStatus create();
-
-    AudioStatus begin() override { return audioStatus::Ok; }
+    AudioStatus begin() override;
     SampleShape shape() const override;
     AudioStatus write(const SampleBlock& block) override;
     AudioStatus writeBytes(const uint8_t* bytes, int64_t count) override;

@@ -15,22 +15,29 @@ AudioStatus M4aSink::check(const AudioFormat& format)
     return encoder.open(format, {});
 }
 
-AudioStatus M4aSink::create(const QString& path)
+AudioStatus M4aSink::begin()
+{
+    if (const auto status = encoder_.open(format_, settings_)) return status;
+    if (const auto status = openFile()) return status;
+    return makeStream();
+}
+
+AudioStatus M4aSink::openFile()
 {
     int result = avformat_alloc_output_context2(&muxer_, nullptr, "ipod", nullptr);
     if (result < 0) return audioStatusFromCodecError(result);
     muxer_->flags |= AVFMT_FLAG_BITEXACT; // no tool name of the library's in the tags
-    result = avio_open(&muxer_->pb, "file:" + QFile::encodeName(path), AVIO_FLAG_WRITE);
+    result = avio_open(&muxer_->pb, "file:" + QFile::encodeName(path_), AVIO_FLAG_WRITE);
     return result < 0 ? audioStatusFromCodecError(result) : audioStatus::Ok;
 }
 
-AudioStatus M4aSink::begin()
+/// The muxer leaves out a track that got no packets, unless the index is written ahead of them.
+AudioStatus M4aSink::writeHeader(bool empty)
 {
-    if (const auto status = encoder_.open(format_, settings_)) return status;
-    if (const auto status = makeStream()) return status;
     AVDictionary* options = nullptr;
     // The stated length is counted in these units: one frame each, so that it is exact.
     av_dict_set_int(&options, "movie_timescale", encoder_.context().sample_rate, 0);
+    if (empty) av_dict_set(&options, "movflags", "empty_moov+skip_trailer", 0);
     const int result = avformat_write_header(muxer_, &options);
     av_dict_free(&options);
     headerWritten_ = result >= 0;
@@ -55,6 +62,8 @@ AudioStatus M4aSink::write(const SampleBlock& block)
 
 AudioStatus M4aSink::writePacket(AVPacket& packet)
 {
+    if (!headerWritten_)
+        if (const auto status = writeHeader(false)) return status;
     packet.stream_index = 0;
     av_packet_rescale_ts(&packet, encoder_.context().time_base, muxer_->streams[0]->time_base);
     int result = av_write_frame(muxer_, &packet);
@@ -65,15 +74,22 @@ AudioStatus M4aSink::writePacket(AVPacket& packet)
 AudioStatus M4aSink::finish()
 {
     AudioStatus status = audioStatus::Ok;
-    if (headerWritten_) {
+    if (muxer_ && muxer_->nb_streams) {
         // Behind a failure the encoder still holds part of a block, which must not follow what got lost.
         if (!failed_) status = encoder_.finish([this](AVPacket& packet) { return writePacket(packet); });
-        int result = av_write_trailer(muxer_);
-        if (result >= 0) result = muxer_->pb->error;
-        if (!status && result < 0) status = audioStatusFromCodecError(result);
+        if (!failed_ && !status && !headerWritten_) status = writeHeader(true);
+        const auto trailer = headerWritten_ ? writeTrailer() : audioStatus::Ok;
+        if (!status) status = trailer;
     }
     const auto closed = closeFile();
     return status ? status : closed;
+}
+
+AudioStatus M4aSink::writeTrailer()
+{
+    int result = av_write_trailer(muxer_);
+    if (result >= 0) result = muxer_->pb->error;
+    return result < 0 ? audioStatusFromCodecError(result) : audioStatus::Ok;
 }
 
 AudioStatus M4aSink::closeFile()

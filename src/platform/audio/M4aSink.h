@@ -9,14 +9,12 @@ namespace zolt {
 class M4aSink : public SampleSink
 {
 public:
-    explicit M4aSink(const AudioFormat& format) : format_(format) {}
+    M4aSink(QString path, const AudioFormat& format) : path_(std::move(path)), format_(format) {}
     ~M4aSink() override;
 
     /// True if the encoder takes the format; nothing is written.
     static AudioStatus check(const AudioFormat& format);
 
-    /// Creates the file, or empties it.
-    AudioStatus create(const QString& path);
     /// Settings for the encoder, ahead of `begin`.
     void setSettings(const EncoderSettings& settings) { settings_ = settings; }
 
@@ -27,10 +25,14 @@ public:
     AudioStatus finish() override;
 
 private:
+    AudioStatus openFile();
     AudioStatus makeStream();
+    AudioStatus writeHeader(bool empty);
     AudioStatus writePacket(AVPacket& packet);
+    AudioStatus writeTrailer();
     AudioStatus closeFile();
 
+    const QString path_;
     const AudioFormat format_;
     EncoderSettings settings_;
     AudioEncoder encoder_;

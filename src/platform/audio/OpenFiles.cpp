@@ -43,9 +43,11 @@ OpenFileMark::~OpenFileMark()
 
 AudioStatus OpenFileMark::claim(const QString& path, std::unique_ptr<OpenFileMark>& mark)
 {
-    const int file = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (file < 0) return audioStatusFromErrno(errno);
+    const auto name = QFile::encodeName(path);
     struct stat facts = {};
+    const bool made = stat(name.constData(), &facts) != 0;
+    const int file = ::open(name.constData(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (file < 0) return audioStatusFromErrno(errno);
     const bool known = fstat(file, &facts) == 0;
     close(file);
     if (!known) return audioStatus::InputOutput;
@@ -53,6 +55,7 @@ AudioStatus OpenFileMark::claim(const QString& path, std::unique_ptr<OpenFileMar
     const std::lock_guard guard(registry().mutex);
     if (registry().files.contains(identity)) return audioStatus::FileInUse;
     mark.reset(new OpenFileMark(identity, guard));
+    mark->made_ = made;
     return audioStatus::Ok;
 }
 

@@ -20,9 +20,12 @@ public:
 
     /// Marks a file that is going to be written, and makes it first where there is none; what it holds stays. Of two
     /// that come at the same time only one gets it. Never waits, not even for the reader of a pipe.
-    /// @param mark empty before; set on success alone
+    /// @param mark empty before; set on success alone; it tells whether the file was made
     /// @return FileInUse if the service has the file open, for reading or for writing
     static AudioStatus claim(const QString& path, std::unique_ptr<OpenFileMark>& mark);
+
+    /// True if there was no such file before the claim.
+    bool hasMade() const { return made_; }
 
 private:
     using Identity = std::pair<uint64_t, uint64_t>; ///< device and file number
@@ -31,6 +34,7 @@ private:
     static Registry& registry();
 
     Identity identity_;
+    bool made_ = false;
 };
 
 } // namespace zolt

@@ -75,7 +75,7 @@ bool isConsistent(const AudioFormat& format)
     const bool packed = format.formatFlags & pcmFlag::Packed;
     const bool alignedHigh = format.formatFlags & pcmFlag::AlignedHigh;
     return packed ? format.bitsPerChannel == bytes * 8
-                  : alignedHigh && format.bitsPerChannel > (bytes - 1) * 8 && format.bitsPerChannel < bytes * 8;
+                  : alignedHigh && format.bitsPerChannel && format.bitsPerChannel < bytes * 8;
 }
 
 } // namespace

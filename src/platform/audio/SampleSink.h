@@ -11,7 +11,7 @@ class SampleSink
 public:
     virtual ~SampleSink() = default;
 
-    /// Makes ready for samples; called once, ahead of the first of them. `shape` is known then.
+    /// Empties the file and makes ready for samples; called once, ahead of the first of them. `shape` is known then.
     virtual AudioStatus begin() = 0;
     /// The samples that `write` takes.
     virtual SampleShape shape() const = 0;

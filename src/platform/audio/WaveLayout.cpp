@@ -60,11 +60,24 @@ AudioStatus readFormat(const QByteArray& body, AudioFormat& format)
     return describe(sampleTag(body), rate, channels, bits, bytes, format);
 }
 
-int64_t dataBytesOf(const Chunk& chunk, const WaveHeader& header)
+/// True if a whole chunk with a readable name stands at the offset.
+bool isChunkAt(QFile& file, int64_t offset)
 {
-    if (chunk.size == sizeUnknown && header.longDataSize >= 0) return header.longDataSize;
-    const bool toTheEnd = chunk.size == sizeUnknown || (chunk.size == 0 && header.unfinished);
-    return toTheEnd ? INT64_MAX : chunk.size;
+    const auto header = bytesAt(file, offset, 8);
+    const auto name = QByteArrayView(header).first(std::min<qsizetype>(header.size(), 4));
+    return header.size() == 8 && std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c <= '~'; }) &&
+           offset + 8 + qFromLittleEndian<uint32_t>(header.constData() + 4) <= file.size();
+}
+
+/// A recorder that crashed has left 0 where the size belongs, and the samples reach to the end of the file. Where
+/// another chunk follows at once, 0 is the truth.
+int64_t dataBytesOf(QFile& file, const Chunk& chunk, const WaveHeader& header)
+{
+    const bool hasLongSize = chunk.size == sizeUnknown && header.longDataSize >= 0;
+    const int64_t stated = hasLongSize ? header.longDataSize : chunk.size % sizeUnknown;
+    if (stated) return stated;
+    const bool unfinished = !hasLongSize && (header.unfinished || chunk.size == sizeUnknown);
+    return unfinished || !isChunkAt(file, chunk.bodyOffset) ? INT64_MAX : 0;
 }
 
 AudioStatus visitChunk(QFile& file, const Chunk& chunk, WaveHeader& header, LinearLayout& layout)
@@ -79,7 +92,7 @@ AudioStatus visitChunk(QFile& file, const Chunk& chunk, WaveHeader& header, Line
     } else if (chunk.id == fourCharCode("data") && !header.dataSeen) {
         header.dataSeen = true;
         layout.dataOffset = chunk.bodyOffset;
-        header.dataBytes = dataBytesOf(chunk, header);
+        header.dataBytes = dataBytesOf(file, chunk, header);
     }
     return status;
 }

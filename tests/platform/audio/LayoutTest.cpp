@@ -173,8 +173,45 @@ TEST_F(Layout, StreamedWaveGoesToTheEndOfTheFile)
 
 TEST_F(Layout, EmptyWaveWithAFinishedHeaderHasNoFrames)
 {
-    ASSERT_EQ(wave(riff(chunk("fmt ", stereo) + chunk("data", "") + chunk("LIST", "some text"))), audioStatus::Ok);
+    for (const auto& behind : {QByteArray(), chunk("LIST", "some text")}) {
+        ASSERT_EQ(wave(riff(chunk("fmt ", stereo) + chunk("data", "") + behind)), audioStatus::Ok);
+        EXPECT_EQ(layout_.frames, 0);
+    }
+}
+
+TEST_F(Layout, WaveOfARecorderThatCrashedGoesToTheEndOfTheFile)
+{
+    const auto header = chunk("fmt ", stereo) + "data" + littleEndian(0, 4);
+    const auto chunkBeyondTheEnd = "LIST" + littleEndian(33, 4) + QByteArray(32, 'x');
+    const auto chunkWithoutAName = "ab\x1f"
+                                   "d" +
+                                   littleEndian(32, 4) + QByteArray(32, 'x');
+    for (const auto& samples : {QByteArray(40, 'x'), QByteArray(40, '\0'), chunkBeyondTheEnd, chunkWithoutAName}) {
+        for (const uint64_t riffSize : {36, 1000})
+            ASSERT_EQ(wave("RIFF" + littleEndian(riffSize, 4) + "WAVE" + header + samples), audioStatus::Ok);
+        EXPECT_EQ(layout_.frames, 10);
+    }
+    ASSERT_EQ(wave(riff(header + "LIS")), audioStatus::Ok);
     EXPECT_EQ(layout_.frames, 0);
+}
+
+TEST_F(Layout, Rf64OfARecorderThatCrashedGoesToTheEndOfTheFile)
+{
+    const auto header =
+        chunk("ds64", QByteArray(28, '\0')) + chunk("fmt ", stereo) + "data" + littleEndian(0xffffffff, 4);
+    ASSERT_EQ(wave(riff(header + QByteArray(40, 'x'), "RF64")), audioStatus::Ok);
+    EXPECT_EQ(layout_.frames, 10);
+    ASSERT_EQ(wave(riff(header + chunk("LIST", "some text"), "RF64")), audioStatus::Ok);
+    EXPECT_EQ(layout_.frames, 0);
+}
+
+TEST_F(Layout, FewerBitsThanTheirBytesHoldStandAtTheHighEnd)
+{
+    ASSERT_EQ(wave(riff(chunk("fmt ", extensibleFormat(2, 8, 32, 24, 1)) + chunk("data", QByteArray(16, 'x')))),
+              audioStatus::Ok);
+    EXPECT_EQ(layout_.format.bitsPerChannel, 24u);
+    EXPECT_EQ(layout_.format.bytesPerFrame, 8u);
+    EXPECT_EQ(layout_.format.formatFlags, pcmFlag::SignedInteger | pcmFlag::AlignedHigh);
 }
 
 TEST_F(Layout, LengthOfACutFileIsWhatIsThere)

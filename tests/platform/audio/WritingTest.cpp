@@ -125,7 +125,7 @@ TEST_F(Writing, DataThatAKindOfFileCannotHoldIsRefused)
 
 TEST_F(Writing, DepthsThatTheLosslessEncoderWouldAlterAreRefused)
 {
-    for (const uint32_t bits : {8u, 20u, 32u, 0u})
+    for (const uint32_t bits : {8u, 32u, 0u})
         EXPECT_EQ(creating(fileTypeId::M4a, lossless(bits)), audioStatus::UnsupportedFormat) << bits;
     auto contradiction = lossless(24);
     contradiction.formatFlags = appleLosslessFlags(16);
@@ -146,6 +146,20 @@ TEST_F(Writing, ARefusedFormatLeavesAnExistingFileAlone)
     writeFile(path(u"refused"_s), "precious");
     EXPECT_EQ(creating(fileTypeId::M4a, lossless(32)), audioStatus::UnsupportedFormat);
     EXPECT_EQ(fileBytes(path(u"refused"_s)), "precious");
+}
+
+TEST_F(Writing, AFileIsLeftAsItWasFoundUntilSamplesCome)
+{
+    writeFile(path(u"refused"_s), "precious");
+    for (const auto& [fileType, format] : {std::pair{fileTypeId::Wave, cd}, {fileTypeId::M4a, aac()}})
+        for (const auto& name : {u"refused"_s, u"new"_s}) {
+            auto writer = create(path(name), fileType, format);
+            EXPECT_EQ(writer->setClientFormat(lossless(16)), audioStatus::UnsupportedFormat);
+        }
+    EXPECT_EQ(fileBytes(path(u"refused"_s)), "precious");
+    EXPECT_FALSE(QFile::exists(path(u"new"_s)));
+    EXPECT_EQ(create(path(u"refused"_s), fileTypeId::Wave, cd)->dispose(), audioStatus::Ok);
+    EXPECT_EQ(fileBytes(path(u"refused"_s)), waveFile(makeSamples(44100, 2, 16, 0)));
 }
 
 TEST_F(Writing, AnExistingFileIsReplacedAsAWhole)
@@ -215,13 +229,13 @@ TEST_F(Writing, FoldersThatAreMissingGiveAStatus)
 
 TEST_F(Writing, AFullDiskIsSeenAtTheLatestWhenTheFileIsFinished)
 {
-    std::unique_ptr<AudioFileWriter> writer;
-    EXPECT_EQ(AudioFileWriter::create(u"/dev/full"_s, fileTypeId::Wave, cd, writer), audioStatus::DiskFull);
     const auto samples = makeSamples(44100, 2, 16, 100000);
-    writer = create(u"/dev/full"_s, fileTypeId::M4a, lossless(16));
-    ASSERT_EQ(writer->setClientFormat(cd), audioStatus::Ok);
-    const auto status = writer->write(samples.little.constData(), samples.frames);
-    EXPECT_EQ(status ? status : writer->dispose(), audioStatus::DiskFull);
+    for (const auto& [fileType, format] : {std::pair{fileTypeId::Wave, cd}, {fileTypeId::M4a, lossless(16)}}) {
+        auto writer = create(u"/dev/full"_s, fileType, format);
+        ASSERT_EQ(writer->setClientFormat(cd), audioStatus::Ok);
+        const auto status = writer->write(samples.little.constData(), samples.frames);
+        EXPECT_EQ(status ? status : writer->dispose(), audioStatus::DiskFull);
+    }
 }
 
 TEST_F(Writing, AWriteThatFailsInTheMidstOfABlockEndsInAStatus)
@@ -249,7 +263,7 @@ TEST_F(Writing, AKindOfFileEndsWhereItsSizesEnd)
               2147483647);
     header.longestFile = 44 + 40;
     LinearSink sink(path(u"a.wav"_s), header, cd);
-    ASSERT_EQ(sink.create(), audioStatus::Ok);
+    ASSERT_EQ(sink.begin(), audioStatus::Ok);
     const QByteArray frames(44, 'x');
     const auto* bytes = reinterpret_cast<const uint8_t*>(frames.constData());
     EXPECT_EQ(sink.writeBytes(bytes, 40), audioStatus::Ok);
@@ -260,10 +274,14 @@ TEST_F(Writing, AKindOfFileEndsWhereItsSizesEnd)
 
 TEST_F(Writing, FilesOfNoFramesAreFilesAllTheSame)
 {
-    auto writer = create(path(u"a.m4a"_s), fileTypeId::M4a, lossless(16));
-    ASSERT_EQ(writer->setClientFormat(cd), audioStatus::Ok);
-    EXPECT_EQ(writer->dispose(), audioStatus::Ok);
-    EXPECT_GT(QFile(path(u"a.m4a"_s)).size(), 0);
+    for (const auto& [format, codec] : {std::pair{lossless(16), "alac"}, {aac(), "aac"}}) {
+        auto writer = create(path(u"a.m4a"_s), fileTypeId::M4a, format);
+        ASSERT_EQ(writer->setClientFormat(cd), audioStatus::Ok);
+        EXPECT_EQ(writer->dispose(), audioStatus::Ok);
+        EXPECT_EQ(statedLength(path(u"a.m4a"_s)), 0);
+        EXPECT_EQ(probed(path(u"a.m4a"_s), u"codec_name,sample_rate,channels"_s), codec + QByteArray(",44100,2"));
+        EXPECT_EQ(readThroughService(path(u"a.m4a"_s), cd), QByteArray());
+    }
 }
 
 TEST_F(Writing, AWriterIsFinishedOnce)
