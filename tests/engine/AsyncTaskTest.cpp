@@ -7,6 +7,7 @@
 #include "platform/threads/DetachedThreads.h"
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
+#include "support/FakeTools.h"
 #include "support/LogCapture.h"
 
 #include <QCoreApplication>
@@ -23,10 +24,11 @@ namespace {
 class ToolTask : public ZOLTAsyncNSTask
 {
 public:
-    static std::shared_ptr<ToolTask> make(ZOLTTaskQueue* queue, const QStringList& arguments)
+    static std::shared_ptr<ToolTask> make(ZOLTTaskQueue* queue, const QStringList& arguments,
+                                          const QString& tool = fakeTool())
     {
         std::shared_ptr<ToolTask> task(new ToolTask);
-        task->setUpAsyncTask(queue, fakeTool(), arguments);
+        task->setUpAsyncTask(queue, tool, arguments);
         task->showTitle(u"tool"_s);
         return task;
     }
@@ -191,6 +193,107 @@ TEST_F(AsyncTask, WaitingTaskThatIsCancelledRunsNoTool)
     EXPECT_EQ(queue_.taskCount(), 0);
 }
 
+TEST_F(AsyncTask, CancelledBetweenItsChoiceAndItsStartRunsNoTool)
+{
+    const QString mark = directory_.filePath(u"ran"_s);
+    const auto task = ToolTask::make(nullptr, {u"touch"_s, mark});
+    task->cancelTask(nullptr);
+    task->startTask(); // the queue had chosen it before
+    task->stopTask(nullptr);
+    EXPECT_FALSE(QFile::exists(mark));
+    EXPECT_FALSE(task->isActive());
+    EXPECT_TRUE(task->isDone());
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_TRUE(task->cancelButton()->isHidden());
+    task->setResults(nullptr);
+}
+
+TEST_F(AsyncTask, CancelThatMeetsAStartOnAnotherThreadEitherWaitsForTheToolOrKeepsItFromRunning)
+{
+    const LogCapture log;
+    setLimit(1);
+    for (int round = 0; round < 30; ++round) {
+        const QString begun = directory_.filePath(u"begun%1"_s.arg(round)),
+                      ended = directory_.filePath(u"ended%1"_s.arg(round));
+        const auto first = TestTask::make(&queue_);
+        queue_.addTask(first);
+        const auto task = ToolTask::make(&queue_, {u"touch"_s, begun, u"touch"_s, ended});
+        queue_.addTask(task);
+        detachThread([first] { first->finish(); }); // starts the next on that thread
+        task->cancelTask(nullptr);
+        waitForDetachedThreads();
+        finished(task);
+        EXPECT_EQ(QFile::exists(begun), QFile::exists(ended)) << "a tool ran behind a row that had ended";
+        EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+        EXPECT_FALSE(task->isActive());
+    }
+}
+
+TEST_F(AsyncTask, PiecesAreCompletedByTheToolsDialectBeforeTheHookSeesThem)
+{
+    FakeTools tools;
+    const QString go = directory_.filePath(u"go"_s);
+    tools.install(u"flac"_s, {u"out"_s, u"a.flac: 1% complete\b"_s, u"wait-file"_s, go, u"out"_s, u"2% complete\b3"_s});
+    const auto task = ToolTask::make(&queue_, {u"-d"_s}, toolPath(u"flac"_s));
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->pieces.size() == 1; }));
+    touch(go);
+    finished(task);
+    EXPECT_EQ(task->pieces, std::vector<OptionalText>({u"a.flac: 1% complete\b"_s, u"a.flac: 2% complete\b"_s, u"3"_s}))
+        << "what waited for more is handed out at the end";
+}
+
+TEST_F(AsyncTask, ResultsOutliveTheirTasksPlaceForAsLongAsSomebodyIsInside)
+{
+    const auto task = ToolTask::make(&queue_, {});
+    {
+        const ZOLTTask::Hold hold(task);
+        queue_.addTask(task);
+        finished(task);
+        EXPECT_NE(task->results(), nullptr) << "swept, but somebody is inside";
+    }
+    EXPECT_EQ(task->results(), nullptr);
+}
+
+TEST_F(AsyncTask, HookThatRunsBehindTheReportStillHasItsResults)
+{
+    class Late : public ToolTask
+    {
+    public:
+        static std::shared_ptr<Late> make(ZOLTTaskQueue* queue)
+        {
+            std::shared_ptr<Late> task(new Late);
+            task->setUpAsyncTask(queue, fakeTool(), {});
+            return task;
+        }
+        void stopTask(Sender sender) override
+        {
+            ToolTask::stopTask(sender);
+            hadResults = results() != nullptr;
+        }
+        bool hadResults = false;
+    };
+    const auto ended = Late::make(&queue_);
+    queue_.addTask(ended);
+    ASSERT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
+    EXPECT_TRUE(ended->hadResults) << "at the end of output";
+    setLimit(0);
+    const auto cancelled = Late::make(&queue_);
+    queue_.addTask(cancelled);
+    cancelled->cancelTask(nullptr);
+    EXPECT_TRUE(cancelled->hadResults) << "at a cancel";
+}
+
+TEST_F(AsyncTask, StageBeginsWithTheTool)
+{
+    const auto task = ToolTask::make(&queue_, {});
+    EXPECT_EQ(task->stage(), 0);
+    EXPECT_EQ(task->stageCount(), 1);
+    queue_.addTask(task);
+    EXPECT_EQ(task->stage(), 1);
+    finished(task);
+}
+
 TEST_F(AsyncTask, ErrorSetByAParserStaysThoughTheToolExitsWithZero)
 {
     const LogCapture log;
@@ -298,6 +401,49 @@ TEST_F(Redirection, TextOfTheToolIsSavedAndNoWindowOpens)
     EXPECT_TRUE(queue_.outputWindows().empty());
 }
 
+TEST_F(Redirection, FileIsWrittenBehindTheReportAndTheSetIsNotMarked)
+{
+    const QString file = directory_.filePath(u"saved.txt"_s);
+    setLimit(1);
+    const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(
+        file, &queue_, fakeTool(), {u"out"_s, u"text"_s});
+    const auto set = task->results();
+    /// Looks for the file when the queue starts it, which is in the report of the task before it.
+    class Next : public ZOLTTask
+    {
+    public:
+        static std::shared_ptr<Next> make(ZOLTTaskQueue* queue, const QString& file)
+        {
+            std::shared_ptr<Next> next(new Next);
+            next->setUpWithQueue(queue);
+            next->file_ = file;
+            return next;
+        }
+        void startTask() override
+        {
+            found = QFile::exists(file_);
+            ZOLTTask::startTask();
+        }
+        void finish()
+        {
+            stopTask(nullptr);
+            reportCompleted();
+        }
+        std::optional<bool> found;
+
+    private:
+        QString file_;
+    };
+    const auto next = Next::make(&queue_, file);
+    queue_.addTask(task);
+    queue_.addTask(next);
+    ASSERT_TRUE(runUntil([&] { return next->found.has_value(); }));
+    EXPECT_EQ(next->found, false);
+    EXPECT_TRUE(QFile::exists(file));
+    EXPECT_FALSE(set->taskSetDone()) << "the results were taken before the row's end";
+    next->finish();
+}
+
 TEST_F(Redirection, FailedToolLeavesItsTextInTheFile)
 {
     const LogCapture log;
@@ -317,6 +463,17 @@ TEST_F(Redirection, FaultAtTheStartLeavesTheFileAloneAndIsShown)
     EXPECT_FALSE(QFile::exists(file));
     ASSERT_EQ(queue_.outputWindows().size(), 1U);
     EXPECT_EQ(queue_.outputWindows()[0]->textField()->string(), u"cannot start it\n"_s);
+}
+
+TEST_F(Redirection, CancelledBeforeItsStartKeepsItsRow)
+{
+    const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(
+        directory_.filePath(u"saved.txt"_s), nullptr, fakeTool(), {});
+    task->setSubTitle(u"Writing"_s);
+    task->cancelTask(nullptr);
+    task->startTask();
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Waiting..."_s);
 }
 
 TEST_F(Redirection, SecondEndWritesNothing)

@@ -69,9 +69,11 @@ protected:
 
 TEST_F(ThreadTask, RunsItsToolOnAThreadOfItsOwnAndOpensNoWindowForAGoodEnd)
 {
-    const auto task = BlockingTask::make(&queue_, {u"out"_s, u"text"_s});
+    const QString go = directory_.filePath(u"go"_s);
+    const auto task = BlockingTask::make(&queue_, {u"wait-file"_s, go, u"out"_s, u"text"_s});
     queue_.addTask(task);
     EXPECT_TRUE(task->isActive()) << "must not look like a waiting task before its thread runs";
+    touch(go);
     finish();
     EXPECT_FALSE(task->onMain);
     EXPECT_EQ(task->heard(), u"text"_s);
