@@ -1,9 +1,10 @@
 # shellcheck shell=bash
 # Sourced by ./run and ./test, with the working directory at the top of the tree: what they do first.
 
-# The names in packages.txt.
+# The names in packages.txt, and the packages that bring the tools.
 needed_packages() {
     sed -e 's/#.*//' -e '/^[[:space:]]*$/d' packages.txt
+    grep -v '^#' tools/tools.txt | cut -d '|' -f 2 | tr -d ' ' | sed '/^$/d' | sort -u
 }
 
 # Those of the packages that are not installed, one a line.
@@ -29,7 +30,7 @@ as_root() {
     fi
 }
 
-# Installs what packages.txt names; quick where all of it is there.
+# Installs what packages.txt and tools.txt name; quick where all of it is there.
 install_packages() {
     if ! command -v dpkg-query >/dev/null; then
         echo "Not a Debian system: taking what packages.txt names as installed." >&2

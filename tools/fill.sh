@@ -2,23 +2,21 @@
 # fill.sh DIRECTORY [NAME=PROGRAM...]
 # Puts a link for every packaged tool into the tools directory, under the name that the program calls, and one for each
 # companion given. Nothing that stands there is replaced but the links that an earlier run placed. A package that is
-# missing is no failure: the program tells about it, and a later run fills the gap.
+# missing is no failure: the program tells about it, and a later run fills the gap. tools.txt names them all.
 set -eu
 
 directory=$1
 shift
 placed=$directory/.placed # a line for each link of ours: its name and where it points to, a tab between
 
-# The name in the directory, then the program that the Debian package brings.
-packaged='flac flac
-metaflac metaflac
-wavpack wavpack
-wvunpack wvunpack
-lame lame
-sox sox
-AtomicParsley AtomicParsley
-mkisofs genisoimage
-cdda2wav icedax'
+table=$(dirname -- "$0")/tools.txt
+
+# packaged_tools: the name in the directory, then the program that its Debian package brings, a line each.
+packaged_tools() {
+    grep -v '^#' "$table" | while IFS='| ' read -r name _ program _; do
+        [ -z "$program" ] || echo "$name $program"
+    done
+}
 
 tab=$(printf '\t')
 
@@ -49,6 +47,6 @@ done
 while read -r name program; do
     place "$name" "$(PATH=/usr/local/bin:/usr/bin:/bin command -v "$program" || true)"
 done <<EOF
-$packaged
+$(packaged_tools)
 EOF
 mv -f -- "$placed.new" "$placed"

@@ -20,10 +20,11 @@ protected:
     }
     void TearDown() override { qputenv("ZOLT_TOOLS", saved_); }
 
-    void place(const QString& name, QFile::Permissions permissions)
+    void place(const QString& name, QFile::Permissions permissions, const QByteArray& content = {})
     {
         QFile file(directory_.filePath(name));
         ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(content);
         ASSERT_TRUE(file.setPermissions(permissions));
     }
 
@@ -106,9 +107,9 @@ TEST_F(ToolsDirectory, OnlyExecutableFilesCountAsThere)
 
 TEST_F(ToolsDirectory, ALinkToAToolCountsAsTheTool)
 {
-    place(u"genisoimage"_s, executable);
-    ASSERT_TRUE(QFile::link(directory_.filePath(u"genisoimage"_s), directory_.filePath(u"mkisofs"_s)));
-    EXPECT_TRUE(missingTools({u"mkisofs"_s}).isEmpty());
+    place(u"icedax"_s, executable);
+    ASSERT_TRUE(QFile::link(directory_.filePath(u"icedax"_s), directory_.filePath(u"cdda2wav"_s)));
+    EXPECT_TRUE(missingTools({u"cdda2wav"_s}).isEmpty());
 }
 
 TEST_F(ToolsDirectory, TheMessageNamesToolPlaceAndPackage)
@@ -124,4 +125,29 @@ TEST_F(ToolsDirectory, TheMessageSaysWhenThereIsNoPackage)
     const QString message = missingToolMessage({u"mac"_s, {}});
     EXPECT_TRUE(message.contains(u"\"mac\""_s));
     EXPECT_TRUE(message.contains(u"Debian has no package for it"_s));
+}
+
+TEST_F(ToolsDirectory, AToolThatLacksAnOptionCountsAsMissing)
+{
+    place(u"mkisofs"_s, executable, "#!/bin/sh\necho ' -dvd-video  x'; echo ' -no-dvd-audio -dvd-audio-x' >&2\n");
+    const auto missing = missingTools({u"mkisofs"_s});
+    ASSERT_EQ(missing.size(), 1);
+    EXPECT_EQ(missing[0].option, u"-dvd-audio"_s);
+    EXPECT_EQ(missingToolMessage(missing[0]),
+              u"The tool \"mkisofs\" in %1 does not know the option -dvd-audio, which is needed. "
+              "The packaged one does not: put a mkisofs that does in its place."_s.arg(directory_.path()));
+    EXPECT_TRUE(missingToolMessage({u"mkisofs"_s, u"genisoimage"_s}).contains(u"Install the Debian package"_s));
+}
+
+TEST_F(ToolsDirectory, AToolIsAskedOnceAndAgainWhenItHasChanged)
+{
+    const QString asked = directory_.filePath(u"asked"_s);
+    const QByteArray question = "#!/bin/sh\n[ \"$1\" = -help ] && echo x >>\"$(dirname \"$0\")/asked\"\n";
+    place(u"mkisofs"_s, executable, question + "echo '  -dvd-audio   Generate'\n");
+    EXPECT_TRUE(missingTools({u"mkisofs"_s}).isEmpty());
+    EXPECT_TRUE(missingTools({u"mkisofs"_s}).isEmpty());
+    EXPECT_EQ(QFile(asked).size(), 2);
+    place(u"mkisofs"_s, executable, question + "exit 0\n");
+    EXPECT_EQ(missingTools({u"mkisofs"_s}).size(), 1);
+    EXPECT_EQ(QFile(asked).size(), 4);
 }

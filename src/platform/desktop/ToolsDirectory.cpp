@@ -1,11 +1,13 @@
 #include "platform/desktop/ToolsDirectory.h"
 
+#include "platform/desktop/ToolOptions.h"
+#include "platform/desktop/ToolsTable.h"
 #include "platform/text/Text.h"
 
 #include <QDir>
 #include <QFileInfo>
 
-#include <map>
+#include <optional>
 
 namespace zolt {
 
@@ -13,37 +15,31 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Tool to Debian package; an empty package means that Debian has none.
-const std::map<QString, QString>& packages()
-{
-    static const std::map<QString, QString> table{
-        {u"AtomicParsley"_s, u"atomicparsley"_s},
-        {u"cdda2wav"_s, u"icedax"_s},
-        {u"dvda"_s, {}},
-        {u"flac"_s, u"flac"_s},
-        {u"lame"_s, u"lame"_s},
-        {u"mac"_s, {}},
-        {u"metaflac"_s, u"flac"_s},
-        {u"mkisofs"_s, u"genisoimage"_s},
-        {u"shntool"_s, u"shntool"_s},
-        {u"shorten"_s, {}},
-        {u"sox"_s, u"sox"_s},
-        {u"ttaenc"_s, {}},
-        {u"wavpack"_s, u"wavpack"_s},
-        {u"wvunpack"_s, u"wavpack"_s},
-    };
-    return table;
-}
-
 QString runningProgramDirectory()
 {
     return path::deletingLastComponent(QFileInfo(u"/proc/self/exe"_s).symLinkTarget());
 }
 
-bool isInstalled(const QString& name)
+bool isThere(const QString& path)
 {
-    const QFileInfo tool(toolPath(name));
+    const QFileInfo tool(path);
     return tool.isFile() && tool.isExecutable();
+}
+
+/// What is wrong with the tool; nothing if it can be used.
+std::optional<MissingTool> lookUp(const QString& name)
+{
+    if (!isThere(toolPath(name))) return MissingTool{name, packageOfTool(name)};
+    const ToolRow* const row = toolRow(name);
+    if (!row || row->option.isEmpty() || knowsOption(toolPath(name), row->question, row->option)) return std::nullopt;
+    return MissingTool{name, packageOfTool(name), row->option};
+}
+
+QString whatIsMissing(const MissingTool& tool)
+{
+    if (tool.option.isEmpty()) return u"The tool \"%1\" is missing from %2."_s.arg(tool.name, toolsDirectory());
+    return u"The tool \"%1\" in %2 does not know the option %3, which is needed."_s.arg(tool.name, toolsDirectory(),
+                                                                                        tool.option);
 }
 
 } // namespace
@@ -69,15 +65,15 @@ QString toolPath(const QString& name)
 
 QString packageOfTool(const QString& name)
 {
-    const auto found = packages().find(name);
-    return found == packages().end() ? QString() : found->second;
+    const ToolRow* const row = toolRow(name);
+    return row ? row->package : QString();
 }
 
 QStringList knownTools()
 {
     QStringList names;
-    for (const auto& [name, package] : packages())
-        names.append(name);
+    for (const ToolRow& row : toolRows())
+        names.append(row.name);
     names.sort(Qt::CaseInsensitive);
     return names;
 }
@@ -86,18 +82,18 @@ QList<MissingTool> missingTools(const QStringList& names)
 {
     QList<MissingTool> missing;
     for (const QString& name : names) {
-        if (!isInstalled(name)) missing.append({name, packageOfTool(name)});
+        if (const auto fault = lookUp(name)) missing.append(*fault);
     }
     return missing;
 }
 
 QString missingToolMessage(const MissingTool& tool)
 {
-    const QString where = u"The tool \"%1\" is missing from %2."_s.arg(tool.name, toolsDirectory());
-    if (!tool.package.isEmpty()) {
-        return where + u" Install the Debian package \"%1\", which brings it."_s.arg(tool.package);
-    }
-    return where + u" Debian has no package for it: put a program of that name there."_s;
+    const ToolRow* const row = toolRow(tool.name);
+    if (row && !tool.option.isEmpty() && !row->advice.isEmpty()) return whatIsMissing(tool) + u' ' + row->advice;
+    if (!tool.package.isEmpty())
+        return whatIsMissing(tool) + u" Install the Debian package \"%1\", which brings it."_s.arg(tool.package);
+    return whatIsMissing(tool) + u" Debian has no package for it: put a program of that name there."_s;
 }
 
 } // namespace zolt

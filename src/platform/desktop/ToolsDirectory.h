@@ -11,7 +11,8 @@ namespace zolt {
 struct MissingTool
 {
     QString name;
-    QString package; ///< the Debian package that brings it; empty if there is none
+    QString package;     ///< the Debian package that brings it; empty if there is none
+    QString option = {}; ///< set for one that is there and does not know this option
 };
 
 /// The directory of the tools, with no slash at its end: the environment's ZOLT_TOOLS if it is set and not empty,
@@ -30,7 +31,8 @@ QString packageOfTool(const QString& name);
 /// The names of all tools that the program knows, in alphabetical order.
 QStringList knownTools();
 
-/// Those of the tools that are not executable files in the tools directory, in the order given.
+/// Those of the tools that are not executable files in the tools directory, or lack an option that is needed, in the
+/// order given. A tool that must know an option is run once to ask it, so this may take a moment.
 QList<MissingTool> missingTools(const QStringList& names);
 
 /// A sentence for the user: which tool is missing where, and what to install or to do.

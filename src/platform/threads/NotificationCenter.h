@@ -18,8 +18,9 @@ namespace zolt {
 struct Notification
 {
     QString name;
-    const void* sender = nullptr; ///< who posted it; identity only
-    std::any object;              ///< what it carries, such as a number
+    const void* sender = nullptr;             ///< who posted it; identity only
+    std::any object;                          ///< what it carries, such as a number
+    std::map<QString, QString> userInfo = {}; ///< what else is to be known; empty where there is nothing
 };
 
 class NotificationCenter

@@ -32,3 +32,14 @@ TEST(NotificationCenter, RemovedObserverHearsNothingMore)
     EXPECT_EQ(heard, 1);
     centre.removeObserver(&observer, u"n"_s, &sender);
 }
+
+TEST(NotificationCenter, CarriesWhatElseIsToBeKnown)
+{
+    zolt::NotificationCenter centre;
+    std::map<QString, QString> seen{{QStringLiteral("before"), {}}};
+    centre.addObserver(&centre, QStringLiteral("n"), nullptr, [&](const auto& told) { seen = told.userInfo; });
+    centre.post({QStringLiteral("n"), nullptr, {}, {{QStringLiteral("source"), QStringLiteral("list")}}});
+    EXPECT_EQ(seen.at(QStringLiteral("source")), QStringLiteral("list"));
+    centre.post({QStringLiteral("n"), nullptr, 1});
+    EXPECT_TRUE(seen.empty());
+}
