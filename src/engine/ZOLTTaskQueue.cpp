@@ -265,7 +265,7 @@ qsizetype ZOLTTaskQueue::numberOfRowsInTableView() const
     return qsizetype(panelArray_.size());
 }
 
-QString ZOLTTaskQueue::tableViewObjectValueForTableColumnRow(qsizetype) const
+QString ZOLTTaskQueue::tableViewObjectValueForTableColumnRow(int, qsizetype) const
 {
     return QString();
 }

@@ -56,7 +56,7 @@ public:
 
     qsizetype numberOfRowsInTableView() const override;
     /// No text: the row draws from its controls only.
-    QString tableViewObjectValueForTableColumnRow(qsizetype row) const override;
+    QString tableViewObjectValueForTableColumnRow(int column, qsizetype row) const override;
     /// Gives the cell the four controls of the row and puts them on the table. Main thread.
     void tableViewWillDisplayCellForTableColumnRow(StatusQueueCell& cell, qsizetype row);
 

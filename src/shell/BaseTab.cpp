@@ -71,7 +71,7 @@ qsizetype BaseTab::numberOfRowsInTableView() const
     return fileNames_->count();
 }
 
-QString BaseTab::tableViewObjectValueForTableColumnRow(qsizetype row) const
+QString BaseTab::tableViewObjectValueForTableColumnRow(int, qsizetype row) const
 {
     return path::lastComponent(fileNames_->at(row));
 }

@@ -46,8 +46,8 @@ public:
     virtual void displayRelevantOptions() {}
 
     qsizetype numberOfRowsInTableView() const override;
-    /// The row's last path component; the full path stays in `fileNames`.
-    QString tableViewObjectValueForTableColumnRow(qsizetype row) const override;
+    /// The row's last path component whatever the column; the full path stays in `fileNames`.
+    QString tableViewObjectValueForTableColumnRow(int column, qsizetype row) const override;
     /// Any drag may come; what it brings is judged once it is dropped.
     int tableViewValidateDropProposedRowProposedDropOperation(qsizetype row, int operation) const;
     /// Adds the dropped paths wherever they fell. @return true

@@ -41,7 +41,7 @@ TEST_F(BaseTabs, GoodFilesOfAMixAreListedSortedAndTheRestIsTold)
     EXPECT_EQ(panels_.alerts()[0].message, QString());
     EXPECT_EQ(panels_.alerts()[0].buttons, QStringList{u"OK"_s});
     EXPECT_EQ(decode.additions, 1);
-    EXPECT_EQ(decode.tableViewObjectValueForTableColumnRow(0), u"d1.FLAC"_s);
+    EXPECT_EQ(decode.tableViewObjectValueForTableColumnRow(0, 0), u"d1.FLAC"_s);
     EXPECT_EQ(decode.numberOfRowsInTableView(), 2);
 }
 

@@ -26,6 +26,11 @@ public:
 
     QString title() const { return read(title_); }
     void setTitle(const QString& title) { write(title_, title); }
+    /// What a person's click does: performs the action. Nothing on a disabled button. Main thread.
+    void click()
+    {
+        if (isEnabled()) performAction();
+    }
     const ButtonStyle& style() const { return style_; }
 
     static const ButtonStyle& pushStyle();

@@ -16,6 +16,15 @@ public:
     std::shared_ptr<const Image> image() const { return read(image_); }
     void setImage(const std::shared_ptr<const Image>& image) { write(image_, image); }
 
+    /// What a person's drop, paste or removal does: sets the picture and performs the action. Nothing when disabled.
+    /// Main thread.
+    void replaceImage(const std::shared_ptr<const Image>& image)
+    {
+        if (!isEnabled()) return;
+        setImage(image);
+        performAction();
+    }
+
 private:
     std::shared_ptr<const Image> image_;
 };

@@ -15,4 +15,11 @@ void TabView::selectTabViewItemAtIndex(int index)
     if (didSelect_) didSelect_(items_[std::size_t(index)]);
 }
 
+void TabView::selectTabViewItemWithLabel(const QString& label)
+{
+    const auto found =
+        std::find_if(items_.begin(), items_.end(), [&](const Item& each) { return each->label() == label; });
+    if (found != items_.end()) selectTabViewItemAtIndex(int(found - items_.begin()));
+}
+
 } // namespace zolt

@@ -36,6 +36,9 @@ public:
     /// passed over.
     void selectTabViewItemAtIndex(int index);
 
+    /// As the above by label; one that no tab has is passed over.
+    void selectTabViewItemWithLabel(const QString& label);
+
     /// Told of each selection.
     void setDelegate(std::function<void(const Item&)> didSelect) { didSelect_ = std::move(didSelect); }
 

@@ -5,6 +5,8 @@
 
 #include <QList>
 
+#include <vector>
+
 namespace zolt {
 
 /// What a table shows. Called on the main thread.
@@ -13,8 +15,15 @@ class TableDataSource
 public:
     virtual ~TableDataSource() = default;
     virtual qsizetype numberOfRowsInTableView() const = 0;
-    /// The row's text, or no text where the row draws itself.
-    virtual QString tableViewObjectValueForTableColumnRow(qsizetype row) const = 0;
+    /// The cell's text, or no text where the row draws itself. @param column  counted from 0
+    virtual QString tableViewObjectValueForTableColumnRow(int column, qsizetype row) const = 0;
+};
+
+/// One column; a table has one without a header at first, which is as wide as the others leave it.
+struct TableColumn
+{
+    QString header;
+    bool operator==(const TableColumn&) const = default;
 };
 
 class Table : public Control
@@ -33,9 +42,27 @@ public:
     void scrollRowToVisible(int row);
     int rowToShow() const { return rowToShow_; }
 
-    /// Rows a person has selected, kept by the view. Main thread.
-    const QList<qsizetype>& selectedRows() const { return selectedRows_; }
-    void setSelectedRows(const QList<qsizetype>& rows) { selectedRows_ = rows; }
+    /// The rows that a person has selected, in order, as the view tells them; the action tells of a change. Rows that a
+    /// reload takes away are not among them. Main thread.
+    QList<qsizetype> selectedRows() const;
+    qsizetype numberOfSelectedRows() const { return selectedRows().size(); }
+    /// The last of the selected rows; -1 if none is.
+    qsizetype selectedRow() const;
+    bool isRowSelected(qsizetype row) const { return selectedRows().contains(row); }
+    void setSelectedRows(const QList<qsizetype>& rows);
+    /// What a person's selecting does: as setSelectedRows, and performs the action if it is another selection.
+    void selectRows(const QList<qsizetype>& rows);
+
+    /// The columns from the left. Any thread.
+    std::vector<TableColumn> columns() const { return read(columns_); }
+    void addTableColumn(const QString& header);
+    /// Takes away all columns but the first so many.
+    void removeTableColumnsBehind(int count);
+    /// @throws RangeException if there is no such column
+    void setColumnHeader(int column, const QString& header);
+    /// Whether the headers are shown; at first they are not.
+    bool showsHeader() const { return showsHeader_; }
+    void setShowsHeader(bool shows) { setFlag(showsHeader_, shows); }
 
     /// The table takes files dropped on it.
     bool acceptsFileDrops() const { return acceptsFileDrops_; }
@@ -46,7 +73,9 @@ private:
     std::atomic<unsigned> reloads_ = 0;
     std::atomic<int> rowToShow_ = 0;
     std::atomic<bool> acceptsFileDrops_ = false;
+    std::atomic<bool> showsHeader_ = false;
     QList<qsizetype> selectedRows_;
+    std::vector<TableColumn> columns_{TableColumn()};
 };
 
 } // namespace zolt

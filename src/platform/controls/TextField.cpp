@@ -2,6 +2,13 @@
 
 namespace zolt {
 
+void TextField::enterText(const QString& text)
+{
+    if (!isEnabled()) return;
+    setStringValue(text);
+    performAction();
+}
+
 const TextFieldStyle& TextField::editableStyle()
 {
     static const TextFieldStyle style;

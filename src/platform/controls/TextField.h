@@ -3,6 +3,7 @@
 
 #include "platform/controls/Colour.h"
 #include "platform/controls/Control.h"
+#include "platform/text/Text.h"
 
 namespace zolt {
 
@@ -27,6 +28,12 @@ public:
 
     QString stringValue() const { return read(text_); }
     void setStringValue(const QString& text) { write(text_, text); }
+    /// The whole number at the start of the text; 0 if there is none.
+    int intValue() const { return zolt::intValue(stringValue()); }
+    void setIntValue(int value) { setStringValue(QString::number(value)); }
+    /// What a person's typing does: sets the text and performs the action, key by key. Nothing when disabled.
+    /// Main thread.
+    void enterText(const QString& text);
     Colour textColour() const { return read(colour_); }
     void setTextColour(const Colour& colour) { write(colour_, colour); }
     const TextFieldStyle& style() const { return style_; }
