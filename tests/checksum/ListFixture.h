@@ -1,0 +1,63 @@
+// What the tests of checksum lists share: a folder, a queue, and one report.
+#pragma once
+
+#include "engine/OutputWindowController.h"
+#include "engine/ZOLTTask.h"
+#include "engine/ZOLTTaskQueue.h"
+#include "platform/threads/DetachedThreads.h"
+#include "support/EventLoop.h"
+#include "support/RecordingDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace zolt::test {
+
+class ListTest : public testing::Test
+{
+protected:
+    ListTest() { setLimit(2); }
+    ~ListTest() override { waitForDetachedThreads(); }
+
+    void setLimit(int limit) { queue_.maxThreadsChanged({QString(), nullptr, limit}); }
+    QString pathOf(const QString& name) const { return folder_.filePath(name); }
+    /// @return the file's path
+    QString write(const QString& name, const QByteArray& bytes) const
+    {
+        QFile file(pathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+    QString textOf(const QString& name) const
+    {
+        QFile file(pathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        return QString::fromUtf8(file.readAll());
+    }
+    /// Runs the tasks as one set. @return the text of the one report that opens
+    QString reportOf(const std::vector<std::shared_ptr<ZOLTTask>>& tasks,
+                     const std::shared_ptr<ZOLTTaskResults>& results)
+    {
+        for (const auto& task : tasks)
+            results->addTaskInSet(task);
+        queue_.addTasks(tasks);
+        runQueue();
+        EXPECT_EQ(queue_.outputWindows().size(), 1U);
+        return queue_.outputWindows().empty() ? QString() : queue_.outputWindows().front()->textField()->string();
+    }
+    void runQueue()
+    {
+        EXPECT_TRUE(runUntil([this] { return queue_.taskCount() == 0; }));
+        waitForDetachedThreads();
+        runPosted();
+    }
+
+    QTemporaryDir folder_;
+    RecordingDesktop desktop_;
+    ZOLTTaskQueue queue_;
+};
+
+} // namespace zolt::test
