@@ -1,5 +1,6 @@
 #include "app/Tabs.h"
 
+#include "checksum/ChecksumTab.h"
 #include "decode/DecodeTab.h"
 #include "shell/Constants.h"
 
@@ -18,6 +19,7 @@ const std::vector<TabRow>& tabRows()
 {
     static const std::vector<TabRow> rows{
         {Constants::DECODE, make<DecodeTab>},
+        {Constants::CHECKSUM, make<ChecksumTab>},
     };
     return rows;
 }

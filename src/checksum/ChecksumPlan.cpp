@@ -1,0 +1,111 @@
+#include "checksum/ChecksumPlan.h"
+
+#include "checksum/ChecksumKinds.h"
+#include "checksum/CreateMD5Task.h"
+#include "checksum/CreateST5Task.h"
+#include "checksum/Fingerprint.h"
+#include "shell/Constants.h"
+#include "shell/Wording.h"
+
+#include <QHash>
+#include <QSet>
+
+namespace zolt::checksumPlan {
+
+using namespace Qt::StringLiterals;
+using namespace checksumKinds;
+
+namespace {
+
+using C = Constants;
+using ToolsByKind = QHash<QString, QStringList>;
+
+/// One item a file whose kind has tools, or needs none; the others are passed over.
+void planByKind(WorkPlan& plan, const ToolsByKind& tools, QString (*kindOfFile)(const QString&))
+{
+    for (qsizetype row = 0; row < plan.files.size(); ++row) {
+        const auto found = tools.find(kindOfFile(plan.files[row]));
+        if (found == tools.end()) {
+            plan.passedOver.append(row);
+            continue;
+        }
+        plan.items.push_back({.row = row, .source = plan.files[row]});
+        plan.tools += *found;
+    }
+    plan.tools.removeDuplicates();
+}
+
+QString listName(const QString& kind)
+{
+    if (kind == C::ST5) return CreateST5Task::defaultName;
+    return kind == C::FFP ? fingerprintListName : CreateMD5Task::defaultName;
+}
+
+QStringList filesOfList(const QStringList& files, const QString& kind)
+{
+    if (kind == C::ST5) return hashableFiles(files);
+    return kind == C::FFP ? flacFiles(files) : files;
+}
+
+void cautionAboutFolders(WorkPlan& plan)
+{
+    const QString folder = path::deletingLastComponent(plan.items.back().source);
+    for (WorkItem& item : plan.items) {
+        if (path::deletingLastComponent(item.source) != folder)
+            item.caution = u"%1 lies in another folder than the last file, so the list will lack it"_s.arg(
+                path::lastComponent(item.source));
+    }
+}
+
+void cautionAboutNames(WorkPlan& plan)
+{
+    QSet<QString> names;
+    for (WorkItem& item : plan.items) {
+        const QString name = path::lastComponent(item.source);
+        if (names.contains(name))
+            item.caution = u"%1 stands in the list more than once: names are listed without their folders"_s.arg(name);
+        names += name;
+    }
+}
+
+} // namespace
+
+void testing(WorkPlan& plan)
+{
+    planByKind(plan, {{C::FLAC, {u"flac"_s}}, {C::APE, {u"mac"_s}}, {C::WV, {u"wvunpack"_s}}, {C::TTA, {u"ttaenc"_s}}},
+               kindOf);
+    if (!plan.items.empty()) plan.words = filesInWords(plan.sources()) + u" to test"_s;
+}
+
+void verifying(WorkPlan& plan)
+{
+    planByKind(plan, {{C::MD5, {}}, {C::ST5, {u"shntool"_s}}, {C::FFP, {u"metaflac"_s, u"flac"_s}}}, listKind);
+    if (!plan.items.empty()) plan.words = counted(qsizetype(plan.items.size()), u"list"_s) + u" to verify"_s;
+}
+
+void creating(WorkPlan& plan, const QString& kind, bool beside)
+{
+    const QStringList files = filesOfList(plan.files, kind);
+    const QSet<QString> listed(files.begin(), files.end());
+    const QString folder = beside && !files.isEmpty() ? path::deletingLastComponent(files.first()) : QString();
+    const QStringList outputs = beside ? QStringList{path::appendingComponent(folder, listName(kind))} : QStringList();
+    for (qsizetype row = 0; row < plan.files.size(); ++row) {
+        if (!listed.contains(plan.files[row])) {
+            plan.passedOver.append(row);
+            continue;
+        }
+        plan.items.push_back({.row = row,
+                              .source = plan.files[row],
+                              .outputs = outputs,
+                              .sharesOutput = true,
+                              .existing = WorkItem::Existing::Overwritten});
+    }
+    if (plan.items.empty()) return;
+    if (kind == C::ST5) plan.tools = {u"shntool"_s};
+    if (kind == C::FFP) plan.tools = {u"metaflac"_s};
+    plan.words = filesInWords(files) + u" into "_s + listName(kind);
+    if (kind == C::ST5) return cautionAboutFolders(plan);
+    cautionAboutNames(plan);
+}
+
+} // namespace zolt::checksumPlan
