@@ -1,5 +1,6 @@
 #include "app/batch/BatchCommands.h"
 
+#include "app/batch/ChecksumCommand.h"
 #include "app/batch/DecodeCommand.h"
 
 #include <algorithm>
@@ -10,6 +11,9 @@ const std::vector<BatchCommand>& batchCommands()
 {
     static const std::vector<BatchCommand> commands{
         decodeCommand(),
+        checksumTestCommand(),
+        checksumCreateCommand(),
+        checksumVerifyCommand(),
     };
     return commands;
 }

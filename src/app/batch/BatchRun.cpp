@@ -42,6 +42,7 @@ BatchPanels::Answers answersOf(const BatchOptions& options, int interruptDescrip
 {
     return {.yes = options.has(u"yes"_s),
             .terminal = ::isatty(STDIN_FILENO) == 1,
+            .savePath = options.has(u"out"_s) ? OptionalText(options.value(u"out"_s)) : std::nullopt,
             .interruptDescriptor = interruptDescriptor};
 }
 
@@ -144,6 +145,7 @@ void BatchRun::press(BaseTab& tab)
     if (signal_ != 0) return;
     try {
         tab.executeCommand(nullptr);
+        pressed_ = tab.fileNames().isEmpty(); // a command that worked at once, without a task
     } catch (const PlatformException& fault) {
         // The queue is locked for good behind a tool that could not be started: no report can come any more.
         complain(fault.reason());
@@ -225,7 +227,7 @@ void BatchRun::printReports() const
 int BatchRun::status() const
 {
     if (signal_ != 0) return exitStatus::signalBase + signal_;
-    if (queued_ == 0) return exitStatus::nothingToDo;
+    if (queued_ == 0 && !pressed_) return exitStatus::nothingToDo;
     return anyFailed_ ? exitStatus::failed : exitStatus::allComplete;
 }
 

@@ -63,6 +63,7 @@ private:
     QTimer stopTick_;
     qsizetype open_ = 0;
     qsizetype queued_ = 0;
+    bool pressed_ = false;
     bool anyFailed_ = false;
     int signal_ = 0; ///< the first that came
 };
