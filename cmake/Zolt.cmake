@@ -18,6 +18,14 @@ if(ZOLT_CLANG_TIDY)
   set(CMAKE_CXX_CLANG_TIDY ${CLANG_TIDY})
 endif()
 
+# A test program is linked in 0.16 s instead of 0.44 s, and there are some seventy of them.
+find_program(ZOLT_LLD NAMES ld.lld)
+if(ZOLT_LLD)
+  add_link_options(-fuse-ld=lld)
+endif()
+# Static rooms name more libraries than each program calls; what is not called is not loaded.
+add_link_options(-Wl,--as-needed)
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
                     -Wno-missing-field-initializers -Werror)
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS

@@ -39,5 +39,13 @@ TEST(CommandLineTest, HelpVersionAndUnknownOptions)
     EXPECT_TRUE(versionText().startsWith(u"Zolt Toolkit "));
 }
 
+TEST(CommandLineTest, AStartBesideAnOpenWindowSaysWhatItDid)
+{
+    EXPECT_EQ(handedOverText({}), u"Zolt Toolkit is running already: its window comes to the front. "
+                                  "Quit it first to start another build.\n"_s);
+    EXPECT_TRUE(handedOverText({.files = {u"a"_s}}).contains(u"to the front and takes the file. "));
+    EXPECT_TRUE(handedOverText({.files = {u"a"_s, u"b"_s}}).contains(u" and takes the 2 files. "));
+}
+
 } // namespace
 } // namespace zolt::test

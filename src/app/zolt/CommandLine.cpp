@@ -82,4 +82,12 @@ QString versionText()
                                        QLatin1String(product::build));
 }
 
+QString handedOverText(const OpenRequest& request)
+{
+    const auto count = request.files.size();
+    const QString files = count == 1 ? u" and takes the file"_s : u" and takes the %1 files"_s.arg(count);
+    return u"%1 is running already: its window comes to the front%2. Quit it first to start another build.\n"_s.arg(
+        QLatin1String(product::name), count ? files : QString());
+}
+
 } // namespace zolt

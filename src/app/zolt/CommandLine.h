@@ -21,5 +21,7 @@ CommandLine readCommandLine(const QStringList& arguments);
 
 QString helpText();
 QString versionText();
+/// What a start says that only brought the open window to the front.
+QString handedOverText(const OpenRequest& request);
 
 } // namespace zolt

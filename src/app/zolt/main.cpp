@@ -36,7 +36,7 @@ int run(int argc, char** argv, const OpenRequest& request)
     GuardedApplication application(argc, argv);
     MainQueue::instance(); // makes this thread the main one
     ApplicationBus bus;
-    if (!bus.becomeTheOne() && bus.handOver(request)) return 0;
+    if (!bus.becomeTheOne() && bus.handOver(request)) return say(stdout, handedOverText(request), 0);
     WindowProgram window;
     window.setEnded([] { QApplication::exit(0); });
     if (request.tab >= 0) window.selectTab(request.tab);

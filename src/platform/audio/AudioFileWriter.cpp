@@ -1,8 +1,8 @@
 #include "platform/audio/AudioFileWriter.h"
 
 #include "platform/audio/ClientWriter.h"
+#include "platform/audio/Codecs.h"
 #include "platform/audio/LinearSink.h"
-#include "platform/audio/M4aSink.h"
 #include "platform/audio/OpenFiles.h"
 
 #include <QFileInfo>
@@ -16,12 +16,15 @@ struct AudioFileWriter::State
     {
     }
 
+    /// Chooses what writes; touches no file.
+    AudioStatus makeSink(uint32_t fileType, const AudioFormat& wanted);
+
     QString path;
     AudioFormat format; ///< the data as it lies in the file
     EncoderControl control;
     std::unique_ptr<OpenFileMark> mark;
     std::unique_ptr<SampleSink> sink;
-    M4aSink* encoding = nullptr; ///< the sink, if it encodes
+    EncodingSink* encoding = nullptr; ///< the sink, if it encodes
     std::optional<ClientWriter> client;
 };
 
@@ -36,23 +39,28 @@ AudioFileWriter::~AudioFileWriter()
         QFile::remove(QFileInfo(state_->path).canonicalFilePath());
 }
 
+AudioStatus AudioFileWriter::State::makeSink(uint32_t fileType, const AudioFormat& wanted)
+{
+    if (const auto* header = linearHeaderFor(fileType, wanted)) {
+        sink = std::make_unique<LinearSink>(path, *header, format);
+        return audioStatus::Ok;
+    }
+    if (fileType != fileTypeId::M4a || wanted.isLinear()) return audioStatus::UnsupportedFormat;
+    const auto* library = codecs();
+    std::unique_ptr<EncodingSink> made;
+    const auto status = library ? library->makeSink(path, wanted, made) : audioStatus::ModuleMissing;
+    encoding = made.get();
+    sink = std::move(made);
+    return status;
+}
+
 AudioStatus AudioFileWriter::create(const QString& path, uint32_t fileType, const AudioFormat& format,
                                     std::unique_ptr<AudioFileWriter>& writer)
 {
     return audioGuarded([&] {
         auto state = std::make_unique<State>(path, storedFormat(fileType, format));
-        AudioStatus status = audioStatus::UnsupportedFormat;
-        const auto* header = linearHeaderFor(fileType, format);
-        const bool encodes = fileType == fileTypeId::M4a && !format.isLinear();
-        if (!header && (!encodes || (status = M4aSink::check(format)))) return status;
-        if ((status = OpenFileMark::claim(path, state->mark))) return status;
-        if (header) {
-            state->sink = std::make_unique<LinearSink>(path, *header, state->format);
-        } else {
-            auto made = std::make_unique<M4aSink>(path, format);
-            state->encoding = made.get();
-            state->sink = std::move(made);
-        }
+        if (const auto status = state->makeSink(fileType, format)) return status;
+        if (const auto status = OpenFileMark::claim(path, state->mark)) return status;
         state->client.emplace(*state->sink, state->format);
         writer.reset(new AudioFileWriter(std::move(state)));
         return audioStatus::Ok;

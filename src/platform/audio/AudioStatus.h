@@ -27,6 +27,7 @@ constexpr AudioStatus WrongState = code("stt?");          ///< not at this point
 constexpr AudioStatus FileInUse = code("use!");           ///< the file is open in this program
 constexpr AudioStatus FileTooLarge = code("big!");        ///< more data than the kind of file can hold
 constexpr AudioStatus DiskFull = code("full");            ///< no room left for the file
+constexpr AudioStatus ModuleMissing = code("mod?");       ///< the module that reads and writes compressed audio
 constexpr AudioStatus OutOfMemory = code("mem!");
 constexpr AudioStatus InputOutput = code("i/o!"); ///< reading or writing failed for another reason
 

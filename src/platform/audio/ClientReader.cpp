@@ -13,8 +13,8 @@ AudioStatus ClientReader::setFormat(const AudioFormat& client)
     const bool straight = client == file;
     if (!straight) {
         if (const auto status = source_.prepare()) return status;
-        const SampleShape from{static_cast<AVSampleFormat>(source_.sampleFormat()), static_cast<int>(file.sampleRate)};
-        const SampleShape to{static_cast<AVSampleFormat>(packing->sampleFormat()), static_cast<int>(client.sampleRate)};
+        const SampleShape from{source_.sampleFormat(), static_cast<int>(file.sampleRate)};
+        const SampleShape to{packing->sampleFormat(), static_cast<int>(client.sampleRate)};
         const auto status = converter_.open(from, to, static_cast<int>(file.channelsPerFrame));
         if (status) return status;
     }
@@ -62,7 +62,7 @@ AudioStatus ClientReader::refill()
 void ClientReader::moveOut(uint8_t* buffer, int64_t frames)
 {
     const int64_t channels = client_.channelsPerFrame;
-    const int64_t bytes = av_get_bytes_per_sample(static_cast<AVSampleFormat>(packing_->sampleFormat()));
+    const int64_t bytes = packing_->sampleBytes();
     packing_->pack(pending_.planes[0] + pendingAt_ * channels * bytes, buffer, frames * channels);
     pendingAt_ += frames;
 }

@@ -46,7 +46,7 @@ AudioStatus ClientWriter::begin()
     if (const auto status = sink_.begin()) return status;
     if (!packing_ || straight_) return audioStatus::Ok;
     unpacked_.resize(static_cast<size_t>(framesPerBlock * widestSample * client_.channelsPerFrame));
-    const SampleShape from{static_cast<AVSampleFormat>(packing_->sampleFormat()), static_cast<int>(client_.sampleRate)};
+    const SampleShape from{packing_->sampleFormat(), static_cast<int>(client_.sampleRate)};
     return converter_.open(from, sink_.shape(), static_cast<int>(client_.channelsPerFrame));
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/audio/AudioStatus.h"
-#include "platform/audio/CodecHandles.h"
 
 namespace zolt {
 
@@ -22,6 +21,8 @@ constexpr uint32_t Average = 1;             ///< the rate over the whole
 constexpr uint32_t ConstrainedVariable = 2; ///< the rate over the whole, more for what needs it
 constexpr uint32_t Variable = 3;            ///< by quality, whatever it takes
 } // namespace bitRateMode
+
+constexpr uint32_t highestQuality = 127;
 
 namespace converterProperty {
 constexpr uint32_t BitRate = fourCharCode("brat");
@@ -48,11 +49,5 @@ private:
     uint32_t formatId_;
     EncoderSettings settings_;
 };
-
-/// The best AAC encoder in the libraries' build.
-const AVCodec* bestAacEncoder();
-
-/// Puts settings into an encoder that is not open yet.
-void applySettings(const EncoderSettings& settings, AVCodecContext& encoder);
 
 } // namespace zolt

@@ -23,7 +23,7 @@ AudioStatus LinearSink::begin()
 
 SampleShape LinearSink::shape() const
 {
-    return {static_cast<AVSampleFormat>(packing_->sampleFormat()), static_cast<int>(format_.sampleRate)};
+    return {packing_->sampleFormat(), static_cast<int>(format_.sampleRate)};
 }
 
 AudioStatus LinearSink::write(const SampleBlock& block)

@@ -89,7 +89,7 @@ std::optional<PcmPacking> PcmPacking::of(const AudioFormat& format)
             continue;
         PcmPacking packing;
         packing.sampleFormat_ = row.sampleFormat;
-        packing.bytes_ = row.bytes;
+        packing.sampleBytes_ = row.bytes == 3 ? 4 : row.bytes;
         packing.unpack_ = big ? row.unpackBig : row.unpackLittle;
         packing.pack_ = big ? row.packBig : row.packLittle;
         return packing;
@@ -102,7 +102,7 @@ void PcmPacking::unpack(const uint8_t* packed, uint8_t* samplesOut, int64_t samp
     if (unpack_)
         unpack_(packed, samplesOut, samples);
     else
-        std::memcpy(samplesOut, packed, static_cast<size_t>(samples * bytes_));
+        std::memcpy(samplesOut, packed, static_cast<size_t>(samples * sampleBytes_));
 }
 
 void PcmPacking::pack(const uint8_t* samplesIn, uint8_t* packed, int64_t samples) const
@@ -110,7 +110,7 @@ void PcmPacking::pack(const uint8_t* samplesIn, uint8_t* packed, int64_t samples
     if (pack_)
         pack_(samplesIn, packed, samples);
     else
-        std::memcpy(packed, samplesIn, static_cast<size_t>(samples * bytes_));
+        std::memcpy(packed, samplesIn, static_cast<size_t>(samples * sampleBytes_));
 }
 
 } // namespace zolt

@@ -17,6 +17,8 @@ public:
 
     /// The interleaved AVSampleFormat of unpacked samples. Depths between two formats stand at the high end.
     int sampleFormat() const { return sampleFormat_; }
+    /// Bytes of one unpacked sample.
+    int64_t sampleBytes() const { return sampleBytes_; }
     /// True if packed and unpacked samples are the same bytes.
     bool isIdentity() const { return unpack_ == nullptr; }
 
@@ -29,7 +31,7 @@ public:
 private:
     using Transfer = void (*)(const uint8_t* from, uint8_t* to, int64_t samples);
     int sampleFormat_ = -1;
-    int64_t bytes_ = 0; ///< of a sample where both sides agree
+    int64_t sampleBytes_ = 0;
     Transfer unpack_ = nullptr;
     Transfer pack_ = nullptr;
 };

@@ -1,79 +1,27 @@
 #include "platform/audio/SampleConverter.h"
 
-extern "C" {
-#include <libavutil/opt.h>
-}
+#include "platform/audio/Codecs.h"
 
 namespace zolt {
 
-namespace {
-
-/// Bits of precision of a change of rate: enough for 24-bit sources.
-constexpr int resamplerPrecision = 28;
-
-CodecHandle<SwrContext> makeResampler(const SampleShape& from, const SampleShape& to, int channels, bool soxr)
-{
-    AVChannelLayout layout = {};
-    av_channel_layout_default(&layout, channels);
-    SwrContext* made = nullptr;
-    swr_alloc_set_opts2(&made, &layout, to.format, to.rate, &layout, from.format, from.rate, 0, nullptr);
-    av_channel_layout_uninit(&layout);
-    auto resampler = ownedHandle(made);
-    if (soxr) {
-        av_opt_set_int(made, "resampler", SWR_ENGINE_SOXR, 0);
-        av_opt_set_double(made, "precision", resamplerPrecision, 0);
-    }
-    return swr_init(made) < 0 ? nullptr : std::move(resampler);
-}
-
-} // namespace
-
 AudioStatus SampleConverter::open(const SampleShape& from, const SampleShape& to, int channels)
 {
-    to_ = to;
-    channels_ = channels;
-    changesRate_ = from.rate != to.rate;
-    resampler_.reset();
+    transform_.reset();
     if (from == to) return audioStatus::Ok;
-    // The better engine is an option of the library's build; without it the library's own does.
-    resampler_ = makeResampler(from, to, channels, changesRate_);
-    if (!resampler_ && changesRate_) resampler_ = makeResampler(from, to, channels, false);
-    return resampler_ ? audioStatus::Ok : audioStatus::UnsupportedFormat;
+    const auto* library = codecs();
+    return library ? library->makeTransform(from, to, channels, transform_) : audioStatus::ModuleMissing;
 }
 
 AudioStatus SampleConverter::convert(const SampleBlock& in, SampleBlock& out)
 {
     out = in;
-    return resampler_ && in.frames ? run(in, out) : audioStatus::Ok;
+    return transform_ && in.frames ? transform_->convert(in, out) : audioStatus::Ok;
 }
 
 AudioStatus SampleConverter::flush(SampleBlock& out)
 {
     out = {};
-    return resampler_ && changesRate_ ? run({}, out) : audioStatus::Ok;
-}
-
-AudioStatus SampleConverter::run(const SampleBlock& in, SampleBlock& out)
-{
-    const int most = swr_get_out_samples(resampler_.get(), in.frames);
-    if (most < 0 || !makeRoom(std::max(most, 1))) return audioStatus::OutOfMemory;
-    auto** input = const_cast<const uint8_t**>(in.planes);
-    const int given = swr_convert(resampler_.get(), room_->extended_data, roomFrames_, input, in.frames);
-    if (given < 0) return audioStatusFromCodecError(given);
-    out = {.planes = room_->extended_data, .frames = given};
-    return audioStatus::Ok;
-}
-
-/// Grows the output's room; it never shrinks, so that a steady stream allocates nothing.
-bool SampleConverter::makeRoom(int frames)
-{
-    if (frames <= roomFrames_) return true;
-    room_ = ownedHandle(av_frame_alloc());
-    room_->format = to_.format;
-    room_->nb_samples = frames;
-    av_channel_layout_default(&room_->ch_layout, channels_);
-    roomFrames_ = av_frame_get_buffer(room_.get(), 0) < 0 ? 0 : frames;
-    return roomFrames_ != 0;
+    return transform_ ? transform_->flush(out) : audioStatus::Ok;
 }
 
 } // namespace zolt

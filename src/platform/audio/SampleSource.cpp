@@ -1,7 +1,6 @@
 #include "platform/audio/SampleSource.h"
 
-#include "platform/audio/CodecSource.h"
-#include "platform/audio/Container.h"
+#include "platform/audio/Codecs.h"
 #include "platform/audio/LinearSource.h"
 
 #include <QFile>
@@ -33,7 +32,8 @@ AudioStatus openSampleSource(QFile& file, std::unique_ptr<SampleSource>& source)
     if (const auto status = recogniseContainer(file, container)) return status;
     if (container == Container::Wave) return openLinear(file, readWaveLayout, source);
     if (container == Container::Aiff) return openLinear(file, readAiffLayout, source);
-    return openThroughCodecs(file, container, source);
+    const auto* library = codecs();
+    return library ? library->openSource(file, container, source) : audioStatus::ModuleMissing;
 }
 
 } // namespace zolt

@@ -15,11 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString runningProgramDirectory()
-{
-    return path::deletingLastComponent(QFileInfo(u"/proc/self/exe"_s).symLinkTarget());
-}
-
 bool isThere(const QString& path)
 {
     const QFileInfo tool(path);
@@ -43,6 +38,11 @@ QString whatIsMissing(const MissingTool& tool)
 }
 
 } // namespace
+
+QString runningProgramDirectory()
+{
+    return path::deletingLastComponent(QFileInfo(u"/proc/self/exe"_s).symLinkTarget());
+}
 
 QString toolsDirectory()
 {

@@ -15,6 +15,9 @@ struct MissingTool
     QString option = {}; ///< set for one that is there and does not know this option
 };
 
+/// The folder that the running program lies in.
+QString runningProgramDirectory();
+
 /// The directory of the tools, with no slash at its end: the environment's ZOLT_TOOLS if it is set and not empty,
 /// else ../libexec/zolt/tools beside the running program, else "tools" in the tree that the program was built in.
 QString toolsDirectory();

@@ -2,6 +2,10 @@
 
 #include "platform/audio/SampleConverter.h"
 
+extern "C" {
+#include <libavutil/samplefmt.h>
+}
+
 using namespace zolt;
 
 namespace {

@@ -1,12 +1,12 @@
 // Writes M4A files with Apple Lossless or AAC.
 #pragma once
 
-#include "platform/audio/AudioEncoder.h"
-#include "platform/audio/SampleSink.h"
+#include "platform/audio/EncodingSink.h"
+#include "platform/audio/codecs/AudioEncoder.h"
 
 namespace zolt {
 
-class M4aSink : public SampleSink
+class M4aSink : public EncodingSink
 {
 public:
     M4aSink(QString path, const AudioFormat& format) : path_(std::move(path)), format_(format) {}
@@ -15,8 +15,7 @@ public:
     /// True if the encoder takes the format; nothing is written.
     static AudioStatus check(const AudioFormat& format);
 
-    /// Settings for the encoder, ahead of `begin`.
-    void setSettings(const EncoderSettings& settings) { settings_ = settings; }
+    void setSettings(const EncoderSettings& settings) override { settings_ = settings; }
 
     AudioStatus begin() override;
     SampleShape shape() const override { return encoder_.shape(); }

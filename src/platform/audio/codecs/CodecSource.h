@@ -1,8 +1,8 @@
 // The samples of a file that needs a demuxer, and mostly a decoder.
 #pragma once
 
-#include "platform/audio/Demuxer.h"
 #include "platform/audio/SampleSource.h"
+#include "platform/audio/codecs/Demuxer.h"
 
 namespace zolt {
 

@@ -1,6 +1,6 @@
-#include "platform/audio/Demuxer.h"
+#include "platform/audio/codecs/Demuxer.h"
 
-#include "platform/audio/CodecLibraries.h"
+#include "platform/audio/codecs/CodecLibraries.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "platform/audio/M4aSink.h"
+#include "platform/audio/codecs/M4aSink.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
-#include "platform/audio/AudioEncoder.h"
+#include "platform/audio/codecs/AudioEncoder.h"
 
-#include "platform/audio/CodecLibraries.h"
+#include "platform/audio/codecs/CodecLibraries.h"
 
 namespace zolt {
 

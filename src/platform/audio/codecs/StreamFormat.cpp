@@ -1,4 +1,4 @@
-#include "platform/audio/StreamFormat.h"
+#include "platform/audio/codecs/StreamFormat.h"
 
 #include <QtEndian>
 

@@ -1,8 +1,8 @@
 // What a demuxer's stream is, in the service's own description.
 #pragma once
 
-#include "platform/audio/CodecHandles.h"
 #include "platform/audio/LinearLayout.h"
+#include "platform/audio/codecs/CodecHandles.h"
 
 namespace zolt {
 

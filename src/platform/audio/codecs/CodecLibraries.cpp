@@ -1,4 +1,4 @@
-#include "platform/audio/CodecLibraries.h"
+#include "platform/audio/codecs/CodecLibraries.h"
 
 extern "C" {
 #include <libavutil/log.h>

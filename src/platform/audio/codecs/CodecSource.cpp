@@ -1,7 +1,7 @@
-#include "platform/audio/CodecSource.h"
+#include "platform/audio/codecs/CodecSource.h"
 
 #include "platform/audio/LinearSource.h"
-#include "platform/audio/StreamFormat.h"
+#include "platform/audio/codecs/StreamFormat.h"
 
 #include <QFile>
 #include <QtEndian>

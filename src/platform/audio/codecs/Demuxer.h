@@ -3,8 +3,8 @@
 #pragma once
 
 #include "platform/audio/AudioStatus.h"
-#include "platform/audio/CodecHandles.h"
 #include "platform/audio/Container.h"
+#include "platform/audio/codecs/CodecHandles.h"
 
 namespace zolt {
 

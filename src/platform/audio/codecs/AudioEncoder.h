@@ -1,8 +1,8 @@
 // An encoder of the codec libraries: takes samples in any amounts, gives packets.
 #pragma once
 
-#include "platform/audio/EncoderSettings.h"
 #include "platform/audio/SampleConverter.h"
+#include "platform/audio/codecs/EncoderTuning.h"
 
 #include <functional>
 
