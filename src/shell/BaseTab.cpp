@@ -1,5 +1,6 @@
 #include "shell/BaseTab.h"
 
+#include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/Panels.h"
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/errors/Exceptions.h"
@@ -166,8 +167,18 @@ void BaseTab::executeCommandWithout(const QList<qsizetype>& rows)
     for (const qsizetype row : rows)
         kept += fileNames_->at(row);
     removeRows(rows);
+    const int open = taskQueue() ? taskQueue()->taskCount() : 0;
     if (!fileNames_->isEmpty()) executeCommand(nullptr);
-    if (!kept.isEmpty()) add(kept);
+    comingBack_ += kept;
+    // A task that was started on the list itself, not on a copy, is not to meet them there.
+    const bool inUse = !fileNames_->isEmpty() && taskQueue() && taskQueue()->taskCount() > open;
+    if (!inUse) bringBack();
+}
+
+void BaseTab::bringBack()
+{
+    const QStringList files = std::exchange(comingBack_, {});
+    if (!files.isEmpty()) add(files);
 }
 
 ZOLTTaskQueue* BaseTab::taskQueue() const

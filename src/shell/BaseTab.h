@@ -75,8 +75,11 @@ public:
 
     /// Takes the rows out of the list.
     void removeRows(const QList<qsizetype>& rows);
-    /// Presses the command on all rows but these, which stay in the list. Nothing is pressed where no other is left.
+    /// Presses the command on all rows but these, which stay in the list; where its task works on the list itself they
+    /// come back with bringBack(). Nothing is pressed where no other is left.
     void executeCommandWithout(const QList<qsizetype>& rows);
+    /// Adds the rows that are still to come back. Called once the list is empty.
+    void bringBack();
     /// The names of the tools that the command would run on the present list, for the look-up before it is pressed.
     QStringList toolsNeeded() const { return workPlan().tools; }
 
@@ -105,6 +108,7 @@ private:
 
     std::shared_ptr<FileList> fileNames_ = std::make_shared<FileList>();
     QStringList lastAdded_;
+    QStringList comingBack_; ///< kept out of a command whose task works on the list itself
     OptionalText destination_;
     QString pathToCommandLineTools_;
 };

@@ -4,7 +4,9 @@
 #include "platform/desktop/Desktop.h"
 #include "platform/errors/Exceptions.h"
 #include "shell/ZOLTController.h"
+#include "ui/Mnemonics.h"
 #include "ui/WindowPlaces.h"
+#include "ui/files/FilesPanel.h"
 #include "ui/pages/TabPage.h"
 #include "ui_MainMenu.h"
 
@@ -19,7 +21,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int tabKeys = 9; // Ctrl+1 to Ctrl+9
+constexpr int tabKeys = 9;                                  // Ctrl+1 to Ctrl+9
+const QSet<QChar> windowKeys{u'f', u'e', u'v', u'q', u'h'}; // the menus', which stand beside every page
 const QString placeName = u"main"_s;
 
 } // namespace
@@ -49,6 +52,7 @@ void MainWindow::addPage(int index, const PageBuilders& pages)
     const auto builder = pages.value(label);
     TabPage* const page = builder ? builder(form_->tabView) : new TabPage(form_->tabView);
     form_->tabView->addTab(page, label);
+    assignMnemonics(*page, windowKeys);
     QAction* const action = form_->viewMenu->addAction(label, this, [this, index] { selectTab(index); });
     if (index < tabKeys) action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)));
 }
@@ -58,7 +62,9 @@ void MainWindow::wireMenus()
     const auto connectTo = [this](QAction* action, const char* where, std::function<void()> work) {
         connect(action, &QAction::triggered, this, [where, work] { guarded(where, work); });
     };
-    connectTo(form_->addFilesAction, "add files", [this] { page()->addFiles(); });
+    connectTo(form_->addFilesAction, "add files", [this] {
+        if (page()->files()) page()->files()->addFiles();
+    });
     connectTo(form_->commandAction, "command", [this] { page()->pressCommand(); });
     connectTo(form_->quitAction, "quit", [] { desktop().terminate(); });
     connectTo(form_->queueAction, "queue", [this] { controller_.taskQueue()->panel()->makeKeyAndOrderFront(); });

@@ -4,15 +4,38 @@
 #include "decode/DecodeTab.h"
 #include "shell/Constants.h"
 #include "ui/pages/AboutPage.h"
-#include "ui/pages/DecodePage.h"
+#include "ui/pages/CommandPage.h"
+#include "ui_DecodeChoices.h"
 
 namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using C = Constants;
+
+/// Lays out the choices as an interface description has them.
+template <class Form> void setUp(QWidget& choices)
+{
+    Form().setupUi(&choices);
+}
+
+/// The page of a tab that needs no more than a form.
+template <class Tab, class Form> MainWindow::PageBuilder page(Program& program, const QString& command)
+{
+    return [&program, command](QWidget* parent) {
+        return new CommandPage(program.tab<Tab>(), {command, setUp<Form>}, parent);
+    };
+}
+
+} // namespace
 
 MainWindow::PageBuilders pagesOf(Program& program)
 {
     return {
-        {Constants::DECODE, [&program](QWidget* parent) { return new DecodePage(program.tab<DecodeTab>(), parent); }},
-        {Constants::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
+        {C::DECODE, page<DecodeTab, Ui::DecodeChoices>(program, u"&Decode"_s)},
+        {C::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
     };
 }
 

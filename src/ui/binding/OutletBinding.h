@@ -12,6 +12,14 @@
 
 namespace zolt {
 
+/// The widget as the kind that can show the model. @throws AssertionException if it is another
+template <class Widget> Widget& shownBy(QWidget& widget)
+{
+    if (auto* const found = qobject_cast<Widget*>(&widget)) return *found;
+    throw AssertionException(QStringLiteral("The outlet \"%1\" is a %2, which cannot show its model.")
+                                 .arg(widget.objectName(), QString::fromLatin1(widget.metaObject()->className())));
+}
+
 /// A child of its widget, so that it goes with it. Main thread.
 template <class Model, class Widget> class OutletBinding : public QObject, public ControlObserver
 {
@@ -44,9 +52,15 @@ private:
     {
         widget_.setEnabled(model_->isEnabled());
         widget_.setVisible(!model_->isHidden());
-        const QString toolTip = model_->toolTip();
-        widget_.setToolTip(toolTip.isEmpty() ? ownToolTip_ : toolTip);
+        widget_.setToolTip(toolTip());
         show_(widget_, *model_);
+    }
+    QString toolTip() const
+    {
+        const QString why = model_->isEnabled() ? QString() : widget_.property("whyDisabled").toString();
+        if (!why.isEmpty()) return why;
+        const QString told = model_->toolTip();
+        return told.isEmpty() ? ownToolTip_ : told;
     }
 
     Widget& widget_;
@@ -55,5 +69,12 @@ private:
     const std::function<void()> changed_;
     QString ownToolTip_;
 };
+
+/// The widget shows the model from now on.
+template <class Model, class Widget, class Show>
+void keepShown(Widget& widget, const std::shared_ptr<Model>& model, Show show, const std::function<void()>& changed)
+{
+    new OutletBinding<Model, Widget>(widget, model, std::move(show), changed);
+}
 
 } // namespace zolt

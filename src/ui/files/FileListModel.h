@@ -2,6 +2,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QHash>
+#include <QSet>
 #include <QStringList>
 
 namespace zolt {
@@ -15,6 +17,11 @@ public:
     explicit FileListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
     void setFiles(const QStringList& files);
+    /// Marks rows with a sign and a sentence. @param leftOut  rows that the next run leaves out
+    void setMarks(const QHash<int, QString>& marks, const QSet<int>& leftOut);
+    /// What the mark of a row says; empty for a row without one.
+    QString mark(int row) const;
+    bool isLeftOut(int row) const { return leftOut_.contains(row); }
     const QStringList& files() const { return files_; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -24,6 +31,8 @@ public:
 
 private:
     QStringList files_;
+    QHash<int, QString> marks_;
+    QSet<int> leftOut_;
 };
 
 } // namespace zolt

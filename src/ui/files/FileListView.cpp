@@ -1,41 +1,16 @@
 #include "ui/files/FileListView.h"
 
 #include "platform/errors/Exceptions.h"
+#include "ui/DroppedPaths.h"
 #include "ui/files/DropCount.h"
 #include "ui/files/FileRowDelegate.h"
 
 #include <QDragEnterEvent>
 #include <QHeaderView>
-#include <QMimeData>
-#include <QUrl>
 
 namespace zolt {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QStringList localPaths(const QMimeData& data)
-{
-    QStringList paths;
-    for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile()) paths += url.toLocalFile();
-    }
-    // A file manager may end a folder's address with a slash.
-    for (QString& path : paths) {
-        while (path.size() > 1 && path.endsWith(u'/'))
-            path.chop(1);
-    }
-    return paths;
-}
-
-bool bringsFiles(const QDropEvent& event)
-{
-    const auto urls = event.mimeData()->hasUrls() ? event.mimeData()->urls() : QList<QUrl>();
-    return std::any_of(urls.begin(), urls.end(), [](const QUrl& url) { return url.isLocalFile(); });
-}
-
-} // namespace
 
 FileListView::FileListView(QWidget* parent) : QTreeView(parent)
 {
@@ -48,6 +23,7 @@ FileListView::FileListView(QWidget* parent) : QTreeView(parent)
     setSelectionBehavior(SelectRows);
     setEditTriggers(NoEditTriggers);
     setTextElideMode(Qt::ElideMiddle);
+    setIconSize(QSize(fontMetrics().height(), fontMetrics().height()));
     setAcceptDrops(true);
     setDragDropMode(DropOnly);
     setDropIndicatorShown(false);
@@ -70,6 +46,21 @@ QList<qsizetype> FileListView::selectedRowNumbers() const
     return rows;
 }
 
+void FileListView::selectRowNumbers(const QList<qsizetype>& rows)
+{
+    if (rows.isEmpty()) return;
+    QItemSelection selection;
+    for (qsizetype first = 0, last = 0; first < rows.size(); first = ++last) {
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last; // one range for neighbours: long lists are selected at once
+        selection.append(QItemSelectionRange(model()->index(int(rows[first]), 0),
+                                             model()->index(int(rows[last]), model()->columnCount() - 1)));
+    }
+    selectionModel()->setCurrentIndex(model()->index(int(rows.first()), 0), QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    scrollTo(currentIndex());
+}
+
 void FileListView::removeSelected()
 {
     const auto rows = selectedRowNumbers();
@@ -84,12 +75,12 @@ void FileListView::showDrag(const QString& text)
 
 void FileListView::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!bringsFiles(*event)) return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    const QStringList paths = droppedPaths(*event->mimeData());
+    if (paths.isEmpty()) return;
+    acceptAsCopy(*event);
     showDrag(u"Drop to add the files"_s);
     const QSet<QString> taken(extensions_.begin(), extensions_.end());
-    counting_.start([this, taken, paths = localPaths(*event->mimeData())](const std::atomic<bool>& stop) {
+    counting_.start([this, taken, paths](const std::atomic<bool>& stop) {
         const DropCount count = countDrop(paths, taken, stop);
         return [this, count] {
             if (!dragText_.isEmpty()) showDrag(dropText(count));
@@ -100,8 +91,7 @@ void FileListView::dragEnterEvent(QDragEnterEvent* event)
 void FileListView::dragMoveEvent(QDragMoveEvent* event)
 {
     if (dragText_.isEmpty()) return event->ignore();
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    acceptAsCopy(*event);
 }
 
 void FileListView::dragLeaveEvent(QDragLeaveEvent*)
@@ -114,9 +104,8 @@ void FileListView::dropEvent(QDropEvent* event)
 {
     counting_.cancel();
     showDrag(QString());
-    const QStringList paths = localPaths(*event->mimeData());
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    const QStringList paths = droppedPaths(*event->mimeData());
+    acceptAsCopy(*event);
     if (paths.isEmpty() || !dropped_) return;
     // Later, from the event loop: an alert about what was dropped must not keep the file manager waiting.
     QMetaObject::invokeMethod(

@@ -25,15 +25,19 @@ public:
     void setRemoveHandler(std::function<void(const QList<qsizetype>&)> handler) { remove_ = std::move(handler); }
 
     QList<qsizetype> selectedRowNumbers() const;
+    /// Selects these rows alone, the first of them in sight.
+    void selectRowNumbers(const QList<qsizetype>& rows);
     void removeSelected();
     /// What a drag over the list is told; empty while there is none.
     const QString& dragText() const { return dragText_; }
 
-protected:
+    // A page hands on what is dragged over any place of it.
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+
+protected:
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 

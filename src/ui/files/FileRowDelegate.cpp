@@ -13,13 +13,15 @@ constexpr float quiet = 0.75F;
 
 QSize FileRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, room);
+    // Of the line alone: a sign that comes to a row leaves its height.
+    return {QStyledItemDelegate::sizeHint(option, index).width(), option.fontMetrics.height() + room};
 }
 
 void FileRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (index.column() != FileListModel::FolderColumn) return;
+    const auto* const model = static_cast<const FileListModel*>(index.model());
+    if (index.column() != FileListModel::FolderColumn && !model->isLeftOut(index.row())) return;
     QColor colour = option->palette.color(QPalette::Text);
     colour.setAlphaF(quiet);
     option->palette.setColor(QPalette::Text, colour);

@@ -4,6 +4,7 @@
 #include "shell/BaseTab.h"
 #include "shell/ZOLTController.h"
 #include "ui/Symbols.h"
+#include "ui/binding/Binders.h"
 #include "ui/bus/FileManager.h"
 #include "ui/files/FileListModel.h"
 #include "ui/files/ListFacts.h"
@@ -33,6 +34,10 @@ FilesPanel::FilesPanel(QWidget* parent)
         tab_->tableViewAcceptDropRowDropOperation(paths, 0, BaseTab::copyOperation);
     });
     view.setRemoveHandler([this](const QList<qsizetype>& rows) { removeRows(rows); });
+    connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this, &view] { tellSelection(view, *table_); });
+    connect(qApp, &QApplication::focusChanged, this, [this] { showFacts(); });
+    connect(view.selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showFacts(); });
     connect(&view, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) { showMenu(place); });
     connect(form_->addButton, &QPushButton::clicked, this, [this] { addFiles(); });
     connect(form_->clearButton, &QPushButton::clicked, this,
@@ -72,7 +77,9 @@ void FilesPanel::controlChanged(Control&)
     FileListView& view = list();
     view.setAcceptDrops(table_->acceptsFileDrops());
     const int scrolled = view.verticalScrollBar()->value();
+    const QSet<QString> selected = selectedFiles();
     model_->setFiles(files);
+    selectFiles(selected);
     const bool severalFolders = liesInSeveralFolders(files);
     view.setColumnHidden(FileListModel::FolderColumn, !severalFolders);
     view.header()->setVisible(severalFolders);
@@ -80,6 +87,7 @@ void FilesPanel::controlChanged(Control&)
     view.verticalScrollBar()->setValue(scrolled);
     if (const int row = std::min(std::exchange(rowToKeep_, -1), model_->rowCount() - 1); row >= 0)
         view.setCurrentIndex(model_->index(row, 0));
+    tellSelection(view, *table_);
     form_->clearButton->setEnabled(!files.isEmpty());
     measure();
     if (changed_) changed_();
@@ -89,8 +97,55 @@ void FilesPanel::measure()
 {
     measuring_.start([this, files = model_->files()](const std::atomic<bool>& stop) {
         const ListFacts facts = gatherListFacts(files, stop);
-        return [this, facts] { form_->countLabel->setText(listFactsText(facts)); };
+        return [this, facts] {
+            facts_ = listFactsText(facts);
+            showFacts();
+        };
     });
+}
+
+void FilesPanel::showFacts()
+{
+    // What the mark of the row says is told here too, for who has no mouse to point with.
+    const QString mark = model_->mark(list().currentIndex().row());
+    const QString text = list().hasFocus() && !mark.isEmpty() ? mark : facts_;
+    const QString shown = form_->countLabel->fontMetrics().elidedText(text.section(u'\n', 0, 0), Qt::ElideRight,
+                                                                      form_->countLabel->width());
+    form_->countLabel->setText(shown);
+    form_->countLabel->setToolTip(shown == text ? QString() : text);
+}
+
+QSet<QString> FilesPanel::selectedFiles() const
+{
+    QSet<QString> files;
+    for (const qsizetype row : list().selectedRowNumbers())
+        files += model_->files()[row];
+    return files;
+}
+
+void FilesPanel::selectFiles(const QSet<QString>& files)
+{
+    if (files.isEmpty()) return;
+    QList<qsizetype> rows;
+    for (qsizetype row = 0; row < model_->files().size(); ++row) {
+        if (files.contains(model_->files()[row])) rows += row;
+    }
+    list().selectRowNumbers(rows);
+}
+
+void FilesPanel::setMarks(const QHash<int, QString>& marks, const QList<qsizetype>& leftOut)
+{
+    QSet<int> rows;
+    for (const qsizetype row : leftOut)
+        rows += int(row);
+    model_->setMarks(marks, rows);
+    showFacts();
+}
+
+void FilesPanel::selectRows(const QList<qsizetype>& rows)
+{
+    list().setFocus();
+    list().selectRowNumbers(rows);
 }
 
 void FilesPanel::removeRows(const QList<qsizetype>& rows)

@@ -4,6 +4,8 @@
 #include "platform/controls/Table.h"
 #include "ui/LatestJob.h"
 
+#include <QHash>
+#include <QSet>
 #include <QWidget>
 
 #include <functional>
@@ -31,6 +33,10 @@ public:
     /// Called after the list has changed and is shown.
     void setChanged(std::function<void()> changed) { changed_ = std::move(changed); }
     void addFiles();
+    /// Marks rows of the list with a sign and a sentence. @param leftOut  rows that the next run leaves out
+    void setMarks(const QHash<int, QString>& marks, const QList<qsizetype>& leftOut);
+    /// Selects the rows and brings the first of them into sight, with the keyboard in the list.
+    void selectRows(const QList<qsizetype>& rows);
 
     /// The tab's table has changed.
     void controlChanged(Control& control) override;
@@ -40,6 +46,9 @@ private:
     void showMenu(const QPoint& place);
     void removeRows(const QList<qsizetype>& rows);
     void measure();
+    QSet<QString> selectedFiles() const;
+    void selectFiles(const QSet<QString>& files);
+    void showFacts();
 
     const std::unique_ptr<Ui::FilesPanel> form_;
     FileListModel* const model_;
@@ -47,6 +56,7 @@ private:
     std::shared_ptr<Table> table_;
     std::function<void()> changed_;
     LatestJob measuring_;
+    QString facts_;
     int rowToKeep_ = -1;
 };
 

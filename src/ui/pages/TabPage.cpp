@@ -2,16 +2,15 @@
 
 #include "platform/desktop/Panels.h"
 #include "platform/desktop/ToolsDirectory.h"
-#include "shell/BaseTab.h"
 
 namespace zolt {
 
 using namespace Qt::StringLiterals;
 
-bool TabPage::toolsAreThere(const BaseTab& tab)
+bool TabPage::toolsAreThere(const QStringList& tools)
 {
     QStringList told;
-    for (const MissingTool& tool : missingTools(tab.toolsNeeded()))
+    for (const MissingTool& tool : missingTools(tools))
         told += missingToolMessage(tool);
     if (told.isEmpty()) return true;
     panels().runAlert(told.size() == 1 ? u"A tool is missing"_s : u"Tools are missing"_s,

@@ -3,11 +3,9 @@
 
 #include <QWidget>
 
-#include <functional>
-
 namespace zolt {
 
-class BaseTab;
+class FilesPanel;
 
 /// The view of one tab. Main thread.
 class TabPage : public QWidget
@@ -15,17 +13,16 @@ class TabPage : public QWidget
 public:
     using QWidget::QWidget;
 
-    /// What Ctrl+O does; a page without a list does nothing.
-    virtual void addFiles() {}
+    /// The page's list; none for a page without one.
+    virtual FilesPanel* files() const { return nullptr; }
     /// What the page's one command button does; a page without one does nothing.
     virtual void pressCommand() {}
     /// What the menu calls the command; empty for a page without one.
     virtual QString commandName() const { return QString(); }
 
 protected:
-    /// Looks up the tools that the tab's command needs now, and tells of those that are missing.
-    /// @return true if none is
-    static bool toolsAreThere(const BaseTab& tab);
+    /// Tells of those of the tools that are missing. @return true if none is
+    static bool toolsAreThere(const QStringList& tools);
 };
 
 } // namespace zolt

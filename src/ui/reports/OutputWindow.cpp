@@ -4,12 +4,12 @@
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
+#include "ui/Fonts.h"
 #include "ui/Symbols.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui/reports/ReportSummary.h"
 #include "ui_OutputWindow.h"
 
-#include <QFontDatabase>
 #include <QScreen>
 #include <QShortcut>
 
@@ -101,14 +101,6 @@ void OutputWindow::saveAs()
     panels().runAlert(u"The report could not be saved"_s,
                       u"%1 could not be written. Choose a folder that you may write to and that has room."_s.arg(*path),
                       u"OK"_s);
-}
-
-QFont shownFont(const Font& font)
-{
-    QFont shown = QFontDatabase::families().contains(font.family) ? QFont(font.family)
-                                                                  : QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (font.pointSize > 0) shown.setPointSizeF(font.pointSize);
-    return shown;
 }
 
 } // namespace zolt

@@ -40,7 +40,4 @@ private:
     const std::shared_ptr<TextView> text_;
 };
 
-/// The font itself where the system has it, else the system's own fixed-pitch font in the same size.
-QFont shownFont(const Font& font);
-
 } // namespace zolt

@@ -1,5 +1,6 @@
 #include "ui/files/FilesPanel.h"
 
+#include "ui/Drags.h"
 #include "ui/Pictures.h"
 #include "ui/WindowFixture.h"
 #include "ui/files/FileListModel.h"
@@ -22,29 +23,6 @@ protected:
     FileListView& list() { return widget<FileListView>("tableView"); }
     QString shown(int row, int column = 0) { return list().model()->index(row, column).data().toString(); }
     QString countLine() { return widget<QLabel>("countLabel").text(); }
-
-    QMimeData* dragged(const QStringList& paths)
-    {
-        QList<QUrl> urls;
-        for (const QString& path : paths)
-            urls += QUrl::fromLocalFile(path);
-        data_.setUrls(urls);
-        return &data_;
-    }
-    void dragIn(const QStringList& paths)
-    {
-        QDragEnterEvent event(QPoint(20, 20), Qt::CopyAction, dragged(paths), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(list().viewport(), &event);
-    }
-    bool dropOn(const QStringList& paths)
-    {
-        QDropEvent event(QPointF(20, 20), Qt::CopyAction, dragged(paths), Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(list().viewport(), &event);
-        QCoreApplication::processEvents();
-        runPosted();
-        return event.isAccepted();
-    }
-    QMimeData data_;
 };
 
 TEST_F(FilesPanelTest, AnEmptyListSaysWhatToDo)
@@ -57,8 +35,8 @@ TEST_F(FilesPanelTest, AnEmptyListSaysWhatToDo)
 
 TEST_F(FilesPanelTest, ADropFillsTheListSortedWithFoldersWhole)
 {
-    dragIn({file(u"b.flac"_s)});
-    EXPECT_TRUE(dropOn({pathOf(u"b.flac"_s), QFileInfo(file(u"a/2/c.flac"_s)).path()}));
+    const QString folder = QFileInfo(file(u"a/2/c.flac"_s)).path();
+    EXPECT_EQ(dropOn(*list().viewport(), {file(u"b.flac"_s), folder}), Qt::CopyAction);
     ASSERT_EQ(list().model()->rowCount(), 2);
     EXPECT_EQ(shown(0), u"c.flac"_s);
     EXPECT_EQ(shown(1), u"b.flac"_s);
@@ -69,25 +47,25 @@ TEST_F(FilesPanelTest, ADragTellsHowManyFilesWouldCome)
     file(u"show/a.flac"_s);
     file(u"show/disc/b.flac"_s);
     file(u"show/notes.txt"_s);
-    dragIn({pathOf(u"show"_s)});
+    dragOver(*list().viewport(), {pathOf(u"show"_s)});
     EXPECT_TRUE(runUntil([this] { return list().dragText() == u"Drop to add 2 files"; }));
-    QDragLeaveEvent leave;
-    QApplication::sendEvent(list().viewport(), &leave);
+    dragAway(*list().viewport());
     EXPECT_TRUE(list().dragText().isEmpty());
 }
 
 TEST_F(FilesPanelTest, ADragLightsTheBorder)
 {
     const QImage before = list().viewport()->grab().toImage();
-    dragIn({file(u"a.flac"_s)});
+    dragOver(*list().viewport(), {file(u"a.flac"_s)});
     const QImage lit = list().viewport()->grab().toImage();
     EXPECT_NE(lit.pixelColor(lit.width() / 2, 1), before.pixelColor(before.width() / 2, 1));
 }
 
 TEST_F(FilesPanelTest, ADragOfSomethingElseIsNotTaken)
 {
-    data_.setText(u"words"_s);
-    QDragEnterEvent event(QPoint(20, 20), Qt::CopyAction, &data_, Qt::LeftButton, Qt::NoModifier);
+    QMimeData words;
+    words.setText(u"words"_s);
+    QDragEnterEvent event(QPoint(20, 20), Qt::CopyAction, &words, Qt::LeftButton, Qt::NoModifier);
     event.ignore();
     QApplication::sendEvent(list().viewport(), &event);
     EXPECT_TRUE(list().dragText().isEmpty());
@@ -155,8 +133,7 @@ TEST_F(FilesPanelTest, ANameWithALineEndStaysOneRow)
 TEST_F(FilesPanelTest, ARefusedDropIsToldInOneAlert)
 {
     panels_.answerAlert(alertReply::defaultButton);
-    dragIn({file(u"a.txt"_s)});
-    dropOn({pathOf(u"a.txt"_s), file(u"b.jpg"_s)});
+    dropOn(*list().viewport(), {pathOf(u"a.txt"_s), file(u"b.jpg"_s)});
     ASSERT_EQ(panels_.alerts().size(), 1U);
     EXPECT_EQ(panels_.alerts()[0].title, u"File types not supported by this tab"_s);
 }

@@ -1,5 +1,6 @@
 #include "ui/reports/OutputWindow.h"
 
+#include "ui/Fonts.h"
 #include "ui/WindowFixture.h"
 #include "ui/reports/FindBar.h"
 #include "ui/reports/ReportView.h"
@@ -45,10 +46,18 @@ TEST_F(OutputWindowTest, AReportWithoutATitleIsTitledOutput)
 TEST_F(OutputWindowTest, TheFontIsOfFixedPitchAndTenPoints)
 {
     QWidget& window = report(u"text"_s);
-    EXPECT_TRUE(QFontInfo(textOf(window).font()).fixedPitch());
+    EXPECT_TRUE(keepsPitch(textOf(window).font()));
     EXPECT_EQ(textOf(window).font().pointSizeF(), 10.0);
-    EXPECT_EQ(shownFont({u"No Such Family"_s, 10.0}).family(),
-              QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+}
+
+TEST_F(OutputWindowTest, AFontThatKeepsNoPitchHereGivesWayToOneThatDoes)
+{
+    EXPECT_FALSE(keepsPitch(QApplication::font()));
+    for (const QString& family : {QFontInfo(QApplication::font()).family(), u"No Such Family"_s, u"Courier"_s}) {
+        const QFont shown = shownFont({family, 10.0});
+        EXPECT_TRUE(keepsPitch(shown)) << family.toStdString();
+        EXPECT_EQ(shown.pointSizeF(), 10.0);
+    }
 }
 
 TEST_F(OutputWindowTest, TheTextCanBeSelectedButNotChanged)

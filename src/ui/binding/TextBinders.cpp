@@ -1,0 +1,70 @@
+#include "platform/controls/TextField.h"
+#include "platform/controls/TextView.h"
+#include "ui/Fonts.h"
+#include "ui/binding/Binders.h"
+#include "ui/binding/OutletBinding.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+namespace zolt {
+
+namespace {
+
+void bindLabel(QLabel& label, const std::shared_ptr<TextField>& field, const Changed& changed)
+{
+    label.setTextFormat(Qt::PlainText);
+    const auto show = [](QLabel& widget, const TextField& model) {
+        QString text = model.stringValue();
+        if (text.isEmpty()) return;
+        if (widget.buddy()) text.replace(u'&', QStringLiteral("&&")); // no key of its own comes from a name
+        widget.setText(text);
+    };
+    keepShown<TextField>(label, field, show, changed);
+}
+
+void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Changed& changed)
+{
+    const auto show = [](QLineEdit& widget, const TextField& model) {
+        // The person's own typing comes back here; setting it again would move the cursor.
+        const QString text = model.stringValue();
+        if (text == widget.text()) return;
+        widget.setText(text);
+        widget.selectAll(); // typing goes over what was proposed
+    };
+    keepShown<TextField>(line, field, show, changed);
+    QObject::connect(&line, &QLineEdit::textEdited, &line, [field](const QString& text) {
+        guarded("text field", [&] {
+            field->setStringValue(text);
+            field->performAction();
+        });
+    });
+}
+
+} // namespace
+
+void bindWidget(QWidget& widget, const std::shared_ptr<TextField>& model, const Changed& changed)
+{
+    if (auto* const label = qobject_cast<QLabel*>(&widget)) return bindLabel(*label, model, changed);
+    bindLine(shownBy<QLineEdit>(widget), model, changed);
+}
+
+void bindWidget(QWidget& widget, const std::shared_ptr<TextView>& model, const Changed& changed)
+{
+    auto& text = shownBy<QPlainTextEdit>(widget);
+    const auto show = [](QPlainTextEdit& shown, const TextView& view) {
+        if (!view.font().family.isEmpty()) shown.setFont(shownFont(view.font()));
+        if (shown.toPlainText() != view.string()) shown.setPlainText(view.string());
+    };
+    keepShown<TextView>(text, model, show, changed);
+    QObject::connect(&text, &QPlainTextEdit::textChanged, &text, [&text, model] {
+        if (text.toPlainText() == model->string()) return;
+        guarded("text view", [&] {
+            model->setString(text.toPlainText());
+            model->performAction();
+        });
+    });
+}
+
+} // namespace zolt

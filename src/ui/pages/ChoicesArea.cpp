@@ -1,0 +1,90 @@
+#include "ui/pages/ChoicesArea.h"
+
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QEvent>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QScrollBar>
+
+namespace zolt {
+
+namespace {
+
+constexpr int narrowest = 220; // units; below it the choices scroll sideways too
+constexpr int lowest = 120;
+constexpr int headingRoom = 8; // units above a heading
+
+bool turnsWithTheWheel(const QWidget& widget)
+{
+    return qobject_cast<const QAbstractSlider*>(&widget) || qobject_cast<const QComboBox*>(&widget) ||
+           qobject_cast<const QAbstractSpinBox*>(&widget);
+}
+
+void makeHeading(QLabel& label)
+{
+    QFont font = label.font();
+    font.setBold(true);
+    label.setFont(font);
+    label.setIndent(0);
+    label.setContentsMargins(0, headingRoom, 0, 0);
+}
+
+} // namespace
+
+ChoicesArea::ChoicesArea(QWidget* parent) : QScrollArea(parent)
+{
+    setWidgetResizable(true);
+    setFrameShape(NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+QWidget& ChoicesArea::fill(void (*setUp)(QWidget&))
+{
+    auto* const choices = new QWidget;
+    setUp(*choices);
+    if (choices->layout()) choices->layout()->setContentsMargins(0, 0, 0, 0);
+    for (QWidget* const child : choices->findChildren<QWidget*>())
+        tend(*child);
+    setWidget(choices);
+    // The page's own colour shows through.
+    choices->setAutoFillBackground(false);
+    viewport()->setAutoFillBackground(false);
+    return *choices;
+}
+
+void ChoicesArea::tend(QWidget& child)
+{
+    auto* const label = qobject_cast<QLabel*>(&child);
+    if (label && label->property("heading").toBool()) makeHeading(*label);
+    if (auto* const line = qobject_cast<QLineEdit*>(&child); line && !line->property("takesFolders").toBool())
+        line->setAcceptDrops(false); // a file that falls here is for the list
+    if (!turnsWithTheWheel(child)) return;
+    child.setFocusPolicy(Qt::StrongFocus);
+    child.installEventFilter(this);
+}
+
+bool ChoicesArea::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Wheel && watched->isWidgetType() && !static_cast<QWidget*>(watched)->hasFocus()) {
+        event->ignore();
+        return true;
+    }
+    return QScrollArea::eventFilter(watched, event);
+}
+
+QSize ChoicesArea::sizeHint() const
+{
+    if (!widget()) return QScrollArea::sizeHint();
+    const QSize content = widget()->minimumSizeHint();
+    return {content.width() + verticalScrollBar()->sizeHint().width(), content.height()};
+}
+
+QSize ChoicesArea::minimumSizeHint() const
+{
+    return {std::min(sizeHint().width(), std::max(narrowest, window()->width() / 2)), lowest};
+}
+
+} // namespace zolt

@@ -1,0 +1,235 @@
+#include "ui/pages/CommandPage.h"
+
+#include "platform/desktop/Panels.h"
+#include "platform/errors/Exceptions.h"
+#include "shell/BaseTab.h"
+#include "ui/binding/Bindings.h"
+#include "ui/files/FileListView.h"
+#include "ui/files/FilesPanel.h"
+#include "ui/pages/DestinationField.h"
+#include "ui_CommandPage.h"
+
+#include <QEvent>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int milliseconds = 60; // several changes in a row are looked at once
+
+QHash<int, QString> marksOf(const Outlook& outlook)
+{
+    QHash<int, QString> marks;
+    for (const OutlookProblem& problem : outlook.problems) {
+        for (const qsizetype row : problem.rows) {
+            QString& mark = marks[int(row)];
+            mark += (mark.isEmpty() ? QString() : u"\n"_s) + problem.text;
+        }
+    }
+    return marks;
+}
+
+} // namespace
+
+/// A label that says what a tab's own line says.
+struct CommandPage::Line
+{
+    QLabel& label;
+    LiveLine ask;
+    LatestJob reading = {};
+
+    void refresh()
+    {
+        reading.start([this, text = ask()](const std::atomic<bool>& stop) {
+            const QString said = text ? text(stop) : QString();
+            return [this, said] { label.setText(said); };
+        });
+    }
+};
+
+CommandPage::CommandPage(BaseTab& tab, const PageForm& form, QWidget* parent)
+    : TabPage(parent), form_(std::make_unique<Ui::CommandPage>()), tab_(tab)
+{
+    form_->setupUi(this);
+    setAcceptDrops(true);
+    choices_ = &form_->choicesArea->fill(form.setUp);
+    form_->commandButton->setText(form.command);
+    pause_.setSingleShot(true);
+    pause_.setInterval(milliseconds);
+    connect(&pause_, &QTimer::timeout, this, [this] { guarded("outlook", [this] { lookAhead(); }); });
+    connect(form_->commandButton, &QPushButton::clicked, this,
+            [this] { guarded("command", [this] { pressCommand(); }); });
+    bindOutlets();
+    bindDestination();
+    bindOutlook();
+    form_->filesPanel->setChanged([this] { followList(); });
+    form_->filesPanel->attach(tab_);
+}
+
+CommandPage::~CommandPage() = default;
+
+void CommandPage::bindOutlets()
+{
+    Bindings bindings(*choices_);
+    bindings.setChanged([this] { refresh(); });
+    for (const Outlet& outlet : tab_.outlets()) {
+        const auto* const table = std::get_if<std::shared_ptr<Table>>(&outlet.model);
+        if (!table || *table != tab_.tableView) bindings.bind(outlet); // the list has its panel
+    }
+}
+
+void CommandPage::bindDestination()
+{
+    auto* const field = choices_->findChild<QWidget*>(u"destination"_s);
+    if (!field) return;
+    auto& destination = *static_cast<DestinationField*>(field);
+    destination.setChanged([this](const QString& folder) {
+        tab_.setDestination(folder.isEmpty() ? OptionalText() : OptionalText(folder));
+        refresh();
+    });
+}
+
+void CommandPage::bindOutlook()
+{
+    form_->outlook->setLeaveOut([this](const QList<qsizetype>& rows) {
+        leftOut_.add(tab_.fileNames().copy(), rows);
+        refresh();
+    });
+    form_->outlook->setTakeBack([this] {
+        leftOut_.clear();
+        refresh();
+    });
+    form_->outlook->setShowRows([this](const QList<qsizetype>& rows) { form_->filesPanel->selectRows(rows); });
+}
+
+CommandPage* CommandPage::withLiveLine(const QString& label, LiveLine line)
+{
+    auto* const shown = choices_->findChild<QLabel*>(label);
+    if (!shown) throw AssertionException(u"The page has no label \"%1\"."_s.arg(label));
+    shown->setTextFormat(Qt::PlainText);
+    lines_.push_back(std::unique_ptr<Line>(new Line{*shown, std::move(line)}));
+    refresh();
+    return this;
+}
+
+CommandPage* CommandPage::withCommand(std::function<QString()> words)
+{
+    command_ = std::move(words);
+    refresh();
+    return this;
+}
+
+FilesPanel* CommandPage::files() const
+{
+    return form_->filesPanel;
+}
+
+QString CommandPage::commandName() const
+{
+    return form_->commandButton->text();
+}
+
+void CommandPage::changeEvent(QEvent* event)
+{
+    TabPage::changeEvent(event);
+    // While the window was elsewhere, files may have come or gone.
+    if (event->type() == QEvent::ActivationChange && isActiveWindow()) refresh();
+}
+
+void CommandPage::followList()
+{
+    const QStringList files = tab_.fileNames().copy();
+    leftOut_.keepOnly(files);
+    if (files.isEmpty()) tab_.bringBack();
+    refresh();
+}
+
+void CommandPage::refresh()
+{
+    if (command_ && commandName() != command_()) form_->commandButton->setText(command_());
+    const bool empty = tab_.fileNames().isEmpty();
+    form_->commandButton->setEnabled(!empty);
+    form_->commandButton->setToolTip(empty ? u"Add files first"_s
+                                           : u"Start with the files in the list (Ctrl+Return)"_s);
+    pause_.start();
+}
+
+WorkPlan CommandPage::remainingPlan() const
+{
+    WorkPlan plan = tab_.workPlan();
+    leftOut_.takeOutOf(plan);
+    return plan;
+}
+
+void CommandPage::lookAhead()
+{
+    const WorkPlan plan = remainingPlan();
+    if (auto* const field = choices_->findChild<QWidget*>(u"destination"_s))
+        static_cast<DestinationField*>(field)->setUsed(plan.needsFolder);
+    lookingAhead_.start([this, plan](const std::atomic<bool>& stop) {
+        const Outlook outlook = outlookOf(plan, LocalDisk(), stop);
+        return [this, outlook] { show(outlook); };
+    });
+    refreshLines();
+}
+
+void CommandPage::show(const Outlook& outlook)
+{
+    form_->outlook->show(outlook, leftOut_.count());
+    form_->filesPanel->setMarks(marksOf(outlook), leftOut_.rowsIn(tab_.fileNames().copy()));
+}
+
+void CommandPage::refreshLines()
+{
+    for (const auto& line : lines_)
+        guarded("live line", [&] { line->refresh(); });
+}
+
+bool CommandPage::hasWork(const WorkPlan& plan, const QList<qsizetype>& aside) const
+{
+    const bool nothing = plan.items.empty() && !plan.passedOver.isEmpty();
+    if (!nothing && aside.size() < plan.files.size()) return true;
+    if (leftOut_.isEmpty())
+        panels().runAlert(u"There is nothing to do for the files in the list"_s,
+                          u"This version does nothing with files of these formats here. They stay in the list."_s,
+                          u"OK"_s);
+    else
+        panels().runAlert(u"All files are left out"_s, u"Take them back, or add others."_s, u"OK"_s);
+    return false;
+}
+
+void CommandPage::pressCommand()
+{
+    if (tab_.fileNames().isEmpty()) return;
+    const WorkPlan plan = remainingPlan();
+    QList<qsizetype> aside = leftOut_.rowsIn(plan.files);
+    for (const qsizetype row : plan.passedOver) {
+        // What is no audio file is passed over without a word; a format that waits for its time is kept.
+        if (!path::extension(plan.files[row]).isEmpty() && !aside.contains(row)) aside += row;
+    }
+    if (hasWork(plan, aside) && toolsAreThere(plan.tools)) tab_.executeCommandWithout(aside);
+}
+
+void CommandPage::dragEnterEvent(QDragEnterEvent* event)
+{
+    form_->filesPanel->list().dragEnterEvent(event);
+}
+
+void CommandPage::dragMoveEvent(QDragMoveEvent* event)
+{
+    form_->filesPanel->list().dragMoveEvent(event);
+}
+
+void CommandPage::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    form_->filesPanel->list().dragLeaveEvent(event);
+}
+
+void CommandPage::dropEvent(QDropEvent* event)
+{
+    form_->filesPanel->list().dropEvent(event);
+}
+
+} // namespace zolt

@@ -1,0 +1,91 @@
+// The page of any tab with a list and a command: files left, choices right, the one action bottom right.
+#pragma once
+
+#include "shell/Outlook.h"
+#include "ui/LatestJob.h"
+#include "ui/pages/LeftOut.h"
+#include "ui/pages/TabPage.h"
+
+#include <QTimer>
+
+#include <memory>
+#include <vector>
+
+namespace Ui {
+class CommandPage;
+}
+
+namespace zolt {
+
+class BaseTab;
+class FilesPanel;
+
+/// What is special of a tab's page.
+struct PageForm
+{
+    QString command;                 ///< the words on the action, with a mnemonic
+    void (*setUp)(QWidget& choices); ///< lays the choices out: each widget is named as its outlet
+};
+
+/// What a line of a tab's own says. Run on a thread of its own, which may read files; it should end early once `stop`
+/// is set.
+using LiveText = std::function<QString(const std::atomic<bool>& stop)>;
+/// Asked on the main thread after each change of list or choices; takes along what its text is made from.
+using LiveLine = std::function<LiveText()>;
+
+/// Binds the tab's outlets to the widgets of their names, shows and keeps what the tab holds, and foresees what its
+/// command would do. A DestinationField named "destination" among the choices is the tab's destination. Main thread.
+class CommandPage : public TabPage
+{
+public:
+    /// @param tab  outlives this object's use
+    CommandPage(BaseTab& tab, const PageForm& form, QWidget* parent = nullptr);
+    ~CommandPage() override;
+
+    /// From now on the label of that name among the choices says what the line says. @return this page
+    CommandPage* withLiveLine(const QString& label, LiveLine line);
+    /// The words on the action follow the choices. @param words  asked after each change; with a mnemonic
+    CommandPage* withCommand(std::function<QString()> words);
+
+    FilesPanel* files() const override;
+    /// Presses the tab's command, unless something is known that would make it fail: a tool that is missing, or a list
+    /// that holds nothing for it. Files that are left out or passed over stay in the list, so that they are not lost.
+    void pressCommand() override;
+    QString commandName() const override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+    BaseTab& tab() const { return tab_; }
+    /// The widget that the form was laid out on.
+    QWidget& choices() const { return *choices_; }
+    /// List or choices have changed: asks again for everything that follows from them.
+    void refresh();
+
+private:
+    struct Line;
+    void bindOutlets();
+    void bindDestination();
+    void bindOutlook();
+    void followList();
+    void lookAhead();
+    void show(const Outlook& outlook);
+    void refreshLines();
+    WorkPlan remainingPlan() const;
+    bool hasWork(const WorkPlan& plan, const QList<qsizetype>& aside) const;
+
+    const std::unique_ptr<Ui::CommandPage> form_;
+    BaseTab& tab_;
+    QWidget* choices_ = nullptr;
+    std::function<QString()> command_;
+    QTimer pause_;
+    LatestJob lookingAhead_;
+    std::vector<std::unique_ptr<Line>> lines_;
+    LeftOut leftOut_;
+};
+
+} // namespace zolt

@@ -1,0 +1,100 @@
+#include "ui/pages/DestinationField.h"
+
+#include "platform/desktop/Panels.h"
+#include "platform/errors/Exceptions.h"
+#include "ui/DroppedPaths.h"
+
+#include <QDir>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLineEdit>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The one folder of a drag; empty for anything else.
+QString droppedFolder(const QDropEvent& event)
+{
+    const QStringList paths = droppedPaths(*event.mimeData());
+    return paths.size() == 1 && QFileInfo(paths.first()).isDir() ? paths.first() : QString();
+}
+
+} // namespace
+
+DestinationField::DestinationField(QWidget* parent) : QWidget(parent), line_(new QLineEdit(this))
+{
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(line_, 1);
+    auto* const button = new QPushButton(u"C&hoose…"_s, this);
+    button->setObjectName(u"chooseFolderButton"_s);
+    button->setToolTip(u"Choose the folder for the outputs"_s);
+    row->addWidget(button);
+    line_->setObjectName(u"destinationField"_s);
+    line_->setAccessibleName(u"Folder for the outputs"_s);
+    line_->setPlaceholderText(u"asked for at the start"_s);
+    line_->setMinimumWidth(line_->fontMetrics().horizontalAdvance(line_->placeholderText()) + 16);
+    line_->setClearButtonEnabled(true);
+    line_->setProperty("takesFolders", true);
+    line_->installEventFilter(this);
+    connect(line_, &QLineEdit::textChanged, this, [this] {
+        guarded("destination", [this] {
+            if (changed_) changed_(folder());
+        });
+    });
+    connect(button, &QPushButton::clicked, this, [this] { guarded("destination", [this] { choose(); }); });
+    setUsed(true);
+}
+
+QString DestinationField::folder() const
+{
+    const QString text = line_->text().trimmed();
+    if (text.isEmpty()) return QString();
+    if (text == u"~" || text.startsWith(u"~/")) return QDir::homePath() + text.mid(1);
+    return QDir::home().absoluteFilePath(text);
+}
+
+void DestinationField::setFolder(const QString& folder)
+{
+    line_->setText(folder);
+}
+
+void DestinationField::setUsed(bool used)
+{
+    setEnabled(used);
+    const QString why = u"The outputs stand beside their sources now"_s;
+    line_->setToolTip(used ? u"All outputs are written to this folder. Type it, choose it or drop it here."_s : why);
+    setToolTip(used ? QString() : why);
+}
+
+void DestinationField::choose()
+{
+    OpenPanelRequest request;
+    request.title = u"Choose output directory"_s;
+    request.canChooseFiles = false;
+    request.canChooseDirectories = true;
+    request.canCreateDirectories = true;
+    const auto chosen = panels().openPanel(request);
+    if (chosen && !chosen->isEmpty()) setFolder(chosen->first());
+}
+
+bool DestinationField::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool enters = event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove;
+    if (!enters && event->type() != QEvent::Drop) return QWidget::eventFilter(watched, event);
+    auto& drop = *static_cast<QDropEvent*>(event);
+    const QString folder = droppedFolder(drop);
+    // Anything else is not this field's: the page takes it for its list.
+    if (folder.isEmpty())
+        drop.ignore();
+    else
+        acceptAsCopy(drop);
+    if (!enters && !folder.isEmpty()) setFolder(folder);
+    return true;
+}
+
+} // namespace zolt

@@ -1,0 +1,36 @@
+// Where a page's outputs go, if not beside their sources: a folder, typed, chosen or dropped.
+#pragma once
+
+#include <QWidget>
+
+#include <functional>
+
+class QLineEdit;
+
+namespace zolt {
+
+/// Empty, the folder is asked for when the command starts. Main thread.
+class DestinationField : public QWidget
+{
+public:
+    explicit DestinationField(QWidget* parent = nullptr);
+
+    /// The folder's full path; empty for none.
+    QString folder() const;
+    void setFolder(const QString& folder);
+    /// Called with the folder after each change.
+    void setChanged(std::function<void(const QString& folder)> changed) { changed_ = std::move(changed); }
+    /// Greyed, with the reason as tool tip, while outputs stand beside their sources.
+    void setUsed(bool used);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void choose();
+
+    QLineEdit* const line_;
+    std::function<void(const QString&)> changed_;
+};
+
+} // namespace zolt
