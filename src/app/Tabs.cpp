@@ -2,6 +2,7 @@
 
 #include "checksum/ChecksumTab.h"
 #include "decode/DecodeTab.h"
+#include "encode/EncodeTab.h"
 #include "shell/Constants.h"
 
 namespace zolt {
@@ -19,6 +20,7 @@ const std::vector<TabRow>& tabRows()
 {
     static const std::vector<TabRow> rows{
         {Constants::DECODE, make<DecodeTab>},
+        {Constants::ENCODE, make<EncodeTab>},
         {Constants::CHECKSUM, make<ChecksumTab>},
     };
     return rows;

@@ -1,6 +1,7 @@
 // Tasks that can delete their source once it is safe to.
 #pragma once
 
+#include "platform/files/Files.h"
 #include "shell/Util.h"
 
 #include <QString>
@@ -26,6 +27,13 @@ protected:
     void deleteSource(const QString& fileName) const
     {
         if (mayDeleteSource()) Util::deleteFile(fileName);
+    }
+    /// As deleteSource, but gone before the setting could send it to the trash.
+    void removeSource(const QString& fileName) const
+    {
+        if (!mayDeleteSource()) return;
+        removeItem(fileName);
+        Util::deleteFile(fileName);
     }
 
 private:

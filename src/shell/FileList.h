@@ -13,6 +13,10 @@ namespace zolt {
 class FileList
 {
 public:
+    FileList() = default;
+    /// A list of these paths, in this order.
+    explicit FileList(QStringList paths) : paths_(std::move(paths)) {}
+
     /// What the list holds now.
     QStringList copy() const;
     qsizetype count() const;

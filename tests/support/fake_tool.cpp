@@ -4,6 +4,8 @@
 //   flood BYTES              writes that many bytes
 //   wait-file PATH           waits until the path exists
 //   touch PATH               makes an empty file
+//   copy FROM TO             copies a file, as an encoder writes its output
+//   size PATH                prints how many bytes the file has, or "none"
 //   env NAME | cwd | stdin | descriptors | signals   prints what the tool finds of it
 //   child ARGUMENTS...       forks a copy with the rest of the arguments that outlives this one
 //   exit STATUS | kill SIGNAL
@@ -34,6 +36,30 @@ std::string bytesOf(const std::string& digits)
     for (std::size_t at = 0; at + 1 < digits.size(); at += 2)
         bytes += char(std::stoi(digits.substr(at, 2), nullptr, 16));
     return bytes;
+}
+
+std::string contentOf(const std::string& path)
+{
+    std::string bytes;
+    char block[4096];
+    const int file = ::open(path.c_str(), O_RDONLY);
+    if (file < 0) _exit(97);
+    for (ssize_t count = 0; (count = ::read(file, block, sizeof block)) > 0;)
+        bytes.append(block, std::size_t(count));
+    ::close(file);
+    return bytes;
+}
+
+void copyFile(const std::string& from, const std::string& to)
+{
+    const int file = ::open(to.c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0644);
+    put(file, contentOf(from));
+    ::close(file);
+}
+
+void printSize(const std::string& path)
+{
+    put(STDOUT_FILENO, ::access(path.c_str(), R_OK) == 0 ? std::to_string(contentOf(path).size()) : "none");
 }
 
 void printDescriptors()
@@ -90,6 +116,11 @@ int main(int argc, char** argv)
                 ::usleep(1000);
         else if (command == "touch")
             ::close(::open(value().c_str(), O_CREAT | O_WRONLY, 0644));
+        else if (command == "copy") {
+            const std::string from = value();
+            copyFile(from, value());
+        } else if (command == "size")
+            printSize(value());
         else if (command == "env") {
             const char* found = std::getenv(value().c_str());
             put(STDOUT_FILENO, found ? found : "unset");

@@ -2,6 +2,7 @@
 
 #include "app/batch/ChecksumCommand.h"
 #include "app/batch/DecodeCommand.h"
+#include "app/batch/EncodeCommand.h"
 
 #include <algorithm>
 
@@ -10,10 +11,7 @@ namespace zolt::batch {
 const std::vector<BatchCommand>& batchCommands()
 {
     static const std::vector<BatchCommand> commands{
-        decodeCommand(),
-        checksumTestCommand(),
-        checksumCreateCommand(),
-        checksumVerifyCommand(),
+        decodeCommand(), encodeCommand(), checksumTestCommand(), checksumCreateCommand(), checksumVerifyCommand(),
     };
     return commands;
 }

@@ -1,0 +1,162 @@
+#include "encode/EncodeRoutes.h"
+
+#include "encode/EncodeALACTask.h"
+#include "encode/EncodeALACToAPETask.h"
+#include "encode/EncodeALACToFlacTask.h"
+#include "encode/EncodeALACToTTATask.h"
+#include "encode/EncodeALACToWavpackTask.h"
+#include "encode/EncodeApeTask.h"
+#include "encode/EncodeSHNTask.h"
+#include "encode/EncodeTTATask.h"
+#include "encode/EncodeTab.h"
+#include "encode/EncodeWavpackTask.h"
+#include "encode/ShntoolConversion.h"
+#include "shell/Constants.h"
+
+#include <QHash>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+using C = Constants;
+
+namespace {
+
+std::shared_ptr<ZOLTTask> toShorten(const EncodeJob& job)
+{
+    return job.tab.encodeSHNOutputPathInQueueWithResults(job.file, job.folder, job.tab.taskQueue(), job.results);
+}
+
+std::shared_ptr<ZOLTTask> toFlac(const EncodeJob& job)
+{
+    return job.tab.encodeFLACOutputPathInQueue(job.file, job.folder, job.tab.taskQueue());
+}
+
+std::shared_ptr<ZOLTTask> toApe(const EncodeJob& job)
+{
+    return EncodeApeTask::initEncodeTaskWithQueueFileNameLevelOutputPath(job.tab.taskQueue(), job.file,
+                                                                         job.tab.apeLevel(), job.folder);
+}
+
+std::shared_ptr<ZOLTTask> alacToApe(const EncodeJob& job)
+{
+    return EncodeALACToAPETask::initEncodeTaskWithQueueFileNameOutputPathLevel(job.tab.taskQueue(), job.file,
+                                                                               job.folder, job.tab.apeLevel());
+}
+
+std::shared_ptr<ZOLTTask> toWavpack(const EncodeJob& job)
+{
+    return EncodeWavpackTask::initEncodeTaskWithQueueFileNameLevelOutputPath(job.tab.taskQueue(), job.file,
+                                                                             job.tab.wavpackOption(), job.folder);
+}
+
+std::shared_ptr<ZOLTTask> alacToWavpack(const EncodeJob& job)
+{
+    return EncodeALACToWavpackTask::initEncodeTaskWithQueueFileNameOutputPathLevel(job.tab.taskQueue(), job.file,
+                                                                                   job.folder, job.tab.wavpackOption());
+}
+
+std::shared_ptr<ZOLTTask> toTrueAudio(const EncodeJob& job)
+{
+    return EncodeTTATask::initEncodeTaskWithQueueFileNameOutputPath(job.tab.taskQueue(), job.file, job.folder);
+}
+
+std::shared_ptr<ZOLTTask> alacToTrueAudio(const EncodeJob& job)
+{
+    return EncodeALACToTTATask::initEncodeTaskWithQueueFileNameOutputPath(job.tab.taskQueue(), job.file, job.folder);
+}
+
+std::shared_ptr<ZOLTTask> toAppleLossless(const EncodeJob& job)
+{
+    return EncodeALACTask::initEncodeTaskWithQueueFileNameOutputPath(job.tab.taskQueue(), job.file, job.folder);
+}
+
+const std::vector<EncodeRoute>& routes()
+{
+    using enum WorkItem::Existing;
+    static const std::vector<EncodeRoute> rows{
+        {C::SHN, {}, {u"shntool"_s, u"shorten"_s}, true, Refused, true, toShorten},
+        {C::FLAC, {C::SHN, C::APE}, {u"shntool"_s, u"flac"_s}, true, Refused, true, toFlac},
+        {C::FLAC, {C::M4A}, {u"flac"_s, u"metaflac"_s}, false, Refused, false, toFlac},
+        {C::FLAC, {C::AIF, C::AIFF}, {u"flac"_s, u"metaflac"_s}, false, Refused, true, toFlac},
+        {C::FLAC, {}, {u"flac"_s}, false, Refused, true, toFlac},
+        {C::APE, {C::M4A}, {u"mac"_s}, false, Refused, false, alacToApe},
+        {C::APE, {}, {u"mac"_s}, false, Refused, true, toApe},
+        {C::WV, {C::M4A}, {u"wavpack"_s}, false, Refused, false, alacToWavpack},
+        {C::WV, {}, {u"wavpack"_s}, false, Refused, true, toWavpack},
+        {C::TTA, {C::M4A}, {u"ttaenc"_s}, false, Refused, false, alacToTrueAudio},
+        {C::TTA, {}, {u"ttaenc"_s}, false, Refused, true, toTrueAudio},
+        {C::M4A, {C::SHN}, {u"shntool"_s, u"AtomicParsley"_s}, true, Overwritten, true, toAppleLossless},
+        {C::M4A, {C::FLAC}, {u"flac"_s, u"AtomicParsley"_s}, false, Overwritten, true, toAppleLossless},
+        {C::M4A, {C::APE}, {u"mac"_s, u"AtomicParsley"_s}, false, Overwritten, true, toAppleLossless},
+        {C::M4A, {}, {u"AtomicParsley"_s}, false, Overwritten, true, toAppleLossless},
+    };
+    return rows;
+}
+
+/// What shntool runs to read a kind of source.
+const QHash<QString, QString>& decoders()
+{
+    static const QHash<QString, QString> tools{
+        {C::AIF, u"sox"_s},     {C::AIFF, u"sox"_s},   {C::FLAC, u"flac"_s}, {C::SHN, u"shorten"_s},
+        {C::WV, u"wvunpack"_s}, {C::TTA, u"ttaenc"_s}, {C::APE, u"mac"_s},
+    };
+    return tools;
+}
+
+/// What the tool of a target takes no sources of.
+struct Declined
+{
+    QString target;
+    QString tool;
+    QStringList sources;
+};
+
+const std::vector<Declined>& declined()
+{
+    static const std::vector<Declined> rows{
+        {C::SHN, u"shntool"_s, {C::M4A}},
+        {C::FLAC, u"flac"_s, {C::WV, C::TTA}},
+        {C::APE, u"mac"_s, {C::FLAC, C::SHN, C::APE, C::WV, C::TTA}},
+        {C::WV, u"wavpack"_s, {C::FLAC, C::SHN, C::APE, C::TTA}},
+        {C::TTA, u"ttaenc"_s, {C::FLAC, C::SHN, C::APE, C::WV, C::TTA}},
+        {C::M4A, u"the Apple Lossless encoder"_s, {C::WV, C::TTA}},
+    };
+    return rows;
+}
+
+} // namespace
+
+QString EncodeRoute::output(const QString& file, const QString& folder) const
+{
+    const QString extension = target.toLower();
+    if (readsBySHNTool && target != C::M4A) return shntool::outputOf(file, folder, extension);
+    return path::inFolderWithExtension(file, folder, extension);
+}
+
+const EncodeRoute* encodeRoute(const QString& target, const QString& sourceType)
+{
+    const auto& rows = routes();
+    const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto& each) {
+        return each.target == target && (each.sources.isEmpty() || each.sources.contains(sourceType));
+    });
+    return row == rows.end() ? nullptr : &*row;
+}
+
+QStringList toolsOf(const EncodeRoute& route, const QString& sourceType)
+{
+    QStringList tools = route.tools;
+    if (route.readsBySHNTool && decoders().contains(sourceType)) tools += decoders()[sourceType];
+    return tools;
+}
+
+QString declinedInWords(const QString& target, const QString& sourceType)
+{
+    const auto& rows = declined();
+    const auto row = std::find_if(rows.begin(), rows.end(), [&](const auto& each) { return each.target == target; });
+    if (row == rows.end() || !row->sources.contains(sourceType)) return {};
+    return u"%1 takes no %2 files: they will fail unless you leave them out, or decode them first"_s.arg(row->tool,
+                                                                                                         sourceType);
+}
+
+} // namespace zolt

@@ -1,0 +1,31 @@
+#include "encode/ShntoolConversion.h"
+
+#include "platform/text/Text.h"
+
+namespace zolt::shntool {
+
+using namespace Qt::StringLiterals;
+
+QStringList toFormat(const QString& format, const QString& folder, const QString& source)
+{
+    return {u"conv"_s, u"-o"_s, format, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-d"_s, folder, source};
+}
+
+QStringList throughEncoder(const QString& specification, const QString& folder, const QString& source)
+{
+    return {u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-d"_s, folder, u"-o"_s, specification, source};
+}
+
+QString sourceOf(const QStringList& arguments)
+{
+    return pieceAt(arguments, 9);
+}
+
+QString outputOf(const QString& source, const QString& folder, const QString& extension)
+{
+    static const QStringList known{u"wav"_s, u"aiff"_s, u"shn"_s, u"flac"_s, u"ape"_s, u"wv"_s, u"tta"_s};
+    if (known.contains(path::extension(source))) return path::inFolderWithExtension(source, folder, extension);
+    return path::appendingExtension(path::appendingComponent(folder, path::lastComponent(source)), extension);
+}
+
+} // namespace zolt::shntool

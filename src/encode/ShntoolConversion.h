@@ -1,0 +1,22 @@
+// How "shntool conv" is called, and what it names its outputs.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace zolt::shntool {
+
+/// To a format that shntool knows by itself ("shn", "wav", "aiff"). The source stands at index 9.
+QStringList toFormat(const QString& format, const QString& folder, const QString& source);
+/// Through an encoder of the caller's own. The output folder stands at index 6, the source at index 9.
+/// @param specification  "cust ext=", the extension and the encoder's command line, with "%f" for its output
+QStringList throughEncoder(const QString& specification, const QString& folder, const QString& source);
+
+/// The source of either vector. @throws RangeException for a vector too short to hold one
+QString sourceOf(const QStringList& arguments);
+
+/// Where shntool writes: it takes the extension of a source off where it is one that it knows, in lower case, and
+/// otherwise puts the new one behind it.
+QString outputOf(const QString& source, const QString& folder, const QString& extension);
+
+} // namespace zolt::shntool
