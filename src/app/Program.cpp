@@ -27,12 +27,16 @@ Program::~Program() = default;
 
 void Program::finish()
 {
-    // What the end of a task hands over may queue another, which has to be ended in its turn.
+    ZOLTTaskQueue& queue = *controller_->taskQueue();
+    ZOLTTaskQueue::Tasks before;
+    // What the end of a task hands over may queue another, which has to be ended in its turn. A task that never reports
+    // is left behind: nothing can end it.
     do {
-        controller_->applicationWillTerminate();
+        before = queue.taskArray();
+        queue.endEverything([this] { controller_->applicationWillTerminate(); });
         waitForDetachedThreads();
         MainQueue::instance().drain();
-    } while (controller_->taskQueue()->taskCount() > 0 || detachedThreadCount() > 0);
+    } while (detachedThreadCount() > 0 || (queue.taskCount() > 0 && queue.taskArray() != before));
 }
 
 } // namespace zolt

@@ -74,6 +74,7 @@ void ZOLTTaskQueue::maxThreadsChanged(const Notification& notification)
 
 void ZOLTTaskQueue::addTask(const TaskPointer& task)
 {
+    ++adding_;
     panel_->makeKeyAndOrderFront();
     lock_.lock();
     {
@@ -81,10 +82,11 @@ void ZOLTTaskQueue::addTask(const TaskPointer& task)
         taskArray_.push_back(task);
         panelArray_.push_back(task);
     }
+    --adding_;
     if (TaskListener* const listener = listener_) listener->taskAdded(task);
     setTaskNumberInDock();
     tableView_->reloadData();
-    if (activeTask_ < maxThreads_) {
+    if (!held_ && activeTask_ < maxThreads_) {
         startTask(task); // unguarded: what it throws leaves the lock held
         raiseLowestActivePosition(task);
         ++activeTask_;
@@ -106,8 +108,13 @@ void ZOLTTaskQueue::startTask(const TaskPointer& task)
 void ZOLTTaskQueue::taskCompleted(const TaskPointer& task)
 {
     const AtEnd closing{[this] { resetIfEmpty(); }};
+    guarded([&] { reportEnd(task); });
+}
+
+void ZOLTTaskQueue::guarded(const std::function<void()>& report)
+{
     try {
-        reportEnd(task);
+        report();
     } catch (const PlatformException& fault) {
         qCWarning(engineLog, "Exception in queue taskCompleted: %s", fault.what());
         lock_.unlock(); // may come without the hold: a fault can also arise after the lock was released
@@ -119,7 +126,8 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     const ZOLTTask::Hold hold(task); // its results outlast the report
     lock_.lock();
     const std::int32_t index = indexOfOpen(task);
-    if (task->isDone()) --activeTask_; // kept: also for a task cancelled while waiting, which was never counted
+    // Kept: also for a task cancelled while waiting, which was never counted.
+    if (!wasWithdrawn(task) && task->isDone()) --activeTask_;
     const auto results = task->results();
     removeOpenAt(index);
     task->leftQueue();
@@ -130,7 +138,7 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     tableView_->scrollRowToVisible(lowestActivePosition_);
     // Decided under the lock: a task added from here on belongs to the next run, and of two tasks of a set that end at
     // once the last to report shows the text.
-    const bool idle = activeTask_ == 0;
+    const bool idle = activeTask_ == 0 && !heldWithTasksWaiting();
     const Tasks rows = idle ? panelArray() : Tasks();
     const bool showsText = results && results->taskSetDone() && results->allTasksReported();
     lock_.unlock();
@@ -143,10 +151,72 @@ void ZOLTTaskQueue::endOfRun(const Tasks& rows)
 {
     const bool failed = sweep(rows, false);
     tableView_->reloadData();
-    if (failed) return;
+    if (!failed) closeAfterRun();
+}
+
+void ZOLTTaskQueue::closeAfterRun()
+{
+    const std::lock_guard guard(lock_);
+    if (activeTask_ != 0 || adding_ != 0) return; // another run has begun since: its own end closes
     panel_->close();
+    if (adding_ != 0) panel_->makeKeyAndOrderFront(); // for a task that came up to the lock meanwhile
     setTaskNumberInDock();
     desktop().requestUserAttention(informationalRequest);
+}
+
+void ZOLTTaskQueue::setHeld(bool held)
+{
+    if (lock_.isHeldByThisThread()) { // left behind by a task that could not be started: nothing starts any more
+        held_ = held;
+        return;
+    }
+    guarded([&] {
+        lock_.lock();
+        held_ = held;
+        startWaitingTasks();
+        lock_.unlock();
+    });
+}
+
+bool ZOLTTaskQueue::heldWithTasksWaiting()
+{
+    std::size_t index = 0;
+    return held_ && nextWaiting(index) != nullptr;
+}
+
+bool ZOLTTaskQueue::claimForWithdrawal(const TaskPointer& task)
+{
+    if (lock_.isHeldByThisThread()) return false;
+    const std::lock_guard turn(lock_); // nobody starts it from here on
+    const std::lock_guard guard(containers_);
+    const bool open = std::find(taskArray_.rbegin(), taskArray_.rend(), task) != taskArray_.rend();
+    return open && !task->isActive() && !task->isDone() && withdrawn_.insert(task).second;
+}
+
+bool ZOLTTaskQueue::wasWithdrawn(const TaskPointer& task)
+{
+    const std::lock_guard guard(containers_);
+    return withdrawn_.erase(task) > 0;
+}
+
+bool ZOLTTaskQueue::withdrawTask(const TaskPointer& task)
+{
+    if (!claimForWithdrawal(task)) return false;
+    const ZOLTTask::Hold hold(task);
+    task->setCancelled(true);
+    task->stopTask(nullptr);
+    return true;
+}
+
+void ZOLTTaskQueue::endEverything(const std::function<void()>& cancelRunning)
+{
+    const bool former = held_;
+    setHeld(true);
+    const Tasks open = taskArray();
+    for (auto task = open.rbegin(); task != open.rend(); ++task)
+        withdrawTask(*task);
+    cancelRunning();
+    setHeld(former);
 }
 
 std::int32_t ZOLTTaskQueue::indexOfOpen(const TaskPointer& task) const
@@ -174,7 +244,10 @@ void ZOLTTaskQueue::removeOpenAt(std::int32_t index)
 ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::nextWaiting(std::size_t& index)
 {
     const std::lock_guard guard(containers_);
-    const auto isWaiting = [this](std::size_t at) { return !taskArray_[at]->isActive() && !taskArray_[at]->isDone(); };
+    const auto isWaiting = [this](std::size_t at) {
+        const TaskPointer& task = taskArray_[at];
+        return !task->isActive() && !task->isDone() && !withdrawn_.contains(task);
+    };
     while (notWaiting_ < taskArray_.size() && !isWaiting(notWaiting_))
         ++notWaiting_;
     index = std::max(index, notWaiting_);
@@ -191,7 +264,7 @@ ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::openTaskAt(std::size_t index) const
 
 void ZOLTTaskQueue::startWaitingTasks()
 {
-    for (std::size_t index = 0; activeTask_ < maxThreads_; ++index) {
+    for (std::size_t index = 0; !held_ && activeTask_ < maxThreads_; ++index) {
         const auto task = nextWaiting(index);
         if (!task) return;
         startFromReport(task);

@@ -13,8 +13,10 @@
 #include <atomic>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <mutex>
+#include <unordered_set>
 #include <vector>
 
 namespace zolt {
@@ -73,6 +75,18 @@ public:
     /// Opens a new window with the text, titled "Output" where the title is absent.
     void showOutputWindowTitle(const QString& text, const OptionalText& title);
 
+    /// While held, nothing starts, and as long as tasks wait then the run does not end: no row is swept, the panel
+    /// stays. Releasing starts what fits. Main thread.
+    void setHeld(bool held);
+    bool isHeld() const { return held_; }
+    /// Takes a waiting task out: it gets `cancelled` and ends itself in its own way. It was never counted as running
+    /// and is not counted down. Main thread. @return false for a task that does not wait, which is left alone
+    bool withdrawTask(const TaskPointer& task);
+    /// Ends everything for a front end, so that no tool is started only to be cancelled: holds the queue, withdraws the
+    /// waiting tasks from the last to the first, has the running ones cancelled, and goes back to the former hold.
+    /// Waits for running tools as the cancel does. Main thread.
+    void endEverything(const std::function<void()>& cancelRunning);
+
     /// Who is told of tasks from here on; nullptr for nobody. Main thread, while no task is open.
     /// @param listener  outlives the queue, or is taken away before it goes
     void setListener(TaskListener* listener) { listener_ = listener; }
@@ -100,6 +114,11 @@ private:
     void raiseLowestActivePosition(const TaskPointer& task);
     bool sweep(const Tasks& rows, bool failedRows);
     void endOfRun(const Tasks& rows);
+    void closeAfterRun();
+    bool heldWithTasksWaiting();
+    bool claimForWithdrawal(const TaskPointer& task);
+    bool wasWithdrawn(const TaskPointer& task);
+    void guarded(const std::function<void()>& report);
     void dropRows(const Tasks& rows);
     void cancelFromLastToFirst(Sender sender);
     void resetIfEmpty();
@@ -110,11 +129,14 @@ private:
     std::shared_ptr<Table> tableView_;
     std::deque<TaskPointer> taskArray_;
     std::deque<TaskPointer> panelArray_;
+    std::unordered_set<TaskPointer> withdrawn_; // until they have reported
     std::size_t notWaiting_ = 0; // the first open tasks, known to run or to have ended; a task never goes back
     std::shared_ptr<Window> panel_;
     Lock lock_;
     std::atomic<std::int32_t> activeTask_ = 0;
     std::atomic<std::int32_t> maxThreads_ = 0;
+    std::atomic<bool> held_ = false;
+    std::atomic<int> adding_ = 0; // tasks on their way in, for which the panel has been brought up already
     std::atomic<std::int32_t> lowestActivePosition_ =
         0; // despite its name the highest row started since the queue ran empty
     QPointF outputWindowTopLeft_;

@@ -353,3 +353,99 @@ TEST_F(TaskQueue, TenThousandTasksEachReportOnce)
     EXPECT_TRUE(queue_.panelArray().empty());
     EXPECT_TRUE(std::all_of(tasks.begin(), tasks.end(), [](const auto& task) { return task->starts == 1; }));
 }
+
+TEST_F(TaskQueue, NothingStartsWhileHeldAndReleasingStartsWhatFits)
+{
+    queue_.setHeld(true);
+    const auto tasks = addTasks(3);
+    EXPECT_EQ(tasks[0]->starts + tasks[1]->starts + tasks[2]->starts, 0);
+    queue_.setHeld(false);
+    EXPECT_EQ(tasks[0]->starts, 1);
+    EXPECT_EQ(tasks[1]->starts, 1);
+    EXPECT_EQ(tasks[2]->starts, 0);
+    EXPECT_EQ(queue_.activeTask(), 2);
+    EXPECT_EQ(queue_.lowestActivePosition(), 1);
+    for (const auto& task : tasks)
+        task->finish();
+}
+
+TEST_F(TaskQueue, ARunDoesNotEndWhileTasksWaitInAHeldQueue)
+{
+    const auto tasks = addTasks(3);
+    queue_.setHeld(true);
+    tasks[0]->finish();
+    tasks[1]->finish();
+    EXPECT_EQ(tasks[2]->starts, 0);
+    EXPECT_EQ(queue_.panelArray().size(), 3U) << "no row is swept";
+    EXPECT_TRUE(queue_.panel()->isVisible());
+    EXPECT_TRUE(desktop_.attentions().empty());
+    queue_.setHeld(false);
+    tasks[2]->finish();
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_FALSE(queue_.panel()->isVisible());
+    EXPECT_EQ(desktop_.attentions().size(), 1U);
+}
+
+TEST_F(TaskQueue, AHeldQueueInWhichNothingWaitsEndsItsRun)
+{
+    const auto tasks = addTasks(1);
+    queue_.setHeld(true);
+    tasks[0]->finish();
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_FALSE(queue_.panel()->isVisible());
+}
+
+TEST_F(TaskQueue, AWithdrawnTaskIsCancelledAndNotCountedDown)
+{
+    const auto tasks = addTasks(4);
+    EXPECT_TRUE(queue_.withdrawTask(tasks[3]));
+    tasks[3]->reportAgain(); // the end of a task is its family's: this one reports by hand
+    EXPECT_TRUE(tasks[3]->cancelled());
+    EXPECT_TRUE(tasks[3]->isDone());
+    EXPECT_EQ(queue_.activeTask(), 2);
+    EXPECT_EQ(queue_.taskCount(), 3);
+    EXPECT_EQ(tasks[2]->starts, 0) << "no slot has become free";
+    EXPECT_FALSE(queue_.withdrawTask(tasks[3])) << "it has ended";
+    EXPECT_FALSE(queue_.withdrawTask(tasks[0])) << "it runs";
+    EXPECT_FALSE(tasks[0]->cancelled());
+    for (int number : {0, 1, 2})
+        tasks[std::size_t(number)]->finish();
+    EXPECT_FALSE(queue_.panel()->isVisible());
+}
+
+TEST_F(TaskQueue, EndingEverythingStartsNothingAndGoesBackToTheFormerHold)
+{
+    class Waiting : public TestTask
+    {
+    public:
+        static std::shared_ptr<Waiting> make(ZOLTTaskQueue* queue)
+        {
+            std::shared_ptr<Waiting> task(new Waiting);
+            task->setUpWithQueue(queue);
+            return task;
+        }
+        void stopTask(Sender sender) override
+        {
+            TestTask::stopTask(sender);
+            reportCompleted();
+        }
+    };
+    for (const bool held : {false, true}) {
+        queue_.setHeld(false);
+        const auto running = addTasks(2);
+        std::vector<std::shared_ptr<Waiting>> waiting;
+        for (int i = 0; i < 20; ++i) {
+            waiting.push_back(Waiting::make(&queue_));
+            queue_.addTask(waiting.back());
+        }
+        queue_.setHeld(held);
+        queue_.endEverything([&] { queue_.cancelAllTasks(nullptr); });
+        for (const auto& task : waiting) {
+            EXPECT_EQ(task->starts, 0);
+            EXPECT_TRUE(task->cancelled());
+        }
+        EXPECT_EQ(queue_.taskCount(), 0);
+        EXPECT_EQ(queue_.activeTask(), 0);
+        EXPECT_EQ(queue_.isHeld(), held);
+    }
+}

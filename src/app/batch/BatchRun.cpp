@@ -147,12 +147,18 @@ void BatchRun::press(BaseTab& tab)
         tab.executeCommand(nullptr);
         pressed_ = tab.fileNames().isEmpty(); // a command that worked at once, without a task
     } catch (const PlatformException& fault) {
-        // The queue is locked for good behind a tool that could not be started: no report can come any more.
-        complain(fault.reason());
-        ChildProcess::terminateAll();
-        std::_Exit(exitStatus::failed);
+        giveUp(fault);
     }
     takeUpSignals(); // one that answered a question
+}
+
+void BatchRun::giveUp(const PlatformException& fault)
+{
+    if (!queue().lock().isHeld()) return refuse(fault.reason()); // what is queued by now goes on to its end
+    // Locked for good behind a tool that could not be started: no report can come any more.
+    complain(fault.reason());
+    ChildProcess::terminateAll();
+    std::_Exit(exitStatus::failed);
 }
 
 void BatchRun::taskAdded(const std::shared_ptr<ZOLTTask>& task)
@@ -196,7 +202,7 @@ void BatchRun::interrupted(int signal)
     if (!first || signal != SIGINT) return stopNow();
     markAllCancelled();
     rows_->note(u"canceling; running tools go on to their end. Ctrl-C once more ends them."_s);
-    queue().cancelAllTasks(nullptr);
+    queue().endEverything([this] { queue().cancelAllTasks(nullptr); });
 }
 
 void BatchRun::markAllCancelled()
@@ -212,7 +218,7 @@ void BatchRun::stopNow()
     markAllCancelled();                        // a tool may report success for what it was ended in
     stopTick_.start(millisecondsBetweenStops); // again and again: an end lets the queue start the next
     ChildProcess::terminateAll();
-    queue().cancelAllTasks(nullptr);
+    queue().endEverything([this] { queue().cancelAllTasks(nullptr); });
 }
 
 void BatchRun::printReports() const

@@ -43,6 +43,7 @@ private:
     bool enterFiles(BaseTab& tab);
     bool mayStart(const BaseTab& tab);
     void press(BaseTab& tab);
+    void giveUp(const PlatformException& fault);
     void waitForAll();
     bool settled() const;
     void count(Outcome outcome);

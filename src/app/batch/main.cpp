@@ -4,6 +4,7 @@
 #include "app/batch/BatchRun.h"
 #include "app/batch/Console.h"
 #include "platform/Product.h"
+#include "platform/process/ChildProcess.h"
 #include "platform/text/Text.h"
 
 #include <QCoreApplication>
@@ -61,6 +62,7 @@ void quietenLog()
 
 int main(int argc, char** argv)
 {
+    ChildProcess::takeSignalsBack();
     QCoreApplication application(argc, argv);
     quietenLog();
     try {

@@ -5,6 +5,7 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/Product.h"
 #include "platform/controls/Button.h"
+#include "platform/threads/DetachedThreads.h"
 #include "shell/DockMenuController.h"
 #include "shell/ZOLTController.h"
 
@@ -53,12 +54,20 @@ WindowProgram::~WindowProgram()
 
 void WindowProgram::present()
 {
-    if (phase_ != Phase::Ending) mainWindow_->present();
+    if (phase_ == Phase::Ending) return handOn({});
+    mainWindow_->present();
 }
 
 void WindowProgram::openFiles(const QStringList& paths)
 {
-    if (phase_ != Phase::Ending && !paths.isEmpty()) program_->controller().applicationOpenFiles(paths);
+    if (paths.isEmpty()) return;
+    if (phase_ == Phase::Ending) return handOn(paths);
+    program_->controller().applicationOpenFiles(paths);
+}
+
+void WindowProgram::handOn(const QStringList& paths)
+{
+    if (startAnew_) startAnew_(paths);
 }
 
 void WindowProgram::selectTab(int index)
@@ -84,9 +93,12 @@ void WindowProgram::terminate()
 
 void WindowProgram::end()
 {
+    if (ending_) ending_();
     mainWindow_->setEnding(true);
     mainWindow_->hide();
-    const auto note = program_->controller().taskQueue()->taskCount() > 0 ? waitingNote() : nullptr;
+    // A task that is cancelled early reports at once, while its thread still runs the tool.
+    const bool busy = program_->controller().taskQueue()->taskCount() > 0 || detachedThreadCount() > 0;
+    const auto note = busy ? waitingNote() : nullptr;
     program_->finish();
     interfaces_.closeAll();
     if (ended_) ended_();

@@ -30,6 +30,10 @@ public:
     void openFiles(const QStringList& paths);
     /// What an action of the program's icon does.
     void selectTab(int index);
+    /// Called when a person has quit it, before its work is ended, which may take as long as the tools at work do.
+    void setEnding(std::function<void()> ending) { ending_ = std::move(ending); }
+    /// What a request that still comes then is for: another start of the program, with these files.
+    void setStartAnew(std::function<void(const QStringList& paths)> startAnew) { startAnew_ = std::move(startAnew); }
     /// Called once the program has ended its work after a person quit it.
     void setEnded(std::function<void()> ended) { ended_ = std::move(ended); }
 
@@ -40,12 +44,15 @@ public:
 private:
     void terminate();
     void end();
+    void handOn(const QStringList& paths);
 
     QtPanels panels_;
     QtDesktop desktop_;
     QtInterfaces interfaces_;
     std::unique_ptr<Program> program_;
     std::unique_ptr<MainWindow> mainWindow_;
+    std::function<void()> ending_;
+    std::function<void(const QStringList&)> startAnew_;
     std::function<void()> ended_;
     enum class Phase { Running, Asking, Ending } phase_ = Phase::Running;
 };

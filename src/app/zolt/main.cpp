@@ -2,11 +2,13 @@
 
 #include "app/zolt/CommandLine.h"
 #include "app/zolt/WindowProgram.h"
+#include "platform/process/ChildProcess.h"
 #include "platform/threads/MainQueue.h"
 #include "ui/GuardedApplication.h"
 #include "ui/bus/Names.h"
 
 #include <QFile>
+#include <QProcess>
 
 #include <cstdio>
 
@@ -33,11 +35,15 @@ int say(std::FILE* where, const QString& text, int status)
 int run(int argc, char** argv, const OpenRequest& request)
 {
     QApplication::setDesktopFileName(QString::fromUtf16(busName::application));
+    ChildProcess::takeSignalsBack();
     GuardedApplication application(argc, argv);
     MainQueue::instance(); // makes this thread the main one
     ApplicationBus bus;
     if (!bus.becomeTheOne() && bus.handOver(request)) return say(stdout, handedOverText(request), 0);
     WindowProgram window;
+    window.setEnding([&] { bus.letGo(); }); // a start from here on is a program of its own
+    window.setStartAnew(
+        [](const QStringList& paths) { QProcess::startDetached(QCoreApplication::applicationFilePath(), paths); });
     window.setEnded([] { QApplication::exit(0); });
     if (request.tab >= 0) window.selectTab(request.tab);
     window.present();

@@ -194,6 +194,11 @@ ChildProcess::TerminationReason ChildProcess::terminationReason()
     return ended_ && WIFSIGNALED(waitStatus_) ? TerminationReason::UncaughtSignal : TerminationReason::Exit;
 }
 
+void ChildProcess::takeSignalsBack()
+{
+    ::signal(SIGCHLD, SIG_DFL);
+}
+
 void ChildProcess::terminateAll()
 {
     childRegistry().terminateGroups();

@@ -67,6 +67,9 @@ public:
 
     /// Ends every running child's process group with SIGTERM; for a program that is told to stop at once. Any thread.
     static void terminateAll();
+    /// Once, at the program's start: whoever started it may have had children collected by the system (SIGCHLD
+    /// ignored), and then no tool's status would ever be known.
+    static void takeSignalsBack();
 
 private:
     void spawn();

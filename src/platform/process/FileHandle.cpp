@@ -49,12 +49,14 @@ void FileHandle::arm()
 {
     if (notifier_) return notifier_->setEnabled(true);
     notifier_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { deliver(); });
+    // The last reference may go on another thread at this very moment.
+    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [weak = weak_from_this()] {
+        if (const auto handle = weak.lock()) handle->deliver();
+    });
 }
 
 void FileHandle::deliver()
 {
-    const auto self = shared_from_this(); // the observer may drop the handle
     notifier_->setEnabled(false);
     guarded("read notification", [this] {
         NotificationCenter::standard().post({FileHandleReadCompletionNotification, this, readOnce()});

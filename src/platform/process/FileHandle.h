@@ -37,7 +37,7 @@ public:
 
 private:
     void arm();
-    void deliver();
+    void deliver(); // whoever calls holds the handle, which the observer may drop
     QByteArray readOnce();
 
     const int descriptor_;

@@ -96,6 +96,11 @@ ApplicationBus::~ApplicationBus()
     bus_.unregisterObject(QString::fromUtf16(busName::object));
 }
 
+void ApplicationBus::letGo()
+{
+    if (bus_.isConnected()) bus_.interface()->unregisterService(QString::fromUtf16(busName::application));
+}
+
 bool ApplicationBus::becomeTheOne()
 {
     if (!bus_.isConnected()) return true;

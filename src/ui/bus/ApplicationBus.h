@@ -34,6 +34,8 @@ public:
 
     /// Takes the program's name on the bus. @return false if another program has it already
     bool becomeTheOne();
+    /// Gives the name up: the next start becomes the one.
+    void letGo();
     /// Hands the request to the program that runs already. @return false if it did not take it
     bool handOver(const OpenRequest& request);
     /// From now on what arrives is handed on; what came before waits until now.

@@ -51,7 +51,7 @@ StatusQueueWindow::StatusQueueWindow(ZOLTTaskQueue& queue)
     timer_.setInterval(milliseconds);
     connect(&timer_, &QTimer::timeout, this, [this] { guarded("queue panel", [this] { refresh(); }); });
     connect(form_->cancelAllButton, &QPushButton::clicked, this,
-            [this] { guarded("cancel all", [this] { queue_.cancelAllTasks(nullptr); }); });
+            [this] { guarded("cancel all", [this] { cancelAll(); }); });
     connect(form_->tableView, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& place) { showMenu(place); });
     connect(new QShortcut(QKeySequence::Copy, form_->tableView), &QShortcut::activated, this,
@@ -115,6 +115,11 @@ std::shared_ptr<ZOLTTask> StatusQueueWindow::taskOf(int row) const
 {
     const auto rows = queue_.panelArray();
     return row >= 0 && std::size_t(row) < rows.size() ? rows[std::size_t(row)] : nullptr;
+}
+
+void StatusQueueWindow::cancelAll()
+{
+    queue_.endEverything([this] { queue_.cancelAllTasks(nullptr); });
 }
 
 void StatusQueueWindow::showMenu(const QPoint& place)

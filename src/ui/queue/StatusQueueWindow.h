@@ -45,6 +45,7 @@ private:
     std::shared_ptr<ZOLTTask> taskOf(int row) const;
     void showOutput(const ZOLTTask& task);
     void copySelected() const;
+    void cancelAll();
 
     const std::unique_ptr<Ui::StatusQueue> form_;
     ZOLTTaskQueue& queue_;
