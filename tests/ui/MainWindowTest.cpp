@@ -22,8 +22,6 @@ protected:
         program_.setEnded([this] { ended_ = true; });
     }
     QTabWidget& tabs() { return widget<QTabWidget>("tabView"); }
-    /// The about tab stands behind those of the table.
-    static int aboutTab() { return int(tabRows().size()); }
     void closeAnswering(int reply)
     {
         panels_.answerAlert(reply);

@@ -88,7 +88,7 @@ TEST_P(PicturesTest, MainWindowWithProblems)
 
 TEST_P(PicturesTest, AboutTab)
 {
-    program_.selectTab(1);
+    program_.selectTab(aboutTab());
     runPosted();
     picture(window(), u"about"_s);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/Program.h"
+#include "app/Tabs.h"
 #include "app/zolt/WindowProgram.h"
 #include "decode/DecodeTab.h"
 #include "engine/ZOLTTaskQueue.h"
@@ -33,6 +34,8 @@ protected:
     DecodeTab& tab() { return program_.program().tab<DecodeTab>(); }
     ZOLTTaskQueue& queue() { return *controller().taskQueue(); }
 
+    /// The about tab stands behind those of the table.
+    static int aboutTab() { return int(tabRows().size()); }
     /// The widget of that name in the main window.
     template <class Widget> Widget& widget(const char* name)
     {

@@ -41,7 +41,7 @@ void bindWidget(QWidget& widget, const std::shared_ptr<Matrix>& model, const Cha
 void bindWidget(QWidget& widget, const std::shared_ptr<Slider>& model, const Changed& changed);
 /// A QSpinBox, which takes its range from the model; a number that is typed in reaches the model too.
 void bindWidget(QWidget& widget, const std::shared_ptr<Stepper>& model, const Changed& changed);
-/// A list or tree of one column: asks the model's data source, tells it which rows are selected and runs its action.
+/// A list or tree: asks the model's data source, tells it which rows are selected and runs its action.
 void bindWidget(QWidget& widget, const std::shared_ptr<Table>& model, const Changed& changed);
 /// A label, or a field to type in; a label keeps its own text while the model has none. Texts are never markup.
 void bindWidget(QWidget& widget, const std::shared_ptr<TextField>& model, const Changed& changed);

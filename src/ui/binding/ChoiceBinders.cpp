@@ -37,7 +37,7 @@ void bindWidget(QWidget& widget, const std::shared_ptr<Button>& model, const Cha
     keepShown<Button>(
         button, model, [](QAbstractButton& shown, const Button& each) { showTitle(shown, each.title()); }, changed);
     QObject::connect(&button, &QAbstractButton::clicked, &button,
-                     [model] { guarded("button", [&] { model->performAction(); }); });
+                     [model] { guarded("button", [&] { model->click(); }); });
 }
 
 void bindWidget(QWidget& widget, const std::shared_ptr<CheckBox>& model, const Changed& changed)

@@ -53,8 +53,7 @@ void PictureView::take(const QString& file)
                           u"Choose a PNG or JPEG file. The picture stays as it is."_s, u"OK"_s);
         return;
     }
-    model_->setImage(image);
-    model_->performAction();
+    model_->replaceImage(image);
 }
 
 void PictureView::choose()
@@ -68,8 +67,7 @@ void PictureView::choose()
 
 void PictureView::clear()
 {
-    model_->setImage(nullptr);
-    model_->performAction();
+    model_->replaceImage(nullptr);
 }
 
 void PictureView::keyPressEvent(QKeyEvent* event)

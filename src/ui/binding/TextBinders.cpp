@@ -35,10 +35,7 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Ch
     };
     keepShown<TextField>(line, field, show, changed);
     QObject::connect(&line, &QLineEdit::textEdited, &line, [field](const QString& text) {
-        guarded("text field", [&] {
-            field->setStringValue(text);
-            field->performAction();
-        });
+        guarded("text field", [&] { field->enterText(text); });
     });
 }
 
@@ -60,10 +57,11 @@ void bindWidget(QWidget& widget, const std::shared_ptr<TextView>& model, const C
     keepShown<TextView>(text, model, show, changed);
     QObject::connect(&text, &QPlainTextEdit::textChanged, &text, [&text, model] {
         if (text.toPlainText() == model->string()) return;
-        guarded("text view", [&] {
-            model->setString(text.toPlainText());
-            model->performAction();
-        });
+        guarded("text view", [&] { model->enterText(text.toPlainText()); });
+    });
+    QObject::connect(&text, &QPlainTextEdit::selectionChanged, &text, [&text, model] {
+        const QTextCursor cursor = text.textCursor();
+        model->setSelectedRange({cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart()});
     });
 }
 

@@ -30,12 +30,21 @@ void FileListModel::setMarks(const QHash<int, QString>& marks, const QSet<int>& 
     if (marks == marks_ && leftOut == leftOut_) return;
     marks_ = marks;
     leftOut_ = leftOut;
-    if (!files_.isEmpty()) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    if (!files_.isEmpty()) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 QString FileListModel::mark(int row) const
 {
     return isLeftOut(row) ? u"Left out of the next run"_s : marks_.value(row);
+}
+
+void FileListModel::setTable(const Table& table)
+{
+    source_ = table.dataSource();
+    if (columns_ == table.columns()) return;
+    beginResetModel();
+    columns_ = table.columns();
+    endResetModel();
 }
 
 int FileListModel::rowCount(const QModelIndex& parent) const
@@ -45,7 +54,7 @@ int FileListModel::rowCount(const QModelIndex& parent) const
 
 int FileListModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : ColumnCount;
+    return parent.isValid() ? 0 : int(columns_.size()) + 1;
 }
 
 QVariant FileListModel::data(const QModelIndex& index, int role) const
@@ -54,18 +63,27 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const
     const QString& file = files_[index.row()];
     const QString said = mark(index.row());
     if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole) return toolTip(file, said);
-    if (role == Qt::DecorationRole && index.column() == NameColumn && !said.isEmpty())
+    if (role == Qt::DecorationRole && index.column() == nameColumn && !said.isEmpty())
         return symbolIcon(isLeftOut(index.row()) ? u"bar"_s : u"dialog-warning"_s);
     if (role != Qt::DisplayRole) return {};
     // A name may hold line ends; a row shows one line.
-    return (index.column() == NameColumn ? path::lastComponent(file) : path::deletingLastComponent(file))
-        .replace(u'\n', u' ');
+    return text(index.column(), index.row()).replace(u'\n', u' ');
+}
+
+QString FileListModel::text(int column, int row) const
+{
+    if (column == nameColumn) return path::lastComponent(files_[row]);
+    if (column == folderColumn()) return path::deletingLastComponent(files_[row]);
+    const bool there = source_ && row < source_->numberOfRowsInTableView();
+    return there ? source_->tableViewObjectValueForTableColumnRow(column, row) : QString();
 }
 
 QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return section == NameColumn ? u"Name"_s : u"Folder"_s;
+    if (section == folderColumn()) return u"Folder"_s;
+    const QString header = columns_[std::size_t(section)].header;
+    return section == nameColumn && header.isEmpty() ? u"Name"_s : header;
 }
 
 } // namespace zolt

@@ -1,6 +1,8 @@
 // The rows of a tab's file list.
 #pragma once
 
+#include "platform/controls/Table.h"
+
 #include <QAbstractTableModel>
 #include <QHash>
 #include <QSet>
@@ -12,11 +14,14 @@ namespace zolt {
 class FileListModel : public QAbstractTableModel
 {
 public:
-    enum Column { NameColumn, FolderColumn, ColumnCount };
+    static constexpr int nameColumn = 0;
 
     explicit FileListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
     void setFiles(const QStringList& files);
+    /// Takes over the table's columns: behind the names stand those that the tab itself has added, and last the folders.
+    void setTable(const Table& table);
+    int folderColumn() const { return columnCount() - 1; }
     /// Marks rows with a sign and a sentence. @param leftOut  rows that the next run leaves out
     void setMarks(const QHash<int, QString>& marks, const QSet<int>& leftOut);
     /// What the mark of a row says; empty for a row without one.
@@ -30,7 +35,11 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    QString text(int column, int row) const;
+
     QStringList files_;
+    const TableDataSource* source_ = nullptr;
+    std::vector<TableColumn> columns_{TableColumn()};
     QHash<int, QString> marks_;
     QSet<int> leftOut_;
 };

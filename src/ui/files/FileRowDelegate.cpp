@@ -21,7 +21,7 @@ void FileRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
 {
     QStyledItemDelegate::initStyleOption(option, index);
     const auto* const model = static_cast<const FileListModel*>(index.model());
-    if (index.column() != FileListModel::FolderColumn && !model->isLeftOut(index.row())) return;
+    if (index.column() != model->folderColumn() && !model->isLeftOut(index.row())) return;
     QColor colour = option->palette.color(QPalette::Text);
     colour.setAlphaF(quiet);
     option->palette.setColor(QPalette::Text, colour);

@@ -26,7 +26,7 @@ FilesPanel::FilesPanel(QWidget* parent)
     form_->clearButton->setIcon(symbolIcon(u"edit-clear"_s));
     FileListView& view = list();
     view.setModel(model_);
-    view.setColumnHidden(FileListModel::FolderColumn, true);
+    view.setColumnHidden(model_->folderColumn(), true);
     view.header()->setVisible(false);
     view.header()->setStretchLastSection(true);
     view.setContextMenuPolicy(Qt::CustomContextMenu);
@@ -78,12 +78,10 @@ void FilesPanel::controlChanged(Control&)
     view.setAcceptDrops(table_->acceptsFileDrops());
     const int scrolled = view.verticalScrollBar()->value();
     const QSet<QString> selected = selectedFiles();
+    model_->setTable(*table_);
     model_->setFiles(files);
     selectFiles(selected);
-    const bool severalFolders = liesInSeveralFolders(files);
-    view.setColumnHidden(FileListModel::FolderColumn, !severalFolders);
-    view.header()->setVisible(severalFolders);
-    if (severalFolders) view.header()->resizeSection(FileListModel::NameColumn, view.viewport()->width() / 2);
+    showColumns();
     view.verticalScrollBar()->setValue(scrolled);
     if (const int row = std::min(std::exchange(rowToKeep_, -1), model_->rowCount() - 1); row >= 0)
         view.setCurrentIndex(model_->index(row, 0));
@@ -91,6 +89,19 @@ void FilesPanel::controlChanged(Control&)
     form_->clearButton->setEnabled(!files.isEmpty());
     measure();
     if (changed_) changed_();
+}
+
+void FilesPanel::showColumns()
+{
+    FileListView& view = list();
+    const bool severalFolders = liesInSeveralFolders(model_->files());
+    const int columns = model_->columnCount();
+    view.setColumnHidden(model_->folderColumn(), !severalFolders);
+    for (int column = 0; column < columns - 1; ++column)
+        view.setColumnHidden(column, false);
+    view.header()->setVisible(severalFolders || table_->showsHeader());
+    const int shown = columns - (severalFolders ? 0 : 1);
+    if (shown > 1) view.header()->resizeSection(FileListModel::nameColumn, view.viewport()->width() / 2);
 }
 
 void FilesPanel::measure()

@@ -45,6 +45,7 @@ public:
 private:
     void showMenu(const QPoint& place);
     void removeRows(const QList<qsizetype>& rows);
+    void showColumns();
     void measure();
     QSet<QString> selectedFiles() const;
     void selectFiles(const QSet<QString>& files);

@@ -21,7 +21,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
+#include <QTreeView>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QSlider>
@@ -180,7 +180,10 @@ class Letters : public TableDataSource
 {
 public:
     qsizetype numberOfRowsInTableView() const override { return rows; }
-    QString tableViewObjectValueForTableColumnRow(qsizetype row) const override { return u"abc"_s.mid(row, 1); }
+    QString tableViewObjectValueForTableColumnRow(int column, qsizetype row) const override
+    {
+        return u"abc"_s.mid(row, 1).repeated(column + 1);
+    }
     qsizetype rows = 3;
 };
 
@@ -189,9 +192,16 @@ TEST_F(BindingsTest, ATableShowsItsSourceAndTellsWhatIsSelected)
     Letters letters;
     const auto model = std::make_shared<Table>();
     model->setDataSource(&letters);
-    auto& view = bound<QListView>(model);
-    view.setSelectionMode(QListView::ExtendedSelection);
+    auto& view = bound<QTreeView>(model);
+    view.setSelectionMode(QTreeView::ExtendedSelection);
     EXPECT_EQ(view.model()->index(2, 0).data().toString(), u"c"_s);
+    EXPECT_TRUE(view.isHeaderHidden());
+    model->addTableColumn(u"twice"_s);
+    model->setShowsHeader(true);
+    runPosted();
+    EXPECT_EQ(view.model()->headerData(1, Qt::Horizontal).toString(), u"twice"_s);
+    EXPECT_EQ(view.model()->index(2, 1).data().toString(), u"cc"_s);
+    EXPECT_FALSE(view.isHeaderHidden());
     view.selectAll();
     EXPECT_THAT(model->selectedRows(), ElementsAre(0, 1, 2));
     EXPECT_EQ(actions_, 1);
@@ -200,6 +210,7 @@ TEST_F(BindingsTest, ATableShowsItsSourceAndTellsWhatIsSelected)
     runPosted();
     EXPECT_EQ(view.model()->rowCount(), 1);
     EXPECT_THAT(model->selectedRows(), ElementsAre());
+    model->setDataSource(nullptr);
 }
 
 TEST_F(BindingsTest, APictureIsDroppedAndTakenAway)

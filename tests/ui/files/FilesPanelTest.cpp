@@ -20,6 +20,7 @@ using testing::ElementsAre;
 class FilesPanelTest : public WindowTest
 {
 protected:
+    int folderColumn() { return static_cast<FileListModel*>(list().model())->folderColumn(); }
     FileListView& list() { return widget<FileListView>("tableView"); }
     QString shown(int row, int column = 0) { return list().model()->index(row, column).data().toString(); }
     QString countLine() { return widget<QLabel>("countLabel").text(); }
@@ -71,6 +72,37 @@ TEST_F(FilesPanelTest, ADragOfSomethingElseIsNotTaken)
     EXPECT_TRUE(list().dragText().isEmpty());
 }
 
+TEST_F(FilesPanelTest, ColumnsThatTheTabAddsStandBetweenNameAndFolder)
+{
+    add({file(u"a.flac"_s)});
+    tab().tableView->addTableColumn(u"length (min)"_s);
+    tab().tableView->setShowsHeader(true);
+    runPosted();
+    EXPECT_EQ(list().model()->columnCount(), 3);
+    EXPECT_EQ(list().model()->headerData(1, Qt::Horizontal).toString(), u"length (min)"_s);
+    EXPECT_TRUE(list().header()->isVisible());
+    EXPECT_FALSE(list().isColumnHidden(1));
+    EXPECT_TRUE(list().isColumnHidden(2));
+    tab().tableView->removeTableColumnsBehind(1);
+    tab().tableView->setShowsHeader(false);
+    runPosted();
+    EXPECT_EQ(list().model()->columnCount(), 2);
+    EXPECT_FALSE(list().header()->isVisible());
+}
+
+TEST_F(FilesPanelTest, TheTabIsToldWhichRowsAreSelectedAndAnAdditionKeepsThem)
+{
+    add({file(u"b.flac"_s), file(u"c.flac"_s)});
+    int told = 0;
+    tab().tableView->setAction([&] { ++told; });
+    QTest::keyClick(&list(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_THAT(tab().tableView->selectedRows(), ElementsAre(0, 1));
+    EXPECT_EQ(told, 1);
+    add({file(u"a.flac"_s)});
+    EXPECT_THAT(tab().tableView->selectedRows(), ElementsAre(1, 2));
+    tab().tableView->setAction({});
+}
+
 TEST_F(FilesPanelTest, DeleteTakesTheSelectedRowsOutAndKeepsThePlace)
 {
     add({file(u"a.flac"_s), file(u"b.flac"_s), file(u"c.flac"_s)});
@@ -94,11 +126,11 @@ TEST_F(FilesPanelTest, CtrlASelectsAll)
 TEST_F(FilesPanelTest, TheFolderShowsOnlyWhenFilesOfSeveralAreListed)
 {
     add({file(u"a.flac"_s), file(u"b.flac"_s)});
-    EXPECT_TRUE(list().isColumnHidden(FileListModel::FolderColumn));
+    EXPECT_TRUE(list().isColumnHidden(folderColumn()));
     EXPECT_FALSE(list().header()->isVisible());
     add({file(u"sub/c.flac"_s)});
-    EXPECT_FALSE(list().isColumnHidden(FileListModel::FolderColumn));
-    EXPECT_EQ(shown(2, FileListModel::FolderColumn), pathOf(u"sub"_s));
+    EXPECT_FALSE(list().isColumnHidden(folderColumn()));
+    EXPECT_EQ(shown(2, folderColumn()), pathOf(u"sub"_s));
 }
 
 TEST_F(FilesPanelTest, TheFullPathIsTheToolTip)

@@ -32,7 +32,7 @@ TEST_F(AboutPageTest, ShowsWhichToolsAreMissingAndWhatBringsThem)
     EXPECT_EQ(row(u"flac"_s)->text(1), u"missing"_s);
     EXPECT_EQ(row(u"mkisofs"_s)->text(2), u"genisoimage"_s);
     tool(u"flac"_s, "exit 0\n");
-    program_.selectTab(1);
+    program_.selectTab(aboutTab());
     runPosted();
     EXPECT_EQ(row(u"flac"_s)->text(1), u"found"_s);
 }
