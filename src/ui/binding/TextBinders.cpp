@@ -34,9 +34,8 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Ch
         widget.selectAll(); // typing goes over what was proposed
     };
     keepShown<TextField>(line, field, show, changed);
-    QObject::connect(&line, &QLineEdit::textEdited, &line, [field](const QString& text) {
-        guarded("text field", [&] { field->enterText(text); });
-    });
+    QObject::connect(&line, &QLineEdit::textEdited, &line,
+                     [field](const QString& text) { guarded("text field", [&] { field->enterText(text); }); });
 }
 
 } // namespace

@@ -19,7 +19,8 @@ public:
     explicit FileListModel(QObject* parent = nullptr) : QAbstractTableModel(parent) {}
 
     void setFiles(const QStringList& files);
-    /// Takes over the table's columns: behind the names stand those that the tab itself has added, and last the folders.
+    /// Takes over the table's columns: behind the names stand those that the tab itself has added, and last the
+    /// folders.
     void setTable(const Table& table);
     int folderColumn() const { return columnCount() - 1; }
     /// Marks rows with a sign and a sentence. @param leftOut  rows that the next run leaves out

@@ -21,13 +21,13 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTreeView>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeView>
 
 namespace zolt::test {
 namespace {
