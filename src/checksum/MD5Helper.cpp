@@ -1,5 +1,7 @@
 #include "checksum/MD5Helper.h"
 
+#include "platform/files/FileNames.h"
+
 #include <QByteArray>
 #include <QFile>
 
@@ -23,7 +25,7 @@ class Source
 public:
     // Not blocking: a pipe without a writer reads as empty instead of holding the thread for ever.
     explicit Source(const QString& path)
-        : descriptor_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+        : descriptor_(::open(bytesOfName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
     {
         if (descriptor_ >= 0) ::posix_fadvise(descriptor_, 0, 0, POSIX_FADV_SEQUENTIAL);
     }

@@ -3,6 +3,7 @@
 #include "engine/Log.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
 #include "platform/threads/MainQueue.h"
 
 namespace zolt {
@@ -69,8 +70,8 @@ void ZOLTTask::setUpWithQueue(ZOLTTaskQueue* queue)
 
 void ZOLTTask::showTitle(const QString& title)
 {
-    setTitle(title);
-    textField()->setStringValue(title);
+    setTitle(readableName(title));
+    textField()->setStringValue(readableName(title));
 }
 
 void ZOLTTask::appendResults(const OptionalText& text) const

@@ -4,6 +4,7 @@
 #include "platform/desktop/Panels.h"
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
 #include "platform/files/FileWalk.h"
 #include "platform/files/Files.h"
 #include "shell/SystemFiles.h"
@@ -74,7 +75,7 @@ qsizetype BaseTab::numberOfRowsInTableView() const
 
 QString BaseTab::tableViewObjectValueForTableColumnRow(int, qsizetype row) const
 {
-    return path::lastComponent(fileNames_->at(row));
+    return readableName(path::lastComponent(fileNames_->at(row)));
 }
 
 int BaseTab::tableViewValidateDropProposedRowProposedDropOperation(qsizetype, int) const

@@ -1,5 +1,6 @@
 #include "shell/Outlook.h"
 
+#include "platform/files/FileNames.h"
 #include "shell/OutlookChecks.h"
 #include "shell/Wording.h"
 
@@ -56,6 +57,8 @@ Outlook outlookOf(const WorkPlan& plan, const OutlookDisk& disk, const std::atom
         const auto found = check({plan, disk, stop});
         outlook.problems.insert(outlook.problems.end(), found.begin(), found.end());
     }
+    for (OutlookProblem& problem : outlook.problems)
+        problem.text = readableName(problem.text);
     return outlook;
 }
 

@@ -1,5 +1,9 @@
 #include "shell/OutlookDisk.h"
 
+#include "platform/files/FileNames.h"
+#include "platform/files/Files.h"
+#include "platform/files/NamedFile.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
@@ -18,7 +22,7 @@ namespace {
 struct stat statusOf(const QString& path)
 {
     struct stat status = {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0) return {};
+    if (::stat(bytesOfName(path).constData(), &status) != 0) return {};
     return status;
 }
 
@@ -40,12 +44,12 @@ std::int64_t decodedFlacBytes(const QByteArray& start)
 
 bool LocalDisk::exists(const QString& path) const
 {
-    return QFile::exists(path);
+    return zolt::exists(path);
 }
 
 bool LocalDisk::isWritable(const QString& folder) const
 {
-    return ::access(QFile::encodeName(folder).constData(), W_OK | X_OK) == 0;
+    return ::access(bytesOfName(folder).constData(), W_OK | X_OK) == 0;
 }
 
 std::uint64_t LocalDisk::device(const QString& folder) const
@@ -56,7 +60,7 @@ std::uint64_t LocalDisk::device(const QString& folder) const
 std::int64_t LocalDisk::freeBytes(const QString& folder) const
 {
     struct statvfs room = {};
-    if (::statvfs(QFile::encodeName(folder).constData(), &room) != 0) return std::numeric_limits<std::int64_t>::max();
+    if (::statvfs(bytesOfName(folder).constData(), &room) != 0) return std::numeric_limits<std::int64_t>::max();
     return std::int64_t(room.f_bavail) * std::int64_t(room.f_frsize);
 }
 
@@ -67,15 +71,15 @@ std::int64_t LocalDisk::size(const QString& path) const
 
 std::int64_t LocalDisk::decodedBytes(const QString& path) const
 {
-    QFile file(path);
+    NamedFile file(path);
     const QByteArray start = file.open(QIODevice::ReadOnly) ? file.read(packedAt + 8) : QByteArray();
     return std::max(decodedFlacBytes(start), size(path));
 }
 
 QString LocalDisk::trueFolder(const QString& folder) const
 {
-    const QString canonical = QFileInfo(folder).canonicalFilePath();
-    return canonical.isEmpty() ? folder : canonical;
+    const QString real = realPath(folder);
+    return real.isEmpty() ? folder : real;
 }
 
 QList<MissingTool> LocalDisk::missing(const QStringList& tools) const

@@ -1,6 +1,7 @@
 #include "shell/Util.h"
 
 #include "platform/desktop/UserDefaults.h"
+#include "platform/files/FileNames.h"
 #include "platform/files/Files.h"
 #include "shell/TemporaryFileSteps.h"
 
@@ -31,10 +32,10 @@ QString Util::generateTempFileName2Extension(const OptionalText& directory, cons
 
 QString Util::generateTempFileNameExtension(const OptionalText& directory, const OptionalText& extension)
 {
-    QByteArray path = QFile::encodeName(temporaryFileTemplate(directory, extension)).left(longestPath);
-    const qsizetype suffixLength = QFile::encodeName(*extension).size() + 1; // the dot is part of it
+    QByteArray path = bytesOfName(temporaryFileTemplate(directory, extension)).left(longestPath);
+    const qsizetype suffixLength = bytesOfName(*extension).size() + 1; // the dot is part of it
     closeTemporaryFile(createTemporaryFile(path, int(suffixLength)));
-    return QString::fromUtf8(path);
+    return nameOfBytes(path);
 }
 
 } // namespace zolt

@@ -1,5 +1,8 @@
 #include "tags/Id3Guard.h"
 
+#include "platform/files/FileNames.h"
+#include "platform/files/NamedFile.h"
+
 #include <QFile>
 #include <QtEndian>
 
@@ -123,7 +126,7 @@ qint64 placeInChunks(QFile& file)
 class PlainFile : public TagLib::File
 {
 public:
-    explicit PlainFile(const QString& path) : TagLib::File(QFile::encodeName(path).constData()) {}
+    explicit PlainFile(const QString& path) : TagLib::File(bytesOfName(path).constData()) {}
 
     TagLib::Tag* tag() const override { return nullptr; }
     TagLib::AudioProperties* audioProperties() const override { return nullptr; }
@@ -157,7 +160,7 @@ qint64 placeOfTag(QFile& file, Id3Place place)
 
 bool hasHarmlessFrames(const QString& path, Id3Place place)
 {
-    QFile file(path);
+    NamedFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return true;
     const qint64 start = placeOfTag(file, place);
     const QByteArray tag = start < 0 ? QByteArray() : tagAt(file, start);

@@ -1,5 +1,6 @@
 #include "tags/OptimizedReplacement.h"
 
+#include "platform/files/FileNames.h"
 #include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "shell/Util.h"
@@ -32,7 +33,7 @@ constexpr QLatin1StringView lost("file @% was lost");
 /// A move counts only when the folder that shows it is on the disk.
 void flushFolder(const QString& folder)
 {
-    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = ::open(bytesOfName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return;
     fsync(descriptor);
     ::close(descriptor);
@@ -63,7 +64,7 @@ void replaceThroughTemporary(const Mp4Document& document, const QString& path)
 void replaceWithOptimized(Mp4Document& document, const QString& path)
 {
     try {
-        const QString file = QFileInfo(path).canonicalFilePath();
+        const QString file = realPath(path);
         if (file.isEmpty()) fail(notOptimized, path); // removed by someone else meanwhile
         replaceThroughTemporary(document, file);
     } catch (...) {
@@ -75,9 +76,9 @@ void replaceWithOptimized(Mp4Document& document, const QString& path)
 
 void replaceFile(const QString& temporary, const QString& path)
 {
-    if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) == 0) return;
+    if (std::rename(bytesOfName(temporary).constData(), bytesOfName(path).constData()) == 0) return;
     // Only what is left of the old file tells whether anything can be lost with the new one.
-    if (!QFileInfo::exists(path)) fail(lost, path);
+    if (!exists(path)) fail(lost, path);
     removeItem(temporary);
     fail(notDeleted, path);
 }

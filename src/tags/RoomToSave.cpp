@@ -1,5 +1,7 @@
 #include "tags/RoomToSave.h"
 
+#include "platform/files/FileNames.h"
+#include "platform/files/Files.h"
 #include "tags/Log.h"
 
 #include <QFile>
@@ -22,7 +24,7 @@ constexpr quint64 unlimited = std::numeric_limits<quint64>::max();
 quint64 roomOnDisk(const QString& path)
 {
     struct statvfs facts = {};
-    if (::statvfs(QFile::encodeName(path).constData(), &facts) != 0) return unlimited;
+    if (::statvfs(bytesOfName(path).constData(), &facts) != 0) return unlimited;
     return static_cast<quint64>(facts.f_bavail) * facts.f_frsize;
 }
 
@@ -31,7 +33,7 @@ quint64 roomBelowLimit(const QString& path)
 {
     rlimit limit = {};
     if (::getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return unlimited;
-    const auto size = static_cast<quint64>(QFileInfo(path).size());
+    const auto size = static_cast<quint64>(std::max<std::int64_t>(fileSize(path), 0));
     return limit.rlim_cur > size ? limit.rlim_cur - size : 0;
 }
 

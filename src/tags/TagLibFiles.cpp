@@ -4,8 +4,6 @@
 
 #include <taglib/id3v2framefactory.h>
 
-#include <sys/stat.h>
-
 namespace zolt {
 
 const GenericText genericTitle{&TagsObject::titleText, &TagsObject::setTitleText, &TagLib::Tag::title,
@@ -22,12 +20,6 @@ const GenericNumber genericYear{&TagsObject::dateText, &TagsObject::setDateText,
                                 &TagLib::Tag::setYear};
 const GenericNumber genericTrack{&TagsObject::trackText, &TagsObject::setTrackText, &TagLib::Tag::track,
                                  &TagLib::Tag::setTrack};
-
-bool isRegularFile(const QString& path)
-{
-    struct stat facts = {};
-    return ::stat(QFile::encodeName(path).constData(), &facts) == 0 && S_ISREG(facts.st_mode);
-}
 
 void useUtf8Frames()
 {

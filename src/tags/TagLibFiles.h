@@ -2,6 +2,8 @@
 // tag.
 #pragma once
 
+#include "platform/files/FileNames.h"
+#include "platform/files/Files.h"
 #include "tags/Id3Guard.h"
 #include "tags/TagLibTagsHelper.h"
 
@@ -18,9 +20,6 @@ class File;
 }
 
 namespace zolt {
-
-/// True for a regular file. The library reads folders and pipes too, and never comes back from some of them.
-bool isRegularFile(const QString& path);
 
 /// Makes the library's new text frames UTF-8. Once for the program, before any file is open, so that no thread sees
 /// the library's one frame factory change.
@@ -93,8 +92,9 @@ template <class File> bool isOfKind(const QString& path)
 template <class File> std::unique_ptr<File> openFile(const QString& path)
 try {
     useUtf8Frames();
+    // The library reads folders and pipes too, and never comes back from some of them.
     if (!isRegularFile(path) || !isOfKind<File>(path) || !hasHarmlessFrames(path, id3Place<File>)) return nullptr;
-    auto file = std::make_unique<File>(QFile::encodeName(path).constData(), false, TagLib::AudioProperties::Average);
+    auto file = std::make_unique<File>(bytesOfName(path).constData(), false, TagLib::AudioProperties::Average);
     return file->isValid() ? std::move(file) : nullptr;
 } catch (const std::exception& fault) {
     logUnreadable(path, fault.what());

@@ -1,4 +1,5 @@
 // AIFF: an ID3v2 tag with a smaller writer than MP3, without totals, pictures and the choice of writing empty fields.
+#include "platform/files/NamedFile.h"
 #include "tags/Id3Frames.h"
 #include "tags/RoomToSave.h"
 #include "tags/TagLibFiles.h"
@@ -10,7 +11,7 @@ namespace zolt {
 /// The library looks at no name of the form, and adds a chunk of tags to whatever it gets.
 template <> bool isOfKind<TagLib::RIFF::AIFF::File>(const QString& path)
 {
-    QFile file(path);
+    NamedFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return false;
     const QByteArray start = file.read(12);
     return start.startsWith("FORM") && (start.endsWith("AIFF") || start.endsWith("AIFC"));

@@ -1,5 +1,7 @@
 #include "app/batch/Console.h"
 
+#include "platform/files/FileNames.h"
+
 namespace zolt::batch {
 
 using namespace Qt::StringLiterals;
@@ -25,7 +27,7 @@ QString escaped(QChar character)
 QString onOneLine(const QString& text)
 {
     QString line;
-    for (const QChar character : text) {
+    for (const QChar character : readableName(text)) {
         const QChar::Category category = character.category();
         const bool control = category == QChar::Other_Control || category == QChar::Separator_Line ||
                              category == QChar::Separator_Paragraph;

@@ -1,6 +1,7 @@
 #include "app/batch/InputFiles.h"
 
 #include "app/batch/Console.h"
+#include "platform/files/FileNames.h"
 #include "platform/files/Files.h"
 #include "shell/BaseTab.h"
 
@@ -26,12 +27,9 @@ QStringList absolutePaths(const QStringList& given)
 
 QString faultOf(const QString& path)
 {
-    const bool readable = ::access(QFile::encodeName(path).constData(), R_OK) == 0;
+    const bool readable = ::access(bytesOfName(path).constData(), R_OK) == 0;
     if (readable) return {};
-    const QString reason = path.contains(QChar(QChar::ReplacementCharacter)) && errno == ENOENT
-                               ? u"its name is not valid UTF-8; rename it first"_s
-                               : QString::fromLocal8Bit(std::strerror(errno));
-    return onOneLine(path) + u": "_s + reason;
+    return onOneLine(path) + u": "_s + QString::fromLocal8Bit(std::strerror(errno));
 }
 
 QStringList InputFiles::enter()

@@ -4,8 +4,8 @@
 #include "app/batch/BatchRun.h"
 #include "app/batch/Console.h"
 #include "platform/Product.h"
+#include "platform/files/FileNames.h"
 #include "platform/process/ChildProcess.h"
-#include "platform/text/Text.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -19,15 +19,11 @@ using namespace zolt::batch;
 using namespace Qt::StringLiterals;
 
 /// The arguments behind the program's name.
-/// @throws UsageError for a name that this program could not hand on to a tool unchanged
 QStringList argumentTexts(int argc, char** argv)
 {
     QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        const auto text = decodeUtf8(argv[i]);
-        if (!text) throw UsageError{u"\"%1\" is not valid UTF-8; rename it first"_s.arg(QString::fromLatin1(argv[i]))};
-        arguments.append(*text);
-    }
+    for (int i = 1; i < argc; ++i)
+        arguments.append(nameOfBytes(argv[i]));
     return arguments;
 }
 

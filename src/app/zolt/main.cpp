@@ -2,6 +2,7 @@
 
 #include "app/zolt/CommandLine.h"
 #include "app/zolt/WindowProgram.h"
+#include "platform/files/FileNames.h"
 #include "platform/process/ChildProcess.h"
 #include "platform/threads/MainQueue.h"
 #include "ui/GuardedApplication.h"
@@ -22,7 +23,7 @@ QStringList argumentTexts(int argc, char** argv)
 {
     QStringList arguments;
     for (int index = 1; index < argc; ++index)
-        arguments += QFile::decodeName(argv[index]);
+        arguments += nameOfBytes(argv[index]);
     return arguments;
 }
 

@@ -3,9 +3,8 @@
 #include "platform/audio/ClientReader.h"
 #include "platform/audio/OpenFiles.h"
 #include "platform/audio/SampleSource.h"
-
-#include <QFile>
-#include <QFileInfo>
+#include "platform/files/Files.h"
+#include "platform/files/NamedFile.h"
 
 #include <cerrno>
 
@@ -15,7 +14,7 @@ struct AudioFileReader::State
 {
     explicit State(const QString& path) : file(path) {}
 
-    QFile file;
+    NamedFile file;
     std::optional<OpenFileMark> mark;
     std::unique_ptr<SampleSource> source;
     std::optional<ClientReader> client;
@@ -25,10 +24,9 @@ namespace {
 
 AudioStatus openFile(QFile& file)
 {
-    const QFileInfo facts(file.fileName());
-    if (!facts.exists()) return audioStatus::NotFound;
+    if (!exists(file.fileName())) return audioStatus::NotFound;
     // A pipe would make the opening wait for its writer.
-    if (!facts.isFile()) return audioStatus::UnsupportedFileType;
+    if (!isRegularFile(file.fileName())) return audioStatus::UnsupportedFileType;
     errno = 0;
     if (file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) return audioStatus::Ok;
     return audioStatusFromErrno(errno);

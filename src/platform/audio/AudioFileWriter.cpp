@@ -4,6 +4,7 @@
 #include "platform/audio/Codecs.h"
 #include "platform/audio/LinearSink.h"
 #include "platform/audio/OpenFiles.h"
+#include "platform/files/Files.h"
 
 #include <QFileInfo>
 
@@ -36,7 +37,7 @@ AudioFileWriter::~AudioFileWriter()
     if (state_->client->hasBegun())
         dispose();
     else if (state_->mark->hasMade())
-        QFile::remove(QFileInfo(state_->path).canonicalFilePath());
+        removeItem(realPath(state_->path));
 }
 
 AudioStatus AudioFileWriter::State::makeSink(uint32_t fileType, const AudioFormat& wanted)

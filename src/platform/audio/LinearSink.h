@@ -4,6 +4,7 @@
 #include "platform/audio/LinearHeader.h"
 #include "platform/audio/PcmPacking.h"
 #include "platform/audio/SampleSink.h"
+#include "platform/files/NamedFile.h"
 
 #include <QFile>
 
@@ -24,7 +25,7 @@ public:
 private:
     AudioStatus append(const char* bytes, int64_t count);
 
-    QFile file_;
+    NamedFile file_;
     const LinearHeader header_;
     const AudioFormat format_;
     const std::optional<PcmPacking> packing_;

@@ -1,5 +1,7 @@
 #include "platform/audio/OpenFiles.h"
 
+#include "platform/files/FileNames.h"
+
 #include <QFile>
 
 #include <cerrno>
@@ -25,7 +27,7 @@ OpenFileMark::Registry& OpenFileMark::registry()
 OpenFileMark::OpenFileMark(const QString& path)
 {
     struct stat facts = {};
-    if (stat(QFile::encodeName(path).constData(), &facts) == 0) identity_ = {facts.st_dev, facts.st_ino};
+    if (stat(bytesOfName(path).constData(), &facts) == 0) identity_ = {facts.st_dev, facts.st_ino};
     const std::lock_guard guard(registry().mutex);
     registry().files.insert(identity_);
 }
@@ -43,7 +45,7 @@ OpenFileMark::~OpenFileMark()
 
 AudioStatus OpenFileMark::claim(const QString& path, std::unique_ptr<OpenFileMark>& mark)
 {
-    const auto name = QFile::encodeName(path);
+    const auto name = bytesOfName(path);
     struct stat facts = {};
     const bool made = stat(name.constData(), &facts) != 0;
     const int file = ::open(name.constData(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC, 0666);

@@ -1,5 +1,6 @@
 #include "platform/files/FileWalk.h"
 
+#include "platform/files/FileNames.h"
 #include "platform/text/Text.h"
 
 #include <QFile>
@@ -32,7 +33,7 @@ public:
         struct stat facts;
         // Links and file systems that name no kinds need a closer look.
         const bool unsure = kind == DT_LNK || kind == DT_UNKNOWN || kind == DT_DIR;
-        if (!unsure || ::stat(QFile::encodeName(path).constData(), &facts) != 0 || !S_ISDIR(facts.st_mode))
+        if (!unsure || ::stat(bytesOfName(path).constData(), &facts) != 0 || !S_ISDIR(facts.st_mode))
             return visit_(path);
         if (isInside(facts)) return;
         inside_.push_back({facts.st_dev, facts.st_ino});
@@ -64,10 +65,10 @@ private:
     static std::vector<Entry> entriesOf(const QString& path)
     {
         std::vector<Entry> entries;
-        const Directory directory(::opendir(QFile::encodeName(path).constData()));
+        const Directory directory(::opendir(bytesOfName(path).constData()));
         if (!directory) return entries;
         while (const dirent* entry = ::readdir(directory.get())) {
-            const QString name = QFile::decodeName(entry->d_name);
+            const QString name = nameOfBytes(entry->d_name);
             if (name != u"." && name != u"..") entries.push_back({path::appendingComponent(path, name), entry->d_type});
         }
         return entries;

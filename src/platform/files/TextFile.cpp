@@ -1,6 +1,8 @@
 #include "platform/files/TextFile.h"
 
 #include "platform/Log.h"
+#include "platform/files/Files.h"
+#include "platform/files/NamedFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -63,7 +65,7 @@ private:
     void read()
     {
         // Looked at before it is opened: a pipe without a writer would hold the caller.
-        if (QFileInfo::exists(file_.fileName()) && !QFileInfo(file_).isFile())
+        if (exists(file_.fileName()) && !isRegularFile(file_.fileName()))
             reason_ = u"It is not a file."_s;
         else if (!file_.open(QIODevice::ReadOnly))
             reason_ = file_.errorString();
@@ -73,7 +75,7 @@ private:
             bytes_ = file_.readAll();
     }
 
-    QFile file_;
+    NamedFile file_;
     QByteArray bytes_;
     QString reason_;
 };

@@ -1,5 +1,7 @@
 #include "platform/process/SpawnPlan.h"
 
+#include "platform/files/FileNames.h"
+
 #include <QFile>
 
 #include <fcntl.h>
@@ -33,12 +35,12 @@ void resetSignals(posix_spawnattr_t& attributes)
 } // namespace
 
 SpawnPlan::SpawnPlan(const QString& launchPath, const QStringList& arguments, const Environment& environment)
-    : program_(QFile::encodeName(launchPath))
+    : program_(bytesOfName(launchPath))
 {
     arguments_.reserve(std::size_t(arguments.size()) + 1);
     arguments_.push_back(program_);
     for (const QString& argument : arguments)
-        arguments_.push_back(QFile::encodeName(argument));
+        arguments_.push_back(bytesOfName(argument));
     environment_.reserve(std::size_t(environment.size()));
     for (auto entry = environment.begin(); entry != environment.end(); ++entry) {
         environment_.push_back(entry.key().toLocal8Bit() + '=' + entry.value().toLocal8Bit());
@@ -64,7 +66,7 @@ void SpawnPlan::sendOutputTo(int descriptor)
 
 void SpawnPlan::startIn(const QString& directory)
 {
-    posix_spawn_file_actions_addchdir_np(&actions_, QFile::encodeName(directory).constData());
+    posix_spawn_file_actions_addchdir_np(&actions_, bytesOfName(directory).constData());
 }
 
 int SpawnPlan::spawn(pid_t* child)

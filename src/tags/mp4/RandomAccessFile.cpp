@@ -1,5 +1,6 @@
 #include "tags/mp4/RandomAccessFile.h"
 
+#include "platform/files/FileNames.h"
 #include "tags/mp4/Mp4Error.h"
 
 #include <QFile>
@@ -22,7 +23,7 @@ int openFile(const QString& path, RandomAccessFile::Mode mode)
 {
     constexpr int flags[] = {O_RDONLY, O_RDWR, O_RDWR | O_CREAT | O_TRUNC};
     // A pipe without a writer would hold the caller for ever.
-    return ::open(QFile::encodeName(path).constData(), flags[static_cast<int>(mode)] | O_CLOEXEC | O_NONBLOCK, 0600);
+    return ::open(bytesOfName(path).constData(), flags[static_cast<int>(mode)] | O_CLOEXEC | O_NONBLOCK, 0600);
 }
 
 bool isRegularFile(int descriptor)

@@ -1,5 +1,6 @@
 #include "ui/files/ListFacts.h"
 
+#include "platform/files/FileNames.h"
 #include "platform/text/Text.h"
 #include "shell/Wording.h"
 
@@ -20,7 +21,7 @@ ListFacts gatherListFacts(const QStringList& files, const std::atomic<bool>& sto
     for (const QString& file : files) {
         if (stop) break;
         struct stat status = {};
-        if (::stat(QFile::encodeName(file).constData(), &status) == 0) facts.bytes += status.st_size;
+        if (::stat(bytesOfName(file).constData(), &status) == 0) facts.bytes += status.st_size;
         folders += path::deletingLastComponent(file);
     }
     facts.folders = folders.size();

@@ -1,6 +1,7 @@
 #include "platform/audio/codecs/Demuxer.h"
 
 #include "platform/audio/codecs/CodecLibraries.h"
+#include "platform/files/FileNames.h"
 
 #include <QFile>
 
@@ -14,7 +15,7 @@ AudioStatus Demuxer::open(const QString& path, Container container)
     AVDictionary* options = nullptr;
     av_dict_set(&options, "protocol_whitelist", "file", 0);
     AVFormatContext* context = nullptr;
-    const int result = avformat_open_input(&context, "file:" + QFile::encodeName(path), format, &options);
+    const int result = avformat_open_input(&context, "file:" + bytesOfName(path), format, &options);
     av_dict_free(&options);
     if (result < 0) return audioStatusFromCodecError(result);
     context_.reset(context);

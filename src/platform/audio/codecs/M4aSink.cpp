@@ -1,5 +1,7 @@
 #include "platform/audio/codecs/M4aSink.h"
 
+#include "platform/files/FileNames.h"
+
 #include <QFile>
 
 namespace zolt {
@@ -27,7 +29,7 @@ AudioStatus M4aSink::openFile()
     int result = avformat_alloc_output_context2(&muxer_, nullptr, "ipod", nullptr);
     if (result < 0) return audioStatusFromCodecError(result);
     muxer_->flags |= AVFMT_FLAG_BITEXACT; // no tool name of the library's in the tags
-    result = avio_open(&muxer_->pb, "file:" + QFile::encodeName(path_), AVIO_FLAG_WRITE);
+    result = avio_open(&muxer_->pb, "file:" + bytesOfName(path_), AVIO_FLAG_WRITE);
     return result < 0 ? audioStatusFromCodecError(result) : audioStatus::Ok;
 }
 
