@@ -1,88 +1,15 @@
-#include "platform/files/Files.h"
+#include "CompanionFixture.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QProcess>
 #include <QThread>
 
 #include <csignal>
 
-using namespace Qt::StringLiterals;
+using namespace zolt::test;
 
 namespace {
 
-struct Outcome
+class ShntoolCompanion : public CompanionFixture
 {
-    QProcess::ExitStatus how = QProcess::NormalExit;
-    int status = -1;
-    QByteArray output, errors;
-};
-
-/// A folder with samples and with a "bin" that stands first on PATH.
-class ShntoolCompanion : public testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(QDir(folder_.path()).mkpath(u"bin"_s));
-        environment_ = QProcessEnvironment::systemEnvironment();
-        environment_.insert(u"PATH"_s, in(u"bin"_s) + u":/usr/bin:/bin"_s);
-    }
-
-    QString in(const QString& name) const { return folder_.filePath(name); }
-
-    QString sample(const QString& name) const
-    {
-        EXPECT_EQ(QProcess::execute(u"sox"_s, {u"-q"_s, u"-n"_s, u"-r"_s, u"44100"_s, u"-b"_s, u"16"_s, u"-c"_s, u"2"_s,
-                                               in(name), u"synth"_s, u"1"_s, u"sine"_s, u"440"_s}),
-                  0);
-        return in(name);
-    }
-
-    /// Puts a shell script in the place of the real tool.
-    void standIn(const QString& script)
-    {
-        const QString path = in(u"bin/shntool"_s);
-        ASSERT_TRUE(zolt::writeTextAtomically(path, u"#!/bin/sh\n"_s + script));
-        ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    }
-
-    void start(QProcess& process, const QString& program, const QStringList& arguments) const
-    {
-        process.setProcessEnvironment(environment_);
-        process.setWorkingDirectory(folder_.path());
-        process.setStandardInputFile(QProcess::nullDevice());
-        process.start(program, arguments);
-    }
-
-    Outcome run(const QString& program, const QStringList& arguments) const
-    {
-        QProcess process;
-        start(process, program, arguments);
-        EXPECT_TRUE(process.waitForFinished(120000));
-        return {process.exitStatus(), process.exitCode(), process.readAllStandardOutput(),
-                process.readAllStandardError()};
-    }
-
-    Outcome companion(const QStringList& arguments) const { return run(QStringLiteral(SHNTOOL_COMPANION), arguments); }
-
-    void expectNoTraces() const
-    {
-        EXPECT_TRUE(QDir(folder_.path()).entryList({u".zolt-shntool-*"_s}, QDir::AllEntries | QDir::Hidden).isEmpty());
-    }
-
-    QByteArray contents(const QString& path) const
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-        return file.readAll();
-    }
-
-    QProcessEnvironment environment_;
-
-private:
-    QTemporaryDir folder_;
 };
 
 QStringList namedOutput(const QString& overwrite, const QString& output, const QString& source)
@@ -106,6 +33,28 @@ TEST_F(ShntoolCompanion, HandsCallsThroughUnchanged)
         EXPECT_EQ(ours.output, real.output);
         EXPECT_EQ(QByteArray(ours.errors).replace(SHNTOOL_COMPANION, "/usr/bin/shntool"), real.errors); // names itself
     }
+}
+
+TEST_F(ShntoolCompanion, FindsTheOtherToolsOfTheFolderThatItIsCalledIn)
+{
+    standIn(u"ttaenc\n"_s);
+    ASSERT_TRUE(QDir(in(QString())).mkpath(u"tools"_s));
+    ASSERT_TRUE(QFile::link(QStringLiteral(SHNTOOL_COMPANION), in(u"tools/shntool"_s)));
+    script(u"tools/ttaenc"_s, u"echo ours\n"_s);
+    EXPECT_EQ(run(in(u"tools/shntool"_s), {u"len"_s}).output, "ours\n");
+    script(u"bin/ttaenc"_s, u"echo first on PATH\n"_s);
+    EXPECT_EQ(run(in(u"tools/shntool"_s), {u"len"_s}).output, "first on PATH\n");
+}
+
+TEST_F(ShntoolCompanion, FindsWhatTheSystemFoldersLackAlsoWhenAnotherCompanionStartedIt)
+{
+    standIn(u"exec ./other/shntool \"$@\"\n"_s); // a tool that calls a companion once more
+    ASSERT_TRUE(QDir(in(QString())).mkpath(u"other"_s));
+    ASSERT_TRUE(QDir(in(QString())).mkpath(u"last"_s));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(SHNTOOL_COMPANION), in(u"other/shntool"_s)));
+    script(u"last/shntool"_s, u"echo reached\n"_s);
+    environment_.insert(u"PATH"_s, in(u"last"_s) + u":/usr/bin:/bin"_s);
+    EXPECT_EQ(run(in(u"bin/shntool"_s), {u"len"_s}).output, "reached\n");
 }
 
 TEST_F(ShntoolCompanion, HandsOddArgumentsThroughUnchanged)
