@@ -72,7 +72,7 @@ TEST(PlainHeader, ShortensTheHeaderOfAPipe)
     const std::string extensible = wav(std::string("JUNK\x03\0\0\0abc\0", 12) + format() + "fact" +
                                        std::string("\x04\0\0\0....", 8) + "data" + std::string("\x03\0\0\0xyz", 7));
     std::string head = extensible;
-    head.replace(4, 4, std::string("\x5b\0\0\0", 4));
+    head.replace(4, 4, std::string("\x57\0\0\0", 4));
     const std::size_t left = shortenHeader(reinterpret_cast<unsigned char*>(head.data()), head.size());
     EXPECT_EQ(head.substr(0, left), std::string("RIFF\x27\0\0\0WAVEfmt \x10\0\0\0\x01\0\x02\0", 24) +
                                         std::string(12, '.') + std::string("data\x03\0\0\0xyz", 11));
