@@ -1,0 +1,39 @@
+#include "audio/WavHeader.h"
+
+#include "audio/Failure.h"
+
+namespace zolt::companion {
+
+namespace {
+
+constexpr std::uint64_t behindRiffSize = 36; // of the header, ahead of the samples
+constexpr std::uint64_t mostData = 0xfffffffe - behindRiffSize;
+
+void append(Bytes& to, const char* text)
+{
+    to.insert(to.end(), text, text + 4);
+}
+
+} // namespace
+
+Bytes wavHeader(const PcmFormat& format, std::uint64_t dataBytes, const std::string& name)
+{
+    if (dataBytes > mostData) throw Failure(Fault::Format, name + ": is too long for a WAV file, which ends at 4 GiB");
+    Bytes header;
+    append(header, "RIFF");
+    appendLittleEndian(header, behindRiffSize + dataBytes + dataBytes % 2, 4);
+    append(header, "WAVE");
+    append(header, "fmt ");
+    appendLittleEndian(header, 16, 4);
+    appendLittleEndian(header, 1, 2);
+    appendLittleEndian(header, format.channels, 2);
+    appendLittleEndian(header, format.rate, 4);
+    appendLittleEndian(header, std::uint64_t(format.rate) * format.frameBytes(), 4);
+    appendLittleEndian(header, format.frameBytes(), 2);
+    appendLittleEndian(header, format.bits, 2);
+    append(header, "data");
+    appendLittleEndian(header, dataBytes, 4);
+    return header;
+}
+
+} // namespace zolt::companion
