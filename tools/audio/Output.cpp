@@ -30,7 +30,8 @@ Output::Output(const std::string& path, const ByteSource& source, Unfinished unf
     if (exists && isSource(file, source)) {
         throw Failure(Fault::Usage, name_ + ": is the source itself; nothing was done");
     }
-    descriptor_ = standardOutput_ ? STDOUT_FILENO : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    descriptor_ =
+        standardOutput_ ? STDOUT_FILENO : ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (descriptor_ < 0 || ::fstat(descriptor_, &file) != 0) cannotWrite();
     regular_ = S_ISREG(file.st_mode);
     buffer_.reserve(bufferBytes);

@@ -18,8 +18,8 @@ template <unsigned kept, unsigned dropped> void interleave(std::uint8_t* to, con
     const bool planar = av_sample_fmt_is_planar(AVSampleFormat(frame.format));
     const std::size_t step = (planar ? 1 : channels) * (kept + dropped);
     for (unsigned channel = 0; channel < channels; ++channel) {
-        const std::uint8_t* from = planar ? frame.extended_data[channel]
-                                          : frame.extended_data[0] + channel * (kept + dropped);
+        const std::uint8_t* from =
+            planar ? frame.extended_data[channel] : frame.extended_data[0] + channel * (kept + dropped);
         std::uint8_t* out = to + channel * kept;
         for (int i = 0; i < frame.nb_samples; ++i, from += step, out += channels * kept)
             std::memcpy(out, from + dropped, kept);

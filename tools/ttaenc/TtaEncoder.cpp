@@ -50,8 +50,7 @@ const AVPacket& TtaEncoder::encode(const std::uint8_t* samples, std::uint32_t co
     makeFrame(count);
     fillFrame(*frame_, samples, format_);
     av_packet_unref(packet_.get());
-    if (avcodec_send_frame(codec_.get(), frame_.get()) < 0 ||
-        avcodec_receive_packet(codec_.get(), packet_.get()) < 0) {
+    if (avcodec_send_frame(codec_.get(), frame_.get()) < 0 || avcodec_receive_packet(codec_.get(), packet_.get()) < 0) {
         throw Failure(Fault::Format, name_ + ": its samples cannot be put into a TTA file");
     }
     return *packet_;

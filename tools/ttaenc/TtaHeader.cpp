@@ -1,6 +1,7 @@
 #include "ttaenc/TtaHeader.h"
 
 #include "audio/Failure.h"
+#include "audio/Id3.h"
 #include "codec/Checksums.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace zolt::companion {
 namespace {
 
 constexpr unsigned pcm = 1, encrypted = 2;
-constexpr std::size_t sumBytes = 4, tagHeaderBytes = 10;
+constexpr std::size_t sumBytes = 4;
 constexpr unsigned mostRate = 1 << 20; // Hz; keeps the length of a frame small
 
 bool startsWith(const Bytes& bytes, const char* id)
@@ -28,17 +29,6 @@ bool hasSum(const Bytes& bytes)
 void appendSum(Bytes& bytes)
 {
     appendLittleEndian(bytes, crc32(bytes.data(), bytes.size()), sumBytes);
-}
-
-/// An ID3v2 tag, whose length is in four groups of seven bits.
-void skipTag(ByteSource& source)
-{
-    const Bytes start = source.peek(tagHeaderBytes);
-    if (start.size() < tagHeaderBytes || !startsWith(start, "ID3")) return;
-    const std::uint32_t length = std::uint32_t(start[6] & 127) << 21 | std::uint32_t(start[7] & 127) << 14 |
-                                 std::uint32_t(start[8] & 127) << 7 | std::uint32_t(start[9] & 127);
-    const bool hasFooter = start[5] & 0x10;
-    source.skip(tagHeaderBytes + length + (hasFooter ? tagHeaderBytes : 0));
 }
 
 void check(const TtaHeader& header, unsigned kind, const std::string& name)
@@ -81,7 +71,7 @@ Bytes ttaHeaderBytesOf(const TtaHeader& header)
 
 TtaHeader readTtaHeader(ByteSource& source)
 {
-    skipTag(source);
+    skipId3(source);
     if (!startsWith(source.peek(4), "TTA1")) throw Failure(Fault::Format, source.name() + ": is not a TTA file");
     const Bytes bytes = source.take(ttaHeaderBytes);
     if (!hasSum(bytes)) throw Failure(Fault::Checksum, source.name() + ": its header is damaged");

@@ -16,7 +16,10 @@ struct TtaHeader
 
     /// How many samples a channel every frame but the last one has.
     std::uint32_t frameSamples() const { return std::uint32_t(256ull * format.rate / 245); }
-    std::uint32_t frames() const { return std::uint32_t((std::uint64_t(samples) + frameSamples() - 1) / frameSamples()); }
+    std::uint32_t frames() const
+    {
+        return std::uint32_t((std::uint64_t(samples) + frameSamples() - 1) / frameSamples());
+    }
     /// The length of a frame, counted from 0.
     std::uint32_t samplesOf(std::uint32_t frame) const;
 };

@@ -13,8 +13,8 @@ constexpr std::size_t copiedAtOnce = 64 * 1024;
 
 [[noreturn]] void cannotKeep()
 {
-    throw Failure(Fault::Write, std::string("the temporary folder has no room for the frames: ") +
-                                    std::strerror(errno));
+    throw Failure(Fault::Write,
+                  std::string("the temporary folder has no room for the frames: ") + std::strerror(errno));
 }
 
 } // namespace

@@ -7,7 +7,6 @@ int main(int argc, char** argv)
 {
     using namespace zolt::companion;
     const auto work = [&] { return runTta(readTtaCall(std::vector<std::string>(argv + (argc > 0), argv + argc))); };
-    return runProgram(work, [](const Failure& failure) {
-        say(std::string("\nttaenc: error: ") + failure.what() + '\n');
-    });
+    return runProgram(work,
+                      [](const Failure& failure) { say(std::string("\nttaenc: error: ") + failure.what() + '\n'); });
 }

@@ -1,0 +1,125 @@
+#include "mac/MacRun.h"
+
+#include "audio/Console.h"
+#include "audio/Progress.h"
+#include "audio/WavHeader.h"
+#include "audio/WavWriter.h"
+#include "mac/ApeHeader.h"
+#include "mac/ApeReader.h"
+
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <future>
+
+namespace zolt::companion {
+
+namespace {
+
+/// Ahead of the first of these lines stands no digit: it would be taken for the number.
+void printProgress(const Reading& reading)
+{
+    char line[100];
+    std::snprintf(line, sizeof line, "\rProgress: %.1f%% (%.1f seconds remaining, %.1f seconds total)  ",
+                  reading.percent, reading.remaining(), reading.total());
+    say(line);
+}
+
+void sayUnlessQuiet(const MacCall& call, const char* text)
+{
+    if (!call.quiet()) say(text);
+}
+
+/// A file to be decoded. Another thread reads it meanwhile to sum it up.
+struct Source
+{
+    explicit Source(const std::string& path)
+        : file(path), header(readApeHeader(file)), reader(path, header.hasFrameSums()),
+          content(std::async(std::launch::async, [this] { return readApeContent(file, header); }))
+    {
+    }
+
+    ByteSource file;
+    ApeHeader header;
+    ApeReader reader;
+    std::future<ApeContent> content;
+};
+
+/// Hands every frame on and counts those that are damaged.
+unsigned readFrames(Source& source, const MacCall& call, const std::function<void(const Bytes&)>& take)
+{
+    Progress progress(source.reader.samples(), call.quiet() ? Progress::Print() : printProgress);
+    unsigned damaged = 0;
+    for (Bytes samples; !source.reader.atEnd();) {
+        if (!source.reader.read(samples)) ++damaged;
+        take(samples);
+        progress.reached(source.reader.samplesRead());
+    }
+    return damaged;
+}
+
+int tell(const MacCall& call, unsigned damaged, const ApeContent& content, const ApeHeader& header)
+{
+    const auto fail = [&call](const std::string& why) { throw Failure(Fault::Checksum, call.input + ": " + why); };
+    if (damaged > 0) fail("the checksum is wrong for " + std::to_string(damaged) + " of its frames");
+    if (!content.matchesSum) fail("the checksum of the whole file is wrong");
+    if (header.hasFrameSums())
+        sayUnlessQuiet(call, "\nSuccess.\n");
+    else
+        sayUnlessQuiet(call, "\nDone. The file is of an old version whose checksums were not checked.\n");
+    return 0;
+}
+
+int verify(const MacCall& call)
+{
+    sayUnlessQuiet(call, "Verifying\n");
+    Source source(call.input);
+    const unsigned damaged = readFrames(source, call, [](const Bytes&) {});
+    return tell(call, damaged, source.content.get(), source.header);
+}
+
+/// The kept header where it tells the truth about the samples, else one of ours.
+Bytes wavHeaderFor(const Source& source, std::uint64_t dataBytes)
+{
+    const Bytes own = wavHeader(source.reader.format(), dataBytes, source.file.name());
+    const Bytes& kept = source.header.wavHeader;
+    const bool isTrue = kept.size() >= own.size() && std::memcmp(kept.data(), "RIFF", 4) == 0 &&
+                        std::memcmp(&kept[kept.size() - 8], &own[own.size() - 8], 8) == 0;
+    return isTrue ? kept : own;
+}
+
+int decode(const MacCall& call)
+{
+    sayUnlessQuiet(call, "Decompressing\n");
+    Source source(call.input);
+    const std::uint64_t dataBytes = source.reader.samples() * source.reader.format().frameBytes();
+    const Bytes header = wavHeaderFor(source, dataBytes);
+    Output output(call.output, source.file, Unfinished::Kept);
+    WavWriter writer(output, header, dataBytes);
+    unsigned damaged = 0;
+    try {
+        damaged = readFrames(source, call, [&writer](const Bytes& samples) { writer.write(samples); });
+    } catch (const Failure& failure) {
+        if (failure.fault() == Fault::Read) writer.finish(); // what was read of a cut file can be played
+        throw;
+    }
+    const ApeContent content = source.content.get();
+    writer.finish(header == source.header.wavHeader ? content.wavTrailer : Bytes());
+    return tell(call, damaged, content, source.header);
+}
+
+} // namespace
+
+int runMac(const MacCall& call)
+{
+    switch (call.task) {
+    case MacCall::Task::Verify:
+        return verify(call);
+    case MacCall::Task::Decode:
+        return decode(call);
+    default:
+        throw Failure(Fault::Format, call.input + ": encoding to Monkey's Audio is not there yet");
+    }
+}
+
+} // namespace zolt::companion
