@@ -1,0 +1,203 @@
+#include "codec/CompanionFixture.h"
+
+#include <QDir>
+#include <QRegularExpression>
+
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Ttaenc : public Companions
+{
+protected:
+    Outcome ttaenc(const QStringList& arguments, const QByteArray& input = {}) const
+    {
+        return run(u"ttaenc"_s, arguments, input);
+    }
+
+    /// A file that was encoded whole.
+    QByteArray encoded(const QByteArray& wav) const
+    {
+        file(u"source.wav"_s, wav);
+        EXPECT_EQ(ttaenc({u"source.wav"_s, u"-o"_s, u"encoded.tta"_s}).status, 0);
+        return contents(u"encoded.tta"_s);
+    }
+};
+
+} // namespace
+
+TEST_F(Ttaenc, GivesBackTheSamplesOfAnyFile)
+{
+    for (int i = 0; i < 40; ++i) {
+        const WavShape shape = randomShape(random_, 100000, {8, 16, 24}, 3);
+        const QByteArray wav = makeWav(shape, random_);
+        encoded(wav);
+        const Outcome decoded = ttaenc({u"encoded.tta"_s, u"-o"_s, u"back.wav"_s});
+        EXPECT_EQ(decoded.status, 0) << decoded.errors.toStdString();
+        EXPECT_TRUE(contents(u"back.wav"_s) == wav) << i << ": " << shape.samples << " of " << shape.bits << " bits";
+    }
+}
+
+TEST_F(Ttaenc, WritesWhatFfmpegDecodes)
+{
+    for (const auto& [bits, form] : {std::pair(8u, u"u8"_s), {16u, u"s16le"_s}, {24u, u"s24le"_s}}) {
+        const QByteArray wav = makeWav({.bits = bits, .samples = 60000, .sound = Sound::Sines}, random_);
+        encoded(wav);
+        EXPECT_TRUE(decodedByFfmpeg(u"encoded.tta"_s, form) == wav.sliced(44)) << bits;
+    }
+}
+
+TEST_F(Ttaenc, MakesOneFileWhetherItsLengthIsKnownOrNot)
+{
+    const QByteArray wav = makeWav({.samples = 100000, .sound = Sound::Sines}, random_), tta = encoded(wav);
+    QByteArray open = wav;
+    open.replace(40, 4, "\xff\xff\xff\xff");
+    EXPECT_EQ(ttaenc({u"-e"_s, u"-o"_s, u"open.tta"_s, u"-"_s}, open).status, 0);
+    EXPECT_TRUE(contents(u"open.tta"_s) == tta);
+    EXPECT_TRUE(ttaenc({u"-e"_s, u"-o"_s, u"-"_s, u"source.wav"_s}).output == tta);
+}
+
+TEST_F(Ttaenc, PrintsNothingWhereAudioPassesThroughAPipe)
+{
+    const QByteArray wav = makeWav({.samples = 100000}, random_);
+    encoded(wav);
+    const Outcome decoded = ttaenc({u"-d"_s, u"-o"_s, u"-"_s, u"encoded.tta"_s});
+    EXPECT_EQ(decoded.errors, "");
+    EXPECT_TRUE(decoded.output == wav);
+    EXPECT_EQ(ttaenc({u"-e"_s, u"-o"_s, u"piped.tta"_s, u"-"_s}, wav).errors, "");
+}
+
+TEST_F(Ttaenc, FramesItsProgressByBackspacesAlone)
+{
+    const QByteArray wav = makeWav({.samples = 400000}, random_);
+    file(u"source.wav"_s, wav);
+    const QRegularExpression progress(u"^(\b+Percent Progress: [0-9]+\b+)+$"_s),
+        test(u"^(\b+[0-9]+% done\b+)+\n.*\n$"_s);
+    const auto text = [this](const QStringList& call) { return QString::fromUtf8(ttaenc(call).errors); };
+    EXPECT_TRUE(progress.match(text({u"source.wav"_s, u"-o"_s, u"a.tta"_s})).hasMatch());
+    EXPECT_TRUE(progress.match(text({u"a.tta"_s, u"-o"_s, u"a.wav"_s})).hasMatch());
+    EXPECT_TRUE(test.match(text({u"-t"_s, u"a.tta"_s})).hasMatch());
+}
+
+TEST_F(Ttaenc, TellsOfEveryFlippedBit)
+{
+    const QByteArray tta = encoded(makeWav({.samples = 90000, .sound = Sound::Sines}, random_));
+    expectFlipsToBeTold(u"ttaenc"_s, {u"-d"_s, u"-o"_s, u"-"_s, u"SOURCE"_s}, tta, 25);
+}
+
+TEST_F(Ttaenc, KeepsTheOtherFramesOfADamagedFile)
+{
+    const QByteArray wav = makeWav({.samples = 120000, .sound = Sound::Noise}, random_);
+    QByteArray tta = encoded(wav);
+    tta[tta.size() / 2] = char(tta[tta.size() / 2] ^ 1); // in the second of three frames
+    file(u"bad.tta"_s, tta);
+    const Outcome outcome = ttaenc({u"bad.tta"_s, u"-o"_s, u"back.wav"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("bad.tta: the checksum is wrong for 1 of 3 frames"));
+    const QByteArray back = contents(u"back.wav"_s);
+    constexpr qsizetype frame = 46080 * 4;
+    ASSERT_EQ(back.size(), wav.size());
+    EXPECT_TRUE(back.first(44 + frame) == wav.first(44 + frame));
+    EXPECT_TRUE(back.sliced(44 + frame, frame) == QByteArray(frame, '\0'));
+    EXPECT_TRUE(back.sliced(44 + 2 * frame) == wav.sliced(44 + 2 * frame));
+    EXPECT_EQ(ttaenc({u"-t"_s, u"bad.tta"_s}).status, 1);
+}
+
+TEST_F(Ttaenc, TellsOfACutFileAndKeepsItsStart)
+{
+    const QByteArray wav = makeWav({.samples = 120000}, random_), tta = encoded(wav);
+    file(u"cut.tta"_s, tta.first(tta.size() * 2 / 3));
+    EXPECT_EQ(ttaenc({u"-t"_s, u"cut.tta"_s}).status, 1);
+    EXPECT_EQ(ttaenc({u"-d"_s, u"-o"_s, u"-"_s, u"cut.tta"_s}).status, 1);
+    const Outcome outcome = ttaenc({u"cut.tta"_s, u"-o"_s, u"back.wav"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("the file is cut"));
+    const QByteArray samples = wav.sliced(44, 46080 * 4);
+    EXPECT_TRUE(contents(u"back.wav"_s) == wavHeaderOf({.samples = 46080}) + samples); // with its own true length
+    for (const qsizetype length : {0, 3, 10, 21, 25, 30})
+        EXPECT_EQ(ttaenc({u"-t"_s, file(u"cut.tta"_s, tta.first(length))}).status, 1) << length;
+}
+
+TEST_F(Ttaenc, RefusesACutWavAndLeavesNoOutput)
+{
+    const QByteArray wav = makeWav({.samples = 90000}, random_);
+    file(u"cut.wav"_s, wav.first(100000));
+    const Outcome outcome = ttaenc({u"cut.wav"_s, u"-o"_s, u"cut.tta"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("cut.wav"));
+    EXPECT_FALSE(exists(u"cut.tta"_s));
+}
+
+TEST_F(Ttaenc, RefusesToDecodeToATtaFile)
+{
+    encoded(makeWav({.samples = 100}, random_));
+    file(u"other.TTA"_s, "mine");
+    EXPECT_EQ(ttaenc({u"encoded.tta"_s, u"-o"_s, u"other.TTA"_s}).status, 1);
+    EXPECT_EQ(contents(u"other.TTA"_s), "mine");
+}
+
+TEST_F(Ttaenc, RefusesAnOutputThatIsTheSource)
+{
+    const QByteArray tta = encoded(makeWav({.samples = 5000}, random_));
+    QFile::link(in(u"encoded.tta"_s), in(u"symbolic.wav"_s));
+    ASSERT_EQ(shell(u"ln encoded.tta hard.wav"_s).status, 0);
+    for (const QString& output : {u"symbolic.wav"_s, u"hard.wav"_s, u"./encoded.tta"_s}) {
+        const Outcome outcome = ttaenc({u"-d"_s, u"encoded.tta"_s, u"-o"_s, output});
+        EXPECT_EQ(outcome.status, 1) << output.toStdString();
+        EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("the source itself"));
+        EXPECT_TRUE(contents(u"encoded.tta"_s) == tta);
+    }
+    EXPECT_EQ(shell(u"ttaenc -d -o encoded.tta - <encoded.tta"_s).status, 1);
+    EXPECT_TRUE(contents(u"encoded.tta"_s) == tta);
+}
+
+TEST_F(Ttaenc, OverwritesAnExistingOutput)
+{
+    const QByteArray wav = makeWav({.samples = 500}, random_);
+    encoded(wav);
+    file(u"temporary.wav"_s, QByteArray(100000, 'x'));
+    EXPECT_EQ(ttaenc({u"encoded.tta"_s, u"-o"_s, u"temporary.wav"_s}).status, 0);
+    EXPECT_TRUE(contents(u"temporary.wav"_s) == wav);
+}
+
+TEST_F(Ttaenc, NamesWhatItCannotRead)
+{
+    file(u"text.wav"_s, "not a sound");
+    file(u"song.tta"_s, "ID3\4\0\0\0\0\0\2xxand no TTA");
+    for (const QString& name : {u"text.wav"_s, u"song.tta"_s, u"nowhere.wav"_s, u"."_s}) {
+        const Outcome outcome = ttaenc({name, u"-o"_s, u"out"_s});
+        EXPECT_EQ(outcome.status, 1) << name.toStdString();
+        EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("ttaenc: error: " + name.toStdString() + ": "));
+        EXPECT_FALSE(exists(u"out"_s));
+    }
+    for (const QStringList& call :
+         {QStringList(), {u"a.wav"_s}, {u"-o"_s}, {u"a"_s, u"b"_s, u"-o"_s, u"c"_s}, {u"-x"_s}})
+        EXPECT_THAT(ttaenc(call).errors.toStdString(), testing::HasSubstr("usage: ttaenc"));
+}
+
+TEST_F(Ttaenc, TellsOfAFullDisk)
+{
+    encoded(makeWav({.samples = 200000}, random_));
+    for (const QString& call :
+         {u"ttaenc source.wav -o /dev/full"_s, u"ttaenc encoded.tta -o /dev/full"_s,
+          u"ttaenc -d -o - encoded.tta >/dev/full"_s, u"ttaenc -e -o - source.wav >/dev/full"_s}) {
+        const Outcome outcome = shell(call);
+        EXPECT_EQ(outcome.status, 1) << call.toStdString();
+        EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("cannot be written"));
+    }
+    const QString limited = u"trap '' XFSZ; ulimit -f 100; "_s;
+    EXPECT_EQ(shell(limited + u"ttaenc source.wav -o part.tta"_s).status, 1);
+    EXPECT_FALSE(exists(u"part.tta"_s)) << "it would pass for whole";
+    EXPECT_EQ(shell(limited + u"ttaenc encoded.tta -o part.wav"_s).status, 1);
+}
+
+TEST_F(Ttaenc, DecodesTheFilesOfOthers)
+{
+    const auto tagged = sharedFixture(u"tagged.tta"_s);
+    if (!tagged) GTEST_SKIP() << "left out: no folder of foreign files beside this checkout";
+    file(u"tagged.tta"_s, *tagged);
+    EXPECT_EQ(ttaenc({u"tagged.tta"_s, u"-o"_s, u"tagged.wav"_s}).status, 0);
+    EXPECT_TRUE(decodedByFfmpeg(u"tagged.tta"_s, u"s16le"_s) == contents(u"tagged.wav"_s).sliced(44));
+    expectFlipsToBeTold(u"ttaenc"_s, {u"-d"_s, u"-o"_s, u"-"_s, u"SOURCE"_s}, *tagged, 25);
+}
