@@ -10,7 +10,15 @@
 #include "shell/SystemFiles.h"
 #include "shell/ZOLTController.h"
 
+#include <QEventLoop>
+
 namespace zolt {
+
+namespace {
+
+constexpr qsizetype shortList = 64; // files that are judged at once, without a thread of their own
+
+} // namespace
 
 BaseTab::BaseTab() : pathToCommandLineTools_(toolsDirectory())
 {
@@ -19,6 +27,7 @@ BaseTab::BaseTab() : pathToCommandLineTools_(toolsDirectory())
 
 BaseTab::~BaseTab()
 {
+    intake_.stop(); // it asks this object
     tableView->setDataSource(nullptr);
 }
 
@@ -27,12 +36,22 @@ void BaseTab::awakeFromNib()
     tableView->registerForFileDrops();
 }
 
-void BaseTab::add(const QStringList& paths)
+void BaseTab::list(const QStringList& paths)
 {
     fileNames_->addSorted(paths);
-    lastAdded_ = paths;
     tableView->reloadData();
+}
+
+void BaseTab::announce(const QStringList& added)
+{
+    lastAdded_ = added;
     filesAdded();
+}
+
+void BaseTab::add(const QStringList& paths)
+{
+    list(paths);
+    announce(paths);
 }
 
 void BaseTab::addFile(const QString& path)
@@ -54,6 +73,7 @@ void BaseTab::addButtonClick(Sender)
 
 void BaseTab::clearButtonClick(Sender)
 {
+    intake_.stop(); // what is still on its way is meant too
     clearFiles();
 }
 
@@ -111,25 +131,61 @@ QStringList BaseTab::getFilesFileManagerBadExtensions(const QString& path, QSet<
     return files;
 }
 
+bool BaseTab::goesBeside(const QStringList& paths) const
+{
+    if (!zoltController || !zoltController->walksInBackground()) return false;
+    return paths.size() > shortList || std::any_of(paths.begin(), paths.end(), isDirectory);
+}
+
+void BaseTab::bringIn(const QStringList& paths, const Acceptance& accepts, bool tells)
+{
+    const auto ended = [this, tells](const Intake& all) {
+        announce(all.files);
+        if (tells) tellRefused(all.refused);
+    };
+    const std::atomic<bool> stop = false;
+    if (goesBeside(paths))
+        return intake_.start(
+            paths, accepts, [this](const auto& files) { list(files); }, ended);
+    const Intake all = takeIn(
+        paths, accepts, [](const QString&) {}, stop);
+    list(all.files);
+    ended(all);
+}
+
 void BaseTab::addFiles(const QStringList& paths)
 {
-    QSet<QString> badExtensions;
-    QStringList added;
-    for (const QString& path : paths) {
-        if (isDirectory(path))
-            added += getFilesFileManagerBadExtensions(path, badExtensions);
-        else if (isValid(path))
-            added.append(path); // kept: a system file given by itself is taken like any other
-        else
-            badExtensions.insert(path::extension(path));
-    }
-    add(added);
-    if (badExtensions.isEmpty()) return;
+    bringIn(
+        paths, [this](const QString& file) { return isValid(file); }, true);
+}
+
+void BaseTab::addFilesAccepted(const QStringList& paths, const Acceptance& accepts)
+{
+    bringIn(
+        paths, [this, accepts](const QString& file) { return accepts(file) && isValid(file); }, false);
+}
+
+void BaseTab::tellRefused(const QSet<QString>& extensions) const
+{
+    if (extensions.isEmpty()) return;
     // The whole list is looked at: a refused drop on a list that already holds files gets the second text.
     panels().runAlert(fileNames_->isEmpty()
                           ? QStringLiteral("File types not supported by this tab")
                           : QStringLiteral("Some files types were not recognized by this tab and were skipped"),
                       QString(), QStringLiteral("OK"));
+}
+
+void BaseTab::stopTakingIn()
+{
+    intake_.stop();
+    tableView->reloadData();
+}
+
+void BaseTab::waitForFiles() const
+{
+    QEventLoop loop;
+    while (intake_.isRunning())
+        loop.processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 WorkPlan BaseTab::workPlan() const

@@ -5,6 +5,7 @@
 #include "platform/controls/TabView.h"
 #include "platform/controls/Table.h"
 #include "platform/text/Text.h"
+#include "shell/FileIntake.h"
 #include "shell/FileList.h"
 #include "shell/Outlet.h"
 #include "shell/WorkPlan.h"
@@ -61,7 +62,18 @@ public:
     QStringList getFilesFileManagerBadExtensions(const QString& path, QSet<QString>& badExtensions) const;
     /// Adds paths as a person gives them: directories whole, other files if the tab takes them. Refused ones are told
     /// in one alert.
+    /// Where the controller has folders walked in the background, and something takes longer, this returns at once: the
+    /// rows come in by and by, and the hook and the alert behind the last.
     void addFiles(const QStringList& paths);
+    /// As addFiles for files from outside, which another rule sorts out without a word.
+    /// @param accepts  called on any thread
+    void addFilesAccepted(const QStringList& paths, const Acceptance& accepts);
+    /// Whether files are still coming in.
+    bool isTakingIn() const { return intake_.isRunning(); }
+    /// Gives up what is still coming in.
+    void stopTakingIn();
+    /// Returns when nothing comes in any more; the event loop goes on meanwhile.
+    void waitForFiles() const;
     /// The folder to write to: the destination if there is one, else asked for. @return the path, or nothing
     OptionalText chooseOutputFolder() const;
 
@@ -105,11 +117,17 @@ protected:
 private:
     bool isValid(const QString& path) const;
     void add(const QStringList& paths);
+    void list(const QStringList& paths);
+    void announce(const QStringList& added);
+    void tellRefused(const QSet<QString>& extensions) const;
+    bool goesBeside(const QStringList& paths) const;
+    void bringIn(const QStringList& paths, const Acceptance& accepts, bool tells);
 
     std::shared_ptr<FileList> fileNames_ = std::make_shared<FileList>();
     QStringList lastAdded_;
     QStringList comingBack_; ///< kept out of a command whose task works on the list itself
     OptionalText destination_;
+    FileIntake intake_;
     QString pathToCommandLineTools_;
 };
 

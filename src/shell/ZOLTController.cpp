@@ -178,16 +178,26 @@ void ZOLTController::addFiles(const QStringList& paths)
 {
     const auto item = selectedTabViewItem();
     const QString label = item ? item->label() : QString();
-    QStringList files;
-    for (const QString& path : paths)
-        files += getFilesFileManager(path);
-    if (label == C::ABOUT) {
-        for (const QString& file : files)
+    if (label == C::ABOUT) return routeEach(paths);
+    const auto accepts = [this, label](const QString& file) {
+        return !isSystemFile(file) && passesFilter(label, file);
+    };
+    if (BaseTab* const tab = tabOfLabel(label)) tab->addFilesAccepted(paths, accepts);
+}
+
+void ZOLTController::routeEach(const QStringList& paths)
+{
+    const auto accepts = [](const QString& file) { return !isSystemFile(file); };
+    const auto route = [this](const Intake& all) {
+        for (const QString& file : all.files)
             routeByExtension(file);
-        return;
-    }
-    files.removeIf([&](const QString& file) { return !passesFilter(label, file); });
-    if (BaseTab* const tab = tabOfLabel(label)) tab->addFiles(files);
+    };
+    if (walksInBackground_)
+        return intake_.start(
+            paths, accepts, [](const QStringList&) {}, route);
+    const std::atomic<bool> stop = false;
+    route(takeIn(
+        paths, accepts, [](const QString&) {}, stop));
 }
 
 bool ZOLTController::passesFilter(const QString& label, const QString& path) const
@@ -204,9 +214,9 @@ void ZOLTController::routeByExtension(const QString& path)
 {
     const QString extension = upperExtension(path);
     if (isDecoderInput(extension)) return handTo(decodeTab, DecodeIndex, path);
-    if (extensionMap_[C::ENCODE].contains(extension)) return handTo(encodeTab, EncodeIndex, path);
-    if (extensionMap_[C::DECODE].contains(extension)) return handTo(decodeTab, DecodeIndex, path);
-    if (extensionMap_[C::CHECKSUM].contains(extension)) return handTo(checksumTab, ChecksumIndex, path);
+    if (extensionMap_.value(C::ENCODE).contains(extension)) return handTo(encodeTab, EncodeIndex, path);
+    if (extensionMap_.value(C::DECODE).contains(extension)) return handTo(decodeTab, DecodeIndex, path);
+    if (extensionMap_.value(C::CHECKSUM).contains(extension)) return handTo(checksumTab, ChecksumIndex, path);
     tabView->selectTabViewItemAtIndex(EncodeIndex); // kept: also for a file that no tab takes
 }
 

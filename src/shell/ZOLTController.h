@@ -4,6 +4,7 @@
 #include "platform/controls/TabView.h"
 #include "platform/controls/TextField.h"
 #include "platform/controls/Window.h"
+#include "shell/FileIntake.h"
 
 #include <QHash>
 #include <QSet>
@@ -44,7 +45,7 @@ public:
     void applicationWillFinishLaunching() {}
     void applicationOpenFiles(const QStringList& paths);
     /// Whether a file that reaches a tab directly may enter it.
-    /// @param label  the tab's
+    /// Any thread. @param label  the tab's
     bool isValidFilePath(const QString& label, const QString& path) const;
     void tabViewDidSelectTabViewItem(const TabViewItem& item);
     ZOLTTaskQueue* taskQueue() const { return taskQueue_.get(); }
@@ -59,6 +60,9 @@ public:
     QStringList getFilesFileManager(const QString& path) const;
     /// Takes files from outside into the tab in front.
     void addFiles(const QStringList& paths);
+    /// Has folders and long lists walked beside the main thread from here on; at first they are not.
+    void setWalksInBackground(bool walks) { walksInBackground_ = walks; }
+    bool walksInBackground() const { return walksInBackground_; }
     bool windowShouldClose() const;
     TerminateReply applicationShouldTerminate() const;
 
@@ -81,6 +85,7 @@ public:
 
 private:
     enum TabIndex { DecodeIndex, EncodeIndex, ChecksumIndex };
+    void routeEach(const QStringList& paths);
     bool passesFilter(const QString& label, const QString& path) const;
     void routeByExtension(const QString& path);
     void handTo(BaseTab* tab, int index, const QString& path);
@@ -88,7 +93,9 @@ private:
     QHash<QString, BaseTab*> tabMap_;
     std::unique_ptr<PreferencesController> preferencesController_;
     std::unique_ptr<ZOLTTaskQueue> taskQueue_;
-    QHash<QString, QSet<QString>> extensionMap_;
+    const QHash<QString, QSet<QString>> extensionMap_; ///< never changed: read from any thread
+    bool walksInBackground_ = false;
+    FileIntake intake_;
 };
 
 } // namespace zolt

@@ -82,6 +82,7 @@ BatchRun::BatchRun(BatchOptions options)
     overlaySettings(options_);
     installPanels(&panels_);
     program_ = std::make_unique<Program>();
+    program_->controller().setWalksInBackground(true); // a signal is heard during a long one
     queue().setListener(this);
 }
 

@@ -50,6 +50,7 @@ QStringList InputFiles::enterReadable()
             leftOut.append(fault);
     }
     tab_.addFiles(readable);
+    tab_.waitForFiles();
     const QStringList files = tab_.fileNames().copy();
     const QSet<QString> listed(files.begin(), files.end());
     for (const QString& path : readable) {

@@ -37,6 +37,7 @@ WindowProgram::WindowProgram()
     installPanels(&panels_);
     installDesktop(&desktop_);
     program_ = std::make_unique<Program>();
+    program_->controller().setWalksInBackground(true);
     mainWindow_ = std::make_unique<MainWindow>(program_->controller(), pagesOf(*program_));
     desktop_.setMainWindow(mainWindow_.get());
     // From the event loop itself: ending waits, and whoever asked for it is still on his way out.

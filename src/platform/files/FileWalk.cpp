@@ -26,10 +26,13 @@ using Directory = std::unique_ptr<DIR, CloseDirectory>;
 class Walk
 {
 public:
-    explicit Walk(const std::function<void(const QString&)>& visit) : visit_(visit) {}
+    Walk(const std::function<void(const QString&)>& visit, const std::atomic<bool>* stop) : visit_(visit), stop_(stop)
+    {
+    }
 
     void follow(const QString& path, unsigned char kind)
     {
+        if (stop_ && *stop_) return;
         struct stat facts;
         // Links and file systems that name no kinds need a closer look.
         const bool unsure = kind == DT_LNK || kind == DT_UNKNOWN || kind == DT_DIR;
@@ -81,14 +84,16 @@ private:
     }
 
     const std::function<void(const QString&)>& visit_;
+    const std::atomic<bool>* const stop_;
     std::vector<Identity> inside_;
 };
 
 } // namespace
 
-void walkFiles(const QString& path, const std::function<void(const QString& file)>& visit)
+void walkFiles(const QString& path, const std::function<void(const QString& file)>& visit,
+               const std::atomic<bool>* stop)
 {
-    Walk(visit).follow(path, DT_UNKNOWN);
+    Walk(visit, stop).follow(path, DT_UNKNOWN);
 }
 
 } // namespace zolt

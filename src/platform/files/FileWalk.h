@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include <atomic>
 #include <functional>
 
 namespace zolt {
@@ -11,6 +12,8 @@ namespace zolt {
 /// order the file system gives them. A path that is no directory, or does not exist, is visited itself. A directory
 /// that the walk is inside of (same device and inode) is not entered again, so a link that loops is listed once. A
 /// directory that cannot be read counts as empty. Any thread.
-void walkFiles(const QString& path, const std::function<void(const QString& file)>& visit);
+/// @param stop  set by another thread to end the walk early; none for a walk that goes to its end
+void walkFiles(const QString& path, const std::function<void(const QString& file)>& visit,
+               const std::atomic<bool>* stop = nullptr);
 
 } // namespace zolt
