@@ -70,6 +70,15 @@ void cautionAboutNames(WorkPlan& plan)
 
 } // namespace
 
+QString goodFor(const QString& kind)
+{
+    if (kind == C::ST5)
+        return u"ST5 compares the audio alone: it holds for the same recording in another format, whatever its tags."_s;
+    if (kind == C::FFP)
+        return u"FFP reads what each FLAC file stores about its own audio: quick to make, and tags may change."_s;
+    return u"MD5 covers every byte of a file of any kind: it no longer matches once tags are changed."_s;
+}
+
 void testing(WorkPlan& plan)
 {
     planByKind(plan, {{C::FLAC, {u"flac"_s}}, {C::APE, {u"mac"_s}}, {C::WV, {u"wvunpack"_s}}, {C::TTA, {u"ttaenc"_s}}},

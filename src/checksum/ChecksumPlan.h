@@ -13,4 +13,7 @@ void verifying(WorkPlan& plan);
 /// @param beside  the new list stands beside the first of its files; otherwise its place is asked for
 void creating(WorkPlan& plan, const QString& kind, bool beside);
 
+/// What a kind of list is good for, in one sentence.
+QString goodFor(const QString& kind);
+
 } // namespace zolt::checksumPlan

@@ -83,6 +83,25 @@ ChecksumTab::ChecksumTab()
       createChecksumOptions(std::make_shared<Matrix>(3, 1, QStringList{C::MD5, C::ST5, C::FFP}))
 {
     sourceSaveButton->setState(true);
+    commandOptions->setAction([this] { changeDisplayOptions(commandOptions.get()); });
+}
+
+void ChecksumTab::awakeFromNib()
+{
+    BaseTab::awakeFromNib();
+    displayRelevantOptions();
+}
+
+QString ChecksumTab::aboutChoice() const
+{
+    switch (commandOptions->selectedRow()) {
+    case TestFiles:
+        return u"The tool of each format decodes the file and tells what it finds damaged."_s;
+    case VerifyLists:
+        return u"Each file that a list names is held against it; the report tells of every one."_s;
+    default:
+        return checksumPlan::goodFor(kind());
+    }
 }
 
 QString ChecksumTab::kind() const

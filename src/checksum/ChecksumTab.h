@@ -25,6 +25,10 @@ public:
 
     ChecksumTab();
 
+    void awakeFromNib() override;
+    /// One sentence for a person on the present choice: what a kind of list is good for, or what a command does.
+    QString aboutChoice() const;
+
     /// The line of a fingerprint list for a FLAC file; blocks.
     static QString fingerprint(const QString& path);
     /// @param sourceSave  the list stands beside the first of the files; otherwise the place is asked for

@@ -238,3 +238,18 @@ TEST_F(ChecksumTabTest, TheChoicesOfANewListAreEnabledForThatCommandAlone)
         EXPECT_EQ(tab.sourceSaveButton->isEnabled(), command == 1);
     }
 }
+
+TEST_F(ChecksumTabTest, TheChoiceIsExplainedInOneSentence)
+{
+    QSet<QString> sentences;
+    const auto explained = [&](int command, const QString& kind) {
+        tab.commandOptions->selectCell(command, 0);
+        tab.createChecksumOptions->selectTitle(kind);
+        sentences += tab.aboutChoice();
+    };
+    explained(ChecksumTab::TestFiles, u"MD5"_s);
+    for (const QString& kind : {u"MD5"_s, u"ST5"_s, u"FFP"_s})
+        explained(ChecksumTab::CreateList, kind);
+    explained(ChecksumTab::VerifyLists, u"MD5"_s);
+    EXPECT_EQ(sentences.size(), 5);
+}

@@ -1,10 +1,12 @@
 #include "app/zolt/Pages.h"
 
 #include "app/Program.h"
+#include "checksum/ChecksumTab.h"
 #include "decode/DecodeTab.h"
 #include "shell/Constants.h"
 #include "ui/pages/AboutPage.h"
 #include "ui/pages/CommandPage.h"
+#include "ui_ChecksumChoices.h"
 #include "ui_DecodeChoices.h"
 
 namespace zolt {
@@ -29,12 +31,27 @@ template <class Tab, class Form> MainWindow::PageBuilder page(Program& program, 
     };
 }
 
+MainWindow::PageBuilder checksumPage(Program& program)
+{
+    return [&tab = program.tab<ChecksumTab>()](QWidget* parent) {
+        const auto page = new CommandPage(tab, {u"&Test"_s, setUp<Ui::ChecksumChoices>}, parent);
+        page->withLiveLine(u"kindSentence"_s, [&tab]() -> LiveText {
+            return [text = tab.aboutChoice()](const std::atomic<bool>&) { return text; };
+        });
+        return page->withCommand([&tab] {
+            const QStringList words{u"&Test"_s, u"Cr&eate"_s, u"&Verify"_s};
+            return words.value(tab.commandOptions->selectedRow(), words.first());
+        });
+    };
+}
+
 } // namespace
 
 MainWindow::PageBuilders pagesOf(Program& program)
 {
     return {
         {C::DECODE, page<DecodeTab, Ui::DecodeChoices>(program, u"&Decode"_s)},
+        {C::CHECKSUM, checksumPage(program)},
         {C::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
     };
 }
