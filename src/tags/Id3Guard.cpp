@@ -1,16 +1,8 @@
 #include "tags/Id3Guard.h"
 
-#include "platform/files/FileNames.h"
-#include "platform/files/NamedFile.h"
+#include "tags/Inflate.h"
 
-#include <QFile>
-#include <QtEndian>
-
-#include <taglib/id3v2frame.h>
-#include <taglib/id3v2header.h>
 #include <taglib/id3v2synchdata.h>
-#include <taglib/mpegheader.h>
-#include <taglib/tfile.h>
 
 namespace zolt {
 
@@ -18,153 +10,118 @@ namespace {
 
 using TagLib::ByteVector;
 
-/// Each level of chapters takes some hundred bytes of stack in the library; files have a few hundred chapters in a row.
-constexpr int mostChapters = 1000;
-/// A byte inflates to a thousand at most, so that this many compressed bytes stay below 16 MiB.
-constexpr unsigned int mostCompressedBytes = 16 * 1024;
-/// How far from its start a file is searched for a tag behind other bytes.
-constexpr unsigned long mostBytesBefore = 64 * 1024;
+/// Chapters hold titles and links; those that hold chapters again come from no program.
+constexpr int deepestChapter = 8;
+/// More than any cover takes; counted over a whole tag.
+constexpr size_t mostInflatedBytes = 32 << 20;
 
-constexpr qint64 tagHeaderSize = 10;
-
-/// The library reads the headers of frames, but shows them to frames alone.
-struct FrameParts : TagLib::ID3v2::Frame
-{
-    using TagLib::ID3v2::Frame::Header;
-};
-using FrameHeader = FrameParts::Header;
-
-int chaptersIn(const QByteArray& tag)
-{
-    return static_cast<int>(tag.count("CHAP") + tag.count("CTOC"));
-}
-
-bool isFrameName(const char* name)
-{
-    return std::all_of(name, name + 4, [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
-}
-
-/// The compressed bytes of the frame at the start of `data`.
-unsigned int compressedBytes(const ByteVector& data, unsigned int version)
-{
-    const FrameHeader header(data, version);
-    return header.compression() ? std::min(header.frameSize(), data.size()) : 0;
-}
-
-/// Those of the frames inside a chapter, which begin at no fixed place.
-unsigned int compressedBytesWithin(const ByteVector& chapter, unsigned int version)
-{
-    unsigned int sum = 0;
-    for (unsigned int at = 10; at + 10 < chapter.size(); ++at) {
-        if (!isFrameName(chapter.data() + at)) continue;
-        const ByteVector inner = chapter.mid(at);
-        const FrameHeader header(inner, version);
-        if (header.frameSize() + 10 <= inner.size()) sum += compressedBytes(inner, version);
-    }
-    return sum;
-}
-
-bool isChapter(const ByteVector& frame)
-{
-    return frame.startsWith("CHAP") || frame.startsWith("CTOC");
-}
-
-/// The compressed bytes of all frames; walks as the library does.
-unsigned int compressedBytesOf(const ByteVector& frames, unsigned int version)
-{
-    const unsigned int headerSize = FrameHeader::size(version);
-    unsigned int sum = 0;
-    for (unsigned int at = 0; at + headerSize < frames.size() && frames[at] != 0;) {
-        const ByteVector rest = frames.mid(at);
-        const FrameHeader header(rest, version);
-        sum += compressedBytes(rest, version);
-        if (isChapter(rest)) {
-            const ByteVector chapter = rest.mid(0, header.frameSize() + headerSize);
-            sum += compressedBytesWithin(
-                header.unsynchronisation() ? TagLib::ID3v2::SynchData::decode(chapter) : chapter, version);
-        }
-        if (header.frameSize() == 0 || header.frameSize() > rest.size()) break;
-        at += header.frameSize() + headerSize;
-    }
-    return sum;
-}
-
-bool isHarmless(const QByteArray& tag)
-{
-    if (chaptersIn(tag) > mostChapters) return false;
-    const TagLib::ID3v2::Header header(ByteVector(tag.constData(), static_cast<unsigned int>(tag.size())));
-    ByteVector frames(tag.constData() + tagHeaderSize, static_cast<unsigned int>(tag.size() - tagHeaderSize));
-    if (header.unsynchronisation() && header.majorVersion() < 4) frames = TagLib::ID3v2::SynchData::decode(frames);
-    if (header.extendedHeader()) frames = frames.mid(TagLib::ID3v2::SynchData::toUInt(frames.mid(0, 4)));
-    return compressedBytesOf(frames, header.majorVersion()) <= mostCompressedBytes;
-}
-
-/// The tag that begins at `at`, its header included; empty if none does.
-QByteArray tagAt(QFile& file, qint64 at)
-{
-    if (!file.seek(at)) return {};
-    const QByteArray head = file.read(tagHeaderSize);
-    if (head.size() < tagHeaderSize || !head.startsWith("ID3")) return {};
-    const TagLib::ID3v2::Header header(ByteVector(head.constData(), tagHeaderSize));
-    return head + file.read(header.tagSize());
-}
-
-/// Where the ID3 chunk of an AIFF file has its tag; -1 if there is none.
-qint64 placeInChunks(QFile& file)
-{
-    for (qint64 at = 12; file.seek(at);) {
-        const QByteArray chunk = file.read(8);
-        if (chunk.size() < 8) return -1;
-        if (chunk.left(4).toUpper() == "ID3 ") return at + 8;
-        const qint64 size = qFromBigEndian<quint32>(chunk.constData() + 4);
-        at += 8 + size + size % 2;
-    }
-    return -1;
-}
-
-/// A file of the library with nothing but its bytes.
-class PlainFile : public TagLib::File
+/// Goes through all frames and those within chapters as the library would, with a limit for each of its dangers.
+class Inspection
 {
 public:
-    explicit PlainFile(const QString& path) : TagLib::File(bytesOfName(path).constData()) {}
+    explicit Inspection(const Id3Bytes& tag) : tag_(tag) {}
 
-    TagLib::Tag* tag() const override { return nullptr; }
-    TagLib::AudioProperties* audioProperties() const override { return nullptr; }
-    bool save() override { return false; }
+    bool passes(const ByteVector& frames, int depth)
+    {
+        if (depth > deepestChapter) return false;
+        bool allPass = true;
+        walkId3Frames(frames, tag_.version, [&](const ByteVector& rest, unsigned int length) {
+            return allPass = framePasses(rest, length, depth);
+        });
+        return allPass;
+    }
+
+private:
+    bool framePasses(const ByteVector& rest, unsigned int length, int depth)
+    {
+        const Id3FrameHeader header(rest, tag_.version);
+        const auto fields = fieldsOf(decoded(rest, length, header), header);
+        if (!fields) return false;
+        if (header.frameID() == "CHAP") return passes(withinChapter(*fields), depth + 1);
+        if (header.frameID() == "CTOC") return passes(withinContents(*fields), depth + 1);
+        return true;
+    }
+
+    ByteVector decoded(const ByteVector& rest, unsigned int length, const Id3FrameHeader& header) const
+    {
+        if (tag_.version < 4 || !(tag_.unsynchronised || header.unsynchronisation())) return rest;
+        const unsigned int headerSize = Id3FrameHeader::size(tag_.version);
+        return rest.mid(0, headerSize) + TagLib::ID3v2::SynchData::decode(rest.mid(headerSize, length - headerSize));
+    }
+
+    /// What stands in the frame; absent if it inflates to too much.
+    std::optional<ByteVector> fieldsOf(const ByteVector& frame, const Id3FrameHeader& header)
+    {
+        const unsigned int start = Id3FrameHeader::size(tag_.version);
+        if (!header.compression() && !header.dataLengthIndicator()) return frame.mid(start, header.frameSize());
+        const ByteVector content = frame.mid(start + 4);
+        if (!header.compression() || header.encryption())
+            return content.mid(0, TagLib::ID3v2::SynchData::toUInt(frame.mid(start, 4)));
+        auto inflated = inflateWithin(content, mostInflatedBytes - inflatedBytes_);
+        if (inflated) inflatedBytes_ += inflated->size();
+        return inflated;
+    }
+
+    /// A name that a zero ends, and four numbers.
+    static ByteVector withinChapter(const ByteVector& fields)
+    {
+        return fields.mid(static_cast<unsigned int>(fields.find('\0')) + 1 + 16);
+    }
+
+    /// A name that a zero ends, flags, a count and as many names.
+    static ByteVector withinContents(const ByteVector& fields)
+    {
+        unsigned int at = static_cast<unsigned int>(fields.find('\0')) + 3;
+        if (at > fields.size()) return {};
+        for (int left = static_cast<unsigned char>(fields[at - 1]); left > 0; --left) {
+            const int end = fields.find('\0', at);
+            if (end < 0) return {};
+            at = static_cast<unsigned int>(end) + 1;
+        }
+        return fields.mid(at);
+    }
+
+    const Id3Bytes& tag_;
+    size_t inflatedBytes_ = 0;
 };
 
-/// Where a tag begins ahead of the sound, as the library finds it; -1 if sound comes first, in which the same letters
-/// mean nothing.
-qint64 placeBeforeSound(const QString& path)
+bool holdsFrames(const ByteVector& bytes, unsigned int version)
 {
-    PlainFile file(path);
-    const auto soundAt = [&](unsigned int at) { return TagLib::MPEG::Header(&file, at, true).isValid(); };
-    const ByteVector start = file.readBlock(mostBytesBefore);
-    if (soundAt(0)) return -1;
-    for (unsigned int at = 0; at < start.size(); ++at) {
-        if (start.containsAt("ID3", at)) return at;
-        if (start[at] == '\xff' && soundAt(at)) return -1;
-    }
-    return -1;
+    for (unsigned int at = 0; at < bytes.size(); ++at)
+        if (bytes[at] != 0 && id3FrameLength(bytes.mid(at), version) > 0) return true;
+    return false;
 }
 
-qint64 placeOfTag(QFile& file, Id3Place place)
+/// Frames without content end the walk, but hold nothing that could be lost.
+ByteVector behindEmptyFrames(ByteVector rest, unsigned int version)
 {
-    const QByteArray start = file.read(4);
-    if (start == "FORM") return placeInChunks(file);
-    if (start.startsWith("ID3")) return 0;
-    return place == Id3Place::BeforeSound ? placeBeforeSound(file.fileName()) : -1;
+    const unsigned int headerSize = Id3FrameHeader::size(version);
+    while (rest.size() >= headerSize && rest[0] != 0 && Id3FrameHeader(rest, version).frameSize() == 0)
+        rest = rest.mid(headerSize);
+    return rest;
+}
+
+/// True if frames, or the end of one, lie behind the place where the library ends its walk.
+bool losesFrames(const Id3Bytes& tag)
+{
+    const unsigned int end = walkId3Frames(tag.frames, tag.version, [](const auto&, unsigned int) { return true; });
+    const ByteVector rest = behindEmptyFrames(tag.frames.mid(end), tag.version);
+    const bool isPadding = rest.size() <= Id3FrameHeader::size(tag.version) || rest[0] == 0;
+    return holdsFrames(rest, tag.version) || (end > 0 && !isPadding);
 }
 
 } // namespace
 
-bool hasHarmlessFrames(const QString& path, Id3Place place)
+bool hasHarmlessFrames(const Id3Bytes& tag)
 {
-    NamedFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return true;
-    const qint64 start = placeOfTag(file, place);
-    const QByteArray tag = start < 0 ? QByteArray() : tagAt(file, start);
-    return tag.isEmpty() || isHarmless(tag);
+    return Inspection(tag).passes(tag.frames, 0);
+}
+
+bool isReadWhole(const Id3Bytes& tag)
+{
+    if (tag.version == 0) return true;
+    const bool isKnown = !tag.sizeIsBroken && tag.version >= 2 && tag.version <= 4;
+    return isKnown && !losesFrames(tag);
 }
 
 } // namespace zolt

@@ -39,11 +39,13 @@ quint64 roomBelowLimit(const QString& path)
 
 } // namespace
 
-bool hasRoomFor(quint64 tagBytes, const QString& path)
+SaveRefusal refusalForWantOfRoom(qint64 oldBytes, qint64 newBytes, const QString& path)
 {
-    if (tagBytes + padding <= std::min(roomOnDisk(path), roomBelowLimit(path))) return true;
-    qCWarning(tagsLog).noquote() << "No room for" << tagBytes << "bytes of tags:" << path;
-    return false;
+    if (newBytes <= oldBytes) return std::nullopt;
+    const auto more = static_cast<quint64>(newBytes - oldBytes);
+    if (more + padding <= std::min(roomOnDisk(path), roomBelowLimit(path))) return std::nullopt;
+    qCWarning(tagsLog).noquote() << "No room for" << more << "more bytes of tags:" << path;
+    return QStringLiteral("The tags were not saved: the disk has no room for %1 more bytes.").arg(more);
 }
 
 } // namespace zolt

@@ -32,6 +32,14 @@ void logUnreadable(const QString& path, const char* reason)
     qCWarning(tagsLog).noquote() << "Unable to read the tags of" << path << reason;
 }
 
+void readArt(const QByteArray& bytes, const QString& path, TagsObject& tags)
+{
+    tags.setAlbumArt(Image::fromData(bytes));
+    tags.setArtIsUnreadable(!tags.albumArt());
+    if (!tags.albumArt())
+        qCWarning(tagsLog).noquote() << "The picture of" << bytes.size() << "bytes cannot be decoded:" << path;
+}
+
 QString textOf(const TagLib::String& string)
 {
     return QString::fromStdString(string.to8Bit(true));

@@ -4,6 +4,7 @@
 
 #include "platform/files/FileNames.h"
 #include "platform/files/Files.h"
+#include "tags/FileKind.h"
 #include "tags/Id3Guard.h"
 #include "tags/TagLibTagsHelper.h"
 
@@ -16,6 +17,9 @@
 #include <taglib/tstring.h>
 
 namespace TagLib::MPEG {
+class File;
+}
+namespace TagLib::RIFF::AIFF {
 class File;
 }
 
@@ -80,12 +84,15 @@ void writeField(const GenericNumber& field, TagLib::Tag& tag, const TagsObject& 
 template <class File>
 constexpr Id3Place id3Place = std::is_same_v<File, TagLib::MPEG::File> ? Id3Place::BeforeSound : Id3Place::Start;
 
-/// True if the file may be one of that class. For classes that take any file for theirs, and would write into it.
-template <class File> bool isOfKind(const QString& path)
+/// The library takes frames for UTF-8 once it has read them: gives those that were Latin-1 in the file their encoding
+/// back. For classes with such frames.
+template <class File> void keepEncodings(File& file, const Id3Bytes& id3)
 {
-    Q_UNUSED(path);
-    return true;
+    Q_UNUSED(file);
+    Q_UNUSED(id3);
 }
+template <> void keepEncodings(TagLib::MPEG::File& file, const Id3Bytes& id3);
+template <> void keepEncodings(TagLib::RIFF::AIFF::File& file, const Id3Bytes& id3);
 
 /// The file opened without looking at its audio; no object if it does not open, or if it is so broken that the library
 /// throws (a string or a block too large, say).
@@ -93,21 +100,33 @@ template <class File> std::unique_ptr<File> openFile(const QString& path)
 try {
     useUtf8Frames();
     // The library reads folders and pipes too, and never comes back from some of them.
-    if (!isRegularFile(path) || !isOfKind<File>(path) || !hasHarmlessFrames(path, id3Place<File>)) return nullptr;
+    if (!isRegularFile(path)) return nullptr;
+    const Id3Bytes id3 = Id3Bytes::of(path, id3Place<File>);
+    if (!hasHarmlessFrames(id3)) return nullptr;
     auto file = std::make_unique<File>(bytesOfName(path).constData(), false, TagLib::AudioProperties::Average);
-    return file->isValid() ? std::move(file) : nullptr;
+    if (!file->isValid()) return nullptr;
+    keepEncodings(*file, id3);
+    return file;
 } catch (const std::exception& fault) {
     logUnreadable(path, fault.what());
     return nullptr;
 }
 
-/// As openFile. @throws AssertionException if the file does not open
+/// True if the file is of the kind that the library's class is for, and saving it loses nothing. The library takes any
+/// file for what it is told, and writes into it.
+template <class File> bool isOfKind(File& file, const QString& path);
+
+/// As openFile. @throws AssertionException if the file does not open, or is of another kind
 template <class File> std::unique_ptr<File> openFileForTagging(const QString& path)
 {
     auto file = openFile<File>(path);
-    if (!file) throw AssertionException(QStringLiteral("Unable to open the output file for tagging."));
+    if (!file || !isOfKind(*file, path))
+        throw AssertionException(QStringLiteral("Unable to open the output file for tagging."));
     return file;
 }
+
+/// Takes the picture into the record. Bytes that no picture can be made of are told in the log and in the record.
+void readArt(const QByteArray& bytes, const QString& path, TagsObject& tags);
 
 /// A blank record, filled by `fill(file, record)` if the file opens; blank too if the library throws on the way.
 template <class File, class Fill> std::shared_ptr<TagsObject> readTags(const QString& path, const Fill& fill)

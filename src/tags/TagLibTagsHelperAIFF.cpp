@@ -1,20 +1,19 @@
 // AIFF: an ID3v2 tag with a smaller writer than MP3, without totals, pictures and the choice of writing empty fields.
-#include "platform/files/NamedFile.h"
 #include "tags/Id3Frames.h"
-#include "tags/RoomToSave.h"
 #include "tags/TagLibFiles.h"
 
 #include <taglib/aifffile.h>
 
 namespace zolt {
 
-/// The library looks at no name of the form, and adds a chunk of tags to whatever it gets.
-template <> bool isOfKind<TagLib::RIFF::AIFF::File>(const QString& path)
+template <> bool isOfKind(TagLib::RIFF::AIFF::File&, const QString& path)
 {
-    NamedFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return false;
-    const QByteArray start = file.read(12);
-    return start.startsWith("FORM") && (start.endsWith("AIFF") || start.endsWith("AIFC"));
+    return isWholeAiff(path);
+}
+
+template <> void keepEncodings(TagLib::RIFF::AIFF::File& file, const Id3Bytes& id3)
+{
+    keepLatin1Frames(*file.tag(), id3);
 }
 
 namespace {
@@ -39,10 +38,11 @@ std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForAIFFFile(const QString& pat
     });
 }
 
-void TagLibTagsHelper::writeTagsForAIFFFileTagObject(const QString& path, const TagsObject& tags) const
+SaveRefusal TagLibTagsHelper::writeTagsForAIFFFileTagObject(const QString& path, const TagsObject& tags) const
 {
     const auto file = openFileForTagging<TagLib::RIFF::AIFF::File>(path);
     TagLib::ID3v2::Tag& tag = *file->tag();
+    const qint64 oldSize = sizeInFile(tag);
     writeField(genericTitle, tag, tags, false);
     writeField(genericAlbum, tag, tags, false);
     writeField(genericArtist, tag, tags, false);
@@ -53,7 +53,7 @@ void TagLibTagsHelper::writeTagsForAIFFFileTagObject(const QString& path, const 
     writeField(genericTrack, tag, tags, false);
     if (isWritten(tags.discText(), false))
         addLatin1Frame(tag, "TPOS", QString::number(static_cast<unsigned int>(intValue(*tags.discText()))));
-    if (hasRoomFor(tag.render().size(), path)) file->save();
+    return saveWithRoom(oldSize, tag.render().size(), path, [&] { return file->save(); });
 }
 
 } // namespace zolt

@@ -1,10 +1,10 @@
 // FLAC: the vorbis comment and the picture blocks.
+#include "tags/FlacBlocks.h"
 #include "tags/TagLibFiles.h"
 
 #include "platform/Product.h"
 #include "platform/images/ImageData.h"
 #include "tags/Log.h"
-#include "tags/RoomToSave.h"
 
 #include <QSet>
 
@@ -15,6 +15,11 @@
 using namespace Qt::StringLiterals;
 
 namespace zolt {
+
+template <> bool isOfKind(TagLib::FLAC::File&, const QString& path)
+{
+    return startsWithLetters(path, "fLaC");
+}
 
 namespace {
 
@@ -68,12 +73,12 @@ void readCustomTags(const TagLib::Ogg::FieldListMap& fields, TagsObject& tags)
     if (!custom.isEmpty()) tags.setCustomTagsDictionary(custom);
 }
 
-void readPicture(TagLib::FLAC::File& file, TagsObject& tags)
+void readPicture(TagLib::FLAC::File& file, const QString& path, TagsObject& tags)
 {
     const auto pictures = file.pictureList();
     if (pictures.isEmpty()) return;
     const TagLib::ByteVector bytes = pictures.front()->data();
-    tags.setAlbumArt(Image::fromData(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()))));
+    readArt(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())), path, tags);
 }
 
 void removeFields(TagLib::Ogg::XiphComment& comment)
@@ -133,13 +138,15 @@ void writePictures(TagLib::FLAC::File& file, const QString& path, const TagsObje
     if (picture) file.addPicture(picture.release()); // the file owns it from here on
 }
 
-/// The comment and all pictures, as long as they are when they are written.
-quint64 sizeOfTags(TagLib::FLAC::File& file)
+/// The comment, all pictures and the least padding, as long as they are when they are written: where no padding would
+/// be left the library makes room for more.
+qint64 sizeOfTags(TagLib::FLAC::File& file)
 {
-    quint64 size = file.xiphComment(true)->render().size();
+    constexpr qint64 header = 4;
+    qint64 size = 2 * header + 1 + file.xiphComment(true)->render().size();
     const auto pictures = file.pictureList();
     for (const TagLib::FLAC::Picture* picture : pictures)
-        size += picture->render().size();
+        size += header + picture->render().size();
     return size;
 }
 
@@ -158,8 +165,8 @@ void writeCustomTags(TagLib::Ogg::XiphComment& comment, const CustomTags& custom
 
 } // namespace
 
-void TagLibTagsHelper::writeTagsForFLACFileTagObjectWriteEmptyTags(const QString& path, const TagsObject& tags,
-                                                                   bool writeEmptyTags) const
+SaveRefusal TagLibTagsHelper::writeTagsForFLACFileTagObjectWriteEmptyTags(const QString& path, const TagsObject& tags,
+                                                                          bool writeEmptyTags) const
 {
     const auto file = openFileForTagging<TagLib::FLAC::File>(path);
     TagLib::Ogg::XiphComment& comment = *file->xiphComment(true);
@@ -169,16 +176,17 @@ void TagLibTagsHelper::writeTagsForFLACFileTagObjectWriteEmptyTags(const QString
     comment.addField("ENCODER", tagLibString(u"Zolt "_s + QLatin1StringView(product::version)), true);
     // Last, so that a custom total stands over the field.
     writeCustomTags(comment, tags.customTagsDictionary());
-    if (fitsIntoBlock(comment.render(), path) && hasRoomFor(sizeOfTags(*file), path)) file->save();
+    if (!fitsIntoBlock(comment.render(), path)) return u"The tags were not saved: no FLAC file can hold so much."_s;
+    return saveWithRoom(sizeOfFlacTags(path), sizeOfTags(*file), path, [&] { return file->save(); });
 }
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForFlacFile(const QString& path) const
 {
-    return readTags<TagLib::FLAC::File>(path, [](TagLib::FLAC::File& file, TagsObject& tags) {
+    return readTags<TagLib::FLAC::File>(path, [&](TagLib::FLAC::File& file, TagsObject& tags) {
         if (!file.hasXiphComment()) return;
         const TagLib::Ogg::FieldListMap& fields = file.xiphComment(false)->fieldListMap();
         readFields(fields, tags);
-        readPicture(file, tags);
+        readPicture(file, path, tags);
         readCustomTags(fields, tags);
     });
 }

@@ -1,12 +1,22 @@
 // Monkey's Audio and Wavpack: one design, seven fields that every kind of tag has.
-#include "tags/RoomToSave.h"
 #include "tags/TagLibFiles.h"
 
 #include <taglib/apefile.h>
+#include <taglib/apefooter.h>
 #include <taglib/apetag.h>
 #include <taglib/wavpackfile.h>
 
 namespace zolt {
+
+template <> bool isOfKind(TagLib::APE::File&, const QString& path)
+{
+    return startsWithLetters(path, "MAC ");
+}
+
+template <> bool isOfKind(TagLib::WavPack::File&, const QString& path)
+{
+    return startsWithLetters(path, "wvpk");
+}
 
 namespace {
 
@@ -15,9 +25,13 @@ template <class File> std::shared_ptr<TagsObject> readGenericTags(const QString&
     return readTags<File>(path, [](const File& file, TagsObject& tags) { readGenericFields(*file.tag(), tags); });
 }
 
-template <class File> void writeGenericTags(const QString& path, const TagsObject& tags, bool writeEmptyTags)
+template <class File> SaveRefusal writeGenericTags(const QString& path, const TagsObject& tags, bool writeEmptyTags)
 {
     const auto file = openFileForTagging<File>(path);
+    // Made first: a file with nothing but the oldest kind of tag would keep thirty letters of each field, and lose them
+    // to the empty tag that is made when it is saved.
+    TagLib::APE::Tag& stored = *file->APETag(true);
+    const qint64 oldSize = stored.footer()->completeTagSize();
     TagLib::Tag& tag = *file->tag();
     writeField(genericTitle, tag, tags, writeEmptyTags);
     writeField(genericArtist, tag, tags, writeEmptyTags);
@@ -26,16 +40,16 @@ template <class File> void writeGenericTags(const QString& path, const TagsObjec
     writeField(genericTrack, tag, tags, writeEmptyTags);
     writeField(genericComment, tag, tags, writeEmptyTags);
     writeField(genericGenre, tag, tags, writeEmptyTags);
-    const quint64 size = file->APETag(true)->render().size();
-    if (hasRoomFor(size, path)) file->save();
+    return saveWithRoom(oldSize, stored.render().size(), path, [&] { return file->save(); });
 }
 
 } // namespace
 
-void TagLibTagsHelper::writeTagsForWavpackFileTagObjectWriteEmptyTags(const QString& path, const TagsObject& tags,
-                                                                      bool writeEmptyTags) const
+SaveRefusal TagLibTagsHelper::writeTagsForWavpackFileTagObjectWriteEmptyTags(const QString& path,
+                                                                             const TagsObject& tags,
+                                                                             bool writeEmptyTags) const
 {
-    writeGenericTags<TagLib::WavPack::File>(path, tags, writeEmptyTags);
+    return writeGenericTags<TagLib::WavPack::File>(path, tags, writeEmptyTags);
 }
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForWavpackFile(const QString& path) const
@@ -43,10 +57,10 @@ std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForWavpackFile(const QString& 
     return readGenericTags<TagLib::WavPack::File>(path);
 }
 
-void TagLibTagsHelper::writeTagsForAPEFileTagObjectWriteEmptyTags(const QString& path, const TagsObject& tags,
-                                                                  bool writeEmptyTags) const
+SaveRefusal TagLibTagsHelper::writeTagsForAPEFileTagObjectWriteEmptyTags(const QString& path, const TagsObject& tags,
+                                                                         bool writeEmptyTags) const
 {
-    writeGenericTags<TagLib::APE::File>(path, tags, writeEmptyTags);
+    return writeGenericTags<TagLib::APE::File>(path, tags, writeEmptyTags);
 }
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForAPEFile(const QString& path) const

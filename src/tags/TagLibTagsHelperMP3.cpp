@@ -1,6 +1,5 @@
 // MP3: fields that every tag has, and frames of the ID3v2 tag.
 #include "tags/Id3Frames.h"
-#include "tags/RoomToSave.h"
 #include "tags/TagLibFiles.h"
 
 #include "platform/images/ImageData.h"
@@ -11,6 +10,16 @@
 #include <taglib/mpegfile.h>
 
 namespace zolt {
+
+template <> bool isOfKind(TagLib::MPEG::File& file, const QString& path)
+{
+    return holdsMpegSound(file, path) && isReadWhole(Id3Bytes::of(path, id3Place<TagLib::MPEG::File>));
+}
+
+template <> void keepEncodings(TagLib::MPEG::File& file, const Id3Bytes& id3)
+{
+    keepLatin1Frames(*file.ID3v2Tag(false), id3);
+}
 
 namespace {
 
@@ -33,14 +42,14 @@ void readTrack(const TagLib::ID3v2::Tag& tag, TagsObject& tags)
     tags.setTrackTotalText(text->sliced(slash + 1));
 }
 
-void readFrames(const TagLib::ID3v2::Tag& tag, TagsObject& tags)
+void readFrames(const TagLib::ID3v2::Tag& tag, const QString& path, TagsObject& tags)
 {
     if (OptionalText composer = firstFrameText(tag, "TCOM")) tags.setComposerText(std::move(composer));
     readDisc(tag, tags);
     readTrack(tag, tags);
     if (const auto* picture = firstPicture(tag)) {
         const TagLib::ByteVector bytes = picture->picture();
-        tags.setAlbumArt(Image::fromData(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size()))));
+        readArt(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())), path, tags);
     }
 }
 
@@ -61,14 +70,15 @@ void writeTrack(TagLib::MPEG::File& file, const TagsObject& tags)
 
 /// Saving evens out the two kinds of tag, and takes a track frame without a number away in doing so, its total
 /// included: such a frame is put back.
-void saveWithTrack(TagLib::MPEG::File& file)
+bool saveWithTrack(TagLib::MPEG::File& file)
 {
     TagLib::ID3v2::Tag& tag = *file.ID3v2Tag(false);
     const OptionalText track = firstFrameText(tag, "TRCK");
-    file.save();
-    if (!track || firstFrameText(tag, "TRCK") == track) return;
+    if (!file.save()) return false;
+    if (!track || firstFrameText(tag, "TRCK") == track) return true;
     replaceLatin1Frame(tag, "TRCK", *track);
-    file.save(TagLib::MPEG::File::ID3v2, TagLib::File::StripNone, TagLib::ID3v2::v4, TagLib::File::DoNotDuplicate);
+    return file.save(TagLib::MPEG::File::ID3v2, TagLib::File::StripNone, TagLib::ID3v2::v4,
+                     TagLib::File::DoNotDuplicate);
 }
 
 void writeArt(TagLib::ID3v2::Tag& tag, const TagsObject& tags, bool writeEmptyTags)
@@ -98,33 +108,33 @@ void writeFields(TagLib::MPEG::File& file, const TagsObject& tags, bool writeEmp
         replaceLatin1Frame(frames, "TPOS", numberOfTotal(tags.discText(), tags.discTotalText()));
 }
 
-/// The tag ahead of the sound and the one behind it, if there is one; the oldest kind has a size that counts for
-/// nothing.
-quint64 sizeOfTags(TagLib::MPEG::File& file)
+/// The tag behind the sound, if there is one. The oldest kind of tag has a size that counts for nothing.
+qint64 sizeBehind(TagLib::MPEG::File& file)
 {
-    const quint64 ahead = file.ID3v2Tag(false)->render().size();
-    const TagLib::APE::Tag* behind = file.APETag(false);
-    return behind ? ahead + behind->render().size() : ahead;
+    TagLib::APE::Tag* behind = file.APETag(false);
+    return behind ? behind->render().size() : 0;
 }
 
 } // namespace
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForMP3File(const QString& path) const
 {
-    return readTags<TagLib::MPEG::File>(path, [](TagLib::MPEG::File& file, TagsObject& tags) {
+    return readTags<TagLib::MPEG::File>(path, [&](TagLib::MPEG::File& file, TagsObject& tags) {
         for (const GenericText* field : {&genericTitle, &genericArtist, &genericAlbum, &genericComment, &genericGenre})
             readField(*field, *file.tag(), tags);
-        readFrames(*file.ID3v2Tag(false), tags);
+        readFrames(*file.ID3v2Tag(false), path, tags);
     });
 }
 
-void TagLibTagsHelper::writeTagsForMP3FileTagObjectWriteEmptyTags(const QString& path, const TagsObject& tags,
-                                                                  bool writeEmptyTags) const
+SaveRefusal TagLibTagsHelper::writeTagsForMP3FileTagObjectWriteEmptyTags(const QString& path, const TagsObject& tags,
+                                                                         bool writeEmptyTags) const
 {
     const auto file = openFileForTagging<TagLib::MPEG::File>(path);
+    const qint64 oldSize = sizeInFile(*file->ID3v2Tag(false)) + sizeBehind(*file);
     writeFields(*file, tags, writeEmptyTags);
     writeArt(*file->ID3v2Tag(false), tags, writeEmptyTags);
-    if (hasRoomFor(sizeOfTags(*file), path)) saveWithTrack(*file);
+    const qint64 newSize = file->ID3v2Tag(false)->render().size() + sizeBehind(*file);
+    return saveWithRoom(oldSize, newSize, path, [&] { return saveWithTrack(*file); });
 }
 
 } // namespace zolt

@@ -64,6 +64,10 @@ public:
     const std::shared_ptr<const Image>& albumArt() const { return albumArt_; }
     void setAlbumArt(std::shared_ptr<const Image> image) { albumArt_ = std::move(image); }
 
+    /// True if the file has a picture that cannot be decoded: it reads as none, and a write may remove it.
+    bool artIsUnreadable() const { return artIsUnreadable_; }
+    void setArtIsUnreadable(bool unreadable) { artIsUnreadable_ = unreadable; }
+
     /// Empty in a new record.
     const CustomTags& customTagsDictionary() const { return customTagsDictionary_; }
     void setCustomTagsDictionary(CustomTags tags) { customTagsDictionary_ = std::move(tags); }
@@ -82,6 +86,7 @@ private:
     OptionalText composerText_;
     OptionalText encoderSettings_;
     std::shared_ptr<const Image> albumArt_;
+    bool artIsUnreadable_ = false;
     CustomTags customTagsDictionary_;
 };
 

@@ -122,6 +122,13 @@ TEST_F(FlacTagHelperTest, OnlyWhatFollowsTheLastEqualsSignIsRead)
     EXPECT_EQ(helper.tagForFileTagKey(flac(), u"GENRE"_s), OptionalText(u"  spaced"_s));
 }
 
+TEST_F(FlacTagHelperTest, KeysAreFoundWhateverTheirCase)
+{
+    setTagsElsewhere(flac(), {u"artist=Anna"_s, u"Genre=Jazz"_s});
+    EXPECT_EQ(helper.tagForFileTagKey(flac(), u"ARTIST"_s), OptionalText(u"Anna"_s));
+    EXPECT_EQ(helper.tagsForFile(flac())->genreText(), OptionalText(u"Jazz"_s));
+}
+
 TEST_F(FlacTagHelperTest, TwoReadersOfOneFileGiveDifferentRecords)
 {
     setTagsElsewhere(flac(), {u"TITLE=x=y"_s, u"TRACKTOTAL=12"_s, u"ARTIST=Anna"_s, u"ARTIST=Bert"_s});

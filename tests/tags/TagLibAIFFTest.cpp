@@ -1,7 +1,6 @@
-#include "tags/TagLibTagsHelper.h"
+#include "tags/TagFormats.h"
 
 #include "platform/errors/Exceptions.h"
-#include "tags/TagFiles.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -10,25 +9,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const TagLibTagsHelper helper;
-
-TagsObject fullRecord()
-{
-    TagsObject tags;
-    tags.setTitleText(u"Название"_s);
-    tags.setArtistText(u"Künstler"_s);
-    tags.setAlbumText(u"アルバム"_s);
-    tags.setCommentText(u"הערה"_s);
-    tags.setGenreText(u"Жанр"_s);
-    tags.setComposerText(u"Compositeur é"_s);
-    tags.setDateText(u"1999-05-01"_s);
-    tags.setTrackText(u"3/12"_s);
-    tags.setDiscText(u"2/5"_s);
-    tags.setTrackTotalText(u"12"_s);
-    tags.setDiscTotalText(u"5"_s);
-    tags.setAlbumArt(Image::fromPixels(QImage(2, 2, QImage::Format_RGB32)));
-    tags.setCustomTagsDictionary({{u"MOOD"_s, u"calm"_s}});
-    return tags;
-}
 
 } // namespace
 
@@ -151,7 +131,7 @@ TEST(TagLibAIFF, DiscIsWrittenAsAnUnsignedNumber)
     }
 }
 
-TEST(TagLibAIFF, ComposerOutsideLatin1IsStillALatin1Frame)
+TEST(TagLibAIFF, ComposerOutsideLatin1IsUtf8InALatin1Frame)
 {
     TagFiles files;
     TagsObject tags;
@@ -160,5 +140,33 @@ TEST(TagLibAIFF, ComposerOutsideLatin1IsStillALatin1Frame)
     const auto frames = rawFrames(files.aiff());
     ASSERT_EQ(frames.size(), 1u);
     EXPECT_EQ(frames[0][u"encoding"_s].toInt(), 0);
-    EXPECT_EQ(frames[0][u"text"_s].toString(), u"?n"_s);
+    EXPECT_EQ(frames[0][u"text"_s].toString(), QString::fromLatin1("\xc4\x80n"));
+}
+
+TEST(TagLibAIFF, FileWhoseSoundRunsPastItsEndIsLeftAlone)
+{
+    TagFiles files;
+    const QString path = files.pathOf(u"cut.aiff"_s);
+    const QByteArray whole = contentOf(files.aiff());
+    for (const qsizetype missing : {1, 100, 4000}) {
+        writeContent(path, whole.chopped(missing));
+        EXPECT_THROW(helper.writeTagsForAIFFFileTagObject(path, fullRecord()), AssertionException);
+        EXPECT_EQ(contentOf(path), whole.chopped(missing));
+    }
+}
+
+TEST(TagLibAIFF, Latin1FramesStaySoWhenTheyAreNotWritten)
+{
+    TagFiles files;
+    TagsObject composer;
+    composer.setComposerText(u"Чайковский"_s);
+    composer.setDiscText(u"1"_s);
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), composer);
+    TagsObject title;
+    title.setTitleText(u"Вальс"_s);
+    helper.writeTagsForAIFFFileTagObject(files.aiff(), title);
+    for (const SeenTag& frame : rawFrames(files.aiff())) {
+        const bool isLatin1 = frame[u"key"_s] != u"TIT2"_s;
+        EXPECT_EQ(frame[u"encoding"_s].toInt(), isLatin1 ? 0 : 3) << frame[u"key"_s].toString().toStdString();
+    }
 }

@@ -1,7 +1,6 @@
-#include "tags/TagLibTagsHelper.h"
+#include "tags/TagFormats.h"
 
 #include "platform/errors/Exceptions.h"
-#include "tags/TagFiles.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -12,62 +11,11 @@ namespace {
 const TagLibTagsHelper helper;
 
 /// Monkey's Audio and Wavpack are one design: every test runs for both.
-struct Pair
-{
-    const char* name;
-    QString (TagFiles::*sample)();
-    std::shared_ptr<TagsObject> (TagLibTagsHelper::*read)(const QString&) const;
-    void (TagLibTagsHelper::*write)(const QString&, const TagsObject&, bool) const;
-};
-
-void PrintTo(const Pair& tested, std::ostream* out)
-{
-    *out << tested.name;
-}
-
-const Pair pairs[] = {
-    {"APE", &TagFiles::ape, &TagLibTagsHelper::tagsForAPEFile,
-     &TagLibTagsHelper::writeTagsForAPEFileTagObjectWriteEmptyTags},
-    {"Wavpack", &TagFiles::wavpack, &TagLibTagsHelper::tagsForWavpackFile,
-     &TagLibTagsHelper::writeTagsForWavpackFileTagObjectWriteEmptyTags},
-};
-
-class TagLibGeneric : public testing::TestWithParam<Pair>
-{
-protected:
-    QString path() { return (files.*GetParam().sample)(); }
-    std::shared_ptr<TagsObject> read() { return (helper.*GetParam().read)(path()); }
-    void write(const TagsObject& tags, bool writeEmptyTags = false)
-    {
-        (helper.*GetParam().write)(path(), tags, writeEmptyTags);
-    }
-
-    TagFiles files;
-};
-
-TagsObject fullRecord()
-{
-    TagsObject tags;
-    tags.setTitleText(u"Название"_s);
-    tags.setArtistText(u"Künstler"_s);
-    tags.setDateText(u"1999-05-01"_s);
-    tags.setAlbumText(u"アルバム"_s);
-    tags.setTrackText(u"3/12"_s);
-    tags.setCommentText(u"הערה"_s);
-    tags.setGenreText(u"Жанр"_s);
-    tags.setTrackTotalText(u"12"_s);
-    tags.setDiscText(u"1"_s);
-    tags.setDiscTotalText(u"2"_s);
-    tags.setComposerText(u"composer"_s);
-    tags.setAlbumArt(Image::fromPixels(QImage(2, 2, QImage::Format_RGB32)));
-    tags.setCustomTagsDictionary({{u"MOOD"_s, u"calm"_s}});
-    return tags;
-}
+using TagLibGeneric = TagFormatTest;
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Formats, TagLibGeneric, testing::ValuesIn(pairs),
-                         [](const auto& formatInfo) { return std::string(formatInfo.param.name); });
+INSTANTIATE_TEST_SUITE_P(Formats, TagLibGeneric, testing::ValuesIn(genericFormats()), nameOfFormat);
 
 TEST_P(TagLibGeneric, WritesSevenFieldsAndNothingElse)
 {
@@ -152,4 +100,22 @@ TEST_P(TagLibGeneric, AbsentFieldsAreClearedTooWhenEmptyTagsAreWritten)
     write(fullRecord());
     write(TagsObject(), true);
     EXPECT_TRUE(isBlank(*read()));
+}
+
+TEST_P(TagLibGeneric, FileWithTheOldestTagAloneKeepsWhatIsWrittenWhole)
+{
+    const auto padded = [](const QByteArray& text, int length) { return text.leftJustified(length, '\0'); };
+    writeContent(path(), contentOf(path()) + "TAG" + padded("an older title", 30) + padded("Anna", 30) +
+                             padded("older album", 30) + "1987" + padded("note", 28) + QByteArray("\0\5\x11", 3));
+    ASSERT_EQ(read()->titleText(), OptionalText(u"an older title"_s));
+    TagsObject tags;
+    tags.setTitleText(u"Название, longer than thirty letters"_s);
+    tags.setGenreText(u"Жанр"_s);
+    write(tags);
+    EXPECT_EQ(read()->titleText(), tags.titleText());
+    EXPECT_EQ(read()->genreText(), tags.genreText());
+    EXPECT_EQ(read()->artistText(), OptionalText(u"Anna"_s));
+    EXPECT_EQ(read()->albumText(), OptionalText(u"older album"_s));
+    EXPECT_EQ(textsOf(seenTags(path()), u"Title"_s) + textsOf(seenTags(path()), u"TITLE"_s),
+              QStringList(*tags.titleText()));
 }

@@ -1,8 +1,7 @@
 // Files that are cut, flipped, zeroed, or no audio files at all: reading them ends, in bounds, with a record.
-#include "tags/TagLibTagsHelper.h"
+#include "tags/TagFormats.h"
 
 #include "platform/errors/Exceptions.h"
-#include "tags/TagFiles.h"
 
 #include <QDir>
 
@@ -17,49 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const TagLibTagsHelper helper;
-
-struct Kind
-{
-    const char* name;
-    QString (TagFiles::*sample)();
-    std::shared_ptr<TagsObject> (TagLibTagsHelper::*read)(const QString&) const;
-    void (*write)(const QString&, const TagsObject&, bool);
-};
-
-void PrintTo(const Kind& tested, std::ostream* out)
-{
-    *out << tested.name;
-}
-
-const Kind kinds[] = {
-    {"FLAC", &TagFiles::flac, &TagLibTagsHelper::tagsForFlacFile,
-     [](const QString& path, const TagsObject& tags, bool empty) {
-         helper.writeTagsForFLACFileTagObjectWriteEmptyTags(path, tags, empty);
-     }},
-    {"MP3", &TagFiles::mp3, &TagLibTagsHelper::tagsForMP3File,
-     [](const QString& path, const TagsObject& tags, bool empty) {
-         helper.writeTagsForMP3FileTagObjectWriteEmptyTags(path, tags, empty);
-     }},
-    {"AIFF", &TagFiles::aiff, &TagLibTagsHelper::tagsForAIFFFile,
-     [](const QString& path, const TagsObject& tags, bool) { helper.writeTagsForAIFFFileTagObject(path, tags); }},
-    {"APE", &TagFiles::ape, &TagLibTagsHelper::tagsForAPEFile,
-     [](const QString& path, const TagsObject& tags, bool empty) {
-         helper.writeTagsForAPEFileTagObjectWriteEmptyTags(path, tags, empty);
-     }},
-    {"Wavpack", &TagFiles::wavpack, &TagLibTagsHelper::tagsForWavpackFile,
-     [](const QString& path, const TagsObject& tags, bool empty) {
-         helper.writeTagsForWavpackFileTagObjectWriteEmptyTags(path, tags, empty);
-     }},
-};
-
-class TagsFuzz : public testing::TestWithParam<Kind>
-{
-protected:
-    std::shared_ptr<TagsObject> read(const QString& path) { return (helper.*GetParam().read)(path); }
-
-    TagFiles files;
-};
+using TagsFuzz = TagFormatTest;
 
 /// Breaks bytes in ways that files get broken, most of them near the start or the end, where tags lie.
 class Breaker
@@ -114,24 +71,6 @@ int rounds()
     return asked > 0 ? asked : 4000;
 }
 
-TagsObject fullRecord(TagFiles& files)
-{
-    TagsObject tags;
-    tags.setTitleText(u"Название"_s);
-    tags.setArtistText(u"artist"_s);
-    tags.setDateText(u"1999"_s);
-    tags.setAlbumText(u"album"_s);
-    tags.setCommentText(u"a comment"_s);
-    tags.setDiscText(u"1"_s);
-    tags.setTrackText(u"2"_s);
-    tags.setTrackTotalText(u"3"_s);
-    tags.setGenreText(u"genre"_s);
-    tags.setComposerText(u"composer"_s);
-    tags.setCustomTagsDictionary({{u"MOOD"_s, u"calm"_s}});
-    tags.setAlbumArt(Image::fromData(contentOf(files.picture("png"))));
-    return tags;
-}
-
 [[maybe_unused]] long mostKibibytesSoFar()
 {
     struct rusage usage = {};
@@ -141,20 +80,19 @@ TagsObject fullRecord(TagFiles& files)
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Formats, TagsFuzz, testing::ValuesIn(kinds),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+INSTANTIATE_TEST_SUITE_P(Formats, TagsFuzz, testing::ValuesIn(tagFormats()), nameOfFormat);
 
 TEST_P(TagsFuzz, BrokenFilesAreReadToAnEndInBoundedMemory)
 {
-    const QString sample = (files.*GetParam().sample)();
-    GetParam().write(sample, fullRecord(files), false);
+    const QString sample = path();
+    write(fullRecord());
     const QByteArray whole = contentOf(sample);
-    const QString path = files.pathOf(u"broken"_s);
+    const QString broken = files.pathOf(u"broken"_s);
     Breaker breaker;
     for (int i = 0; i < rounds(); ++i) {
         SCOPED_TRACE(i);
-        writeContent(path, breaker.broken(whole));
-        const auto tags = read(path);
+        writeContent(broken, breaker.broken(whole));
+        const auto tags = read(broken);
         ASSERT_TRUE(tags && tags->titleText() && tags->composerText());
     }
 #ifndef ZOLT_SANITIZED // a sanitizer keeps freed memory for a while
@@ -164,35 +102,35 @@ TEST_P(TagsFuzz, BrokenFilesAreReadToAnEndInBoundedMemory)
 
 TEST_P(TagsFuzz, BrokenFilesAreTaggedOrRefused)
 {
-    const QString sample = (files.*GetParam().sample)();
-    const TagsObject record = fullRecord(files);
-    GetParam().write(sample, record, false);
+    const QString sample = path();
+    const TagsObject record = fullRecord();
+    write(record);
     const QByteArray whole = contentOf(sample);
-    const QString path = files.pathOf(u"broken"_s);
+    const QString broken = files.pathOf(u"broken"_s);
     Breaker breaker;
     for (int i = 0; i < 300; ++i) {
         SCOPED_TRACE(i);
-        writeContent(path, breaker.broken(whole));
+        writeContent(broken, breaker.broken(whole));
         try {
-            GetParam().write(path, record, breaker.below(2) == 0);
+            GetParam().write(broken, record, breaker.below(2) == 0);
         } catch (const AssertionException& fault) {
             EXPECT_EQ(fault.reason(), u"Unable to open the output file for tagging."_s);
         }
-        EXPECT_TRUE(read(path));
+        EXPECT_TRUE(read(broken));
     }
 }
 
 TEST_P(TagsFuzz, FileCutAtEveryByteOfItsStartAndEndIsRead)
 {
-    const QString sample = (files.*GetParam().sample)();
-    GetParam().write(sample, fullRecord(files), false);
+    const QString sample = path();
+    write(fullRecord());
     const QByteArray whole = contentOf(sample);
-    const QString path = files.pathOf(u"cut"_s);
+    const QString broken = files.pathOf(u"cut"_s);
     for (qsizetype length = 0; length < std::min<qsizetype>(whole.size(), 300); ++length) {
-        writeContent(path, whole.first(length));
-        ASSERT_TRUE(read(path));
-        writeContent(path, whole.chopped(length));
-        ASSERT_TRUE(read(path));
+        writeContent(broken, whole.first(length));
+        ASSERT_TRUE(read(broken));
+        writeContent(broken, whole.chopped(length));
+        ASSERT_TRUE(read(broken));
     }
 }
 
@@ -200,11 +138,11 @@ TEST_P(TagsFuzz, WhatIsNoFileReadsBlankAndIsNotTagged)
 {
     const QString pipe = files.pathOf(u"pipe"_s);
     ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
-    for (const QString& path : {files.pathOf(u"missing"_s), files.pathOf(u"."_s), pipe, u"/dev/zero"_s}) {
-        EXPECT_TRUE(isBlank(*read(path))) << path.toStdString();
+    for (const QString& place : {files.pathOf(u"missing"_s), files.pathOf(u"."_s), pipe, u"/dev/zero"_s}) {
+        EXPECT_TRUE(isBlank(*read(place))) << place.toStdString();
         try {
-            GetParam().write(path, TagsObject(), false);
-            ADD_FAILURE() << path.toStdString() << " was tagged";
+            GetParam().write(place, TagsObject(), false);
+            ADD_FAILURE() << place.toStdString() << " was tagged";
         } catch (const AssertionException& fault) {
             EXPECT_EQ(fault.reason(), u"Unable to open the output file for tagging."_s);
         }
@@ -213,11 +151,11 @@ TEST_P(TagsFuzz, WhatIsNoFileReadsBlankAndIsNotTagged)
 
 TEST_P(TagsFuzz, FilesWithoutTagsReadBlank)
 {
-    const QString path = files.pathOf(u"other"_s);
+    const QString broken = files.pathOf(u"other"_s);
     for (const QByteArray& bytes : {QByteArray(), QByteArray("x"), QByteArray("plain text\n").repeated(100),
                                     QByteArray(70000, '\0'), QByteArray(70000, '\xff'), contentOf(files.wav())}) {
-        writeContent(path, bytes);
-        EXPECT_TRUE(isBlank(*read(path))) << bytes.left(20).toStdString();
+        writeContent(broken, bytes);
+        EXPECT_TRUE(isBlank(*read(broken))) << bytes.left(20).toStdString();
     }
 }
 

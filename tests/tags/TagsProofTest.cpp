@@ -1,9 +1,7 @@
 // What is written here is read by programs that share no code with the tag library, and the other way round.
-#include "tags/TagLibTagsHelper.h"
+#include "tags/TagFormats.h"
 
 #include "tags/FileSizeLimit.h"
-#include "tags/RoomToSave.h"
-#include "tags/TagFiles.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -18,47 +16,9 @@ namespace {
 
 const TagLibTagsHelper helper;
 
-struct Format
-{
-    const char* name;
-    QString (TagFiles::*sample)();
-    std::shared_ptr<TagsObject> (*read)(const QString&);
-    void (*write)(const QString&, const TagsObject&);
-};
-
-void PrintTo(const Format& tested, std::ostream* out)
-{
-    *out << tested.name;
-}
-
-const Format formats[] = {
-    {"FLAC", &TagFiles::flac, [](const QString& path) { return helper.tagsForFlacFile(path); },
-     [](const QString& path, const TagsObject& tags) {
-         helper.writeTagsForFLACFileTagObjectWriteEmptyTags(path, tags, false);
-     }},
-    {"MP3", &TagFiles::mp3, [](const QString& path) { return helper.tagsForMP3File(path); },
-     [](const QString& path, const TagsObject& tags) {
-         helper.writeTagsForMP3FileTagObjectWriteEmptyTags(path, tags, false);
-     }},
-    {"AIFF", &TagFiles::aiff, [](const QString& path) { return helper.tagsForAIFFFile(path); },
-     [](const QString& path, const TagsObject& tags) { helper.writeTagsForAIFFFileTagObject(path, tags); }},
-    {"APE", &TagFiles::ape, [](const QString& path) { return helper.tagsForAPEFile(path); },
-     [](const QString& path, const TagsObject& tags) {
-         helper.writeTagsForAPEFileTagObjectWriteEmptyTags(path, tags, false);
-     }},
-    {"Wavpack", &TagFiles::wavpack, [](const QString& path) { return helper.tagsForWavpackFile(path); },
-     [](const QString& path, const TagsObject& tags) {
-         helper.writeTagsForWavpackFileTagObjectWriteEmptyTags(path, tags, false);
-     }},
-};
-
-class TagsProof : public testing::TestWithParam<Format>
+class TagsProof : public TagFormatTest
 {
 protected:
-    QString path() { return (files.*GetParam().sample)(); }
-    std::shared_ptr<TagsObject> read() { return GetParam().read(path()); }
-    void write(const TagsObject& tags) { GetParam().write(path(), tags); }
-
     /// The container's tags by name in lower case, as the media prober sees them.
     QHash<QString, QVariant> probed()
     {
@@ -73,14 +33,11 @@ protected:
 
     /// What the tag editor answers; a picture's or text's line end is cut.
     QString edited(const QString& command) { return printed(u"kid3-cli"_s, {u"-c"_s, command, path()}).remove(u'\n'); }
-
-    TagFiles files;
 };
 
 } // namespace
 
-INSTANTIATE_TEST_SUITE_P(Formats, TagsProof, testing::ValuesIn(formats),
-                         [](const auto& tested) { return std::string(tested.param.name); });
+INSTANTIATE_TEST_SUITE_P(Formats, TagsProof, testing::ValuesIn(tagFormats()), nameOfFormat);
 
 TEST_P(TagsProof, DifficultTextsAreReadByTheProberAndByAnotherLibrary)
 {
@@ -111,7 +68,7 @@ TEST_P(TagsProof, DifficultTextsOfAnotherLibraryAreReadHere)
         writeContent(fresh, contentOf(path()));
         setTagsElsewhere(fresh, framed ? QStringList{u"TIT2="_s + text, u"TPE1=名前"_s, u"COMM=note "_s + text}
                                        : QStringList{u"TITLE="_s + text, u"ARTIST=名前"_s, u"COMMENT=note "_s + text});
-        const auto tags = GetParam().read(fresh);
+        const auto tags = read(fresh);
         EXPECT_EQ(tags->titleText(), OptionalText(text));
         EXPECT_EQ(tags->artistText(), OptionalText(u"名前"_s));
         EXPECT_EQ(tags->commentText(), OptionalText(u"note "_s + text));
@@ -163,8 +120,9 @@ TEST(TagsProofFlac, FullDiskHasNoRoomForAPicture)
 TEST(RoomToSave, EndsWithTheDisk)
 {
     const QTemporaryDir folder;
-    EXPECT_TRUE(hasRoomFor(0, folder.path()));
-    EXPECT_FALSE(hasRoomFor(quint64(1) << 60, folder.path()));
+    EXPECT_FALSE(refusalForWantOfRoom(0, 1, folder.path()));
+    EXPECT_TRUE(refusalForWantOfRoom(0, qint64(1) << 60, folder.path()));
+    EXPECT_FALSE(refusalForWantOfRoom(qint64(1) << 60, qint64(1) << 60, folder.path())) << "nothing grows";
 }
 
 TEST(TagsProofFlac, CommentsOfTheToolAreReadHere)
@@ -238,7 +196,7 @@ TEST(TagsProofSound, EveryToolStillTakesTheFile)
     TagsObject tags;
     tags.setTitleText(QString(50000, u'щ'));
     tags.setAlbumArt(Image::fromData(contentOf(files.picture("png"))));
-    for (const Format& format : formats) {
+    for (const TagFormat& format : tagFormats()) {
         const QString path = (files.*format.sample)();
         const auto sound = [&] {
             return path.endsWith(u".ape"_s) ? QString()
@@ -246,7 +204,7 @@ TEST(TagsProofSound, EveryToolStillTakesTheFile)
                                                                     u"0:a"_s, u"-f"_s, u"md5"_s, u"-"_s});
         };
         const QString before = sound();
-        format.write(path, tags);
+        format.write(path, tags, false);
         EXPECT_EQ(sound(), before) << format.name;
     }
 }

@@ -4,8 +4,6 @@
 #include "platform/files/Files.h"
 #include "platform/files/NamedFile.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QStringDecoder>
 
 using namespace Qt::StringLiterals;
