@@ -68,10 +68,10 @@ std::unique_ptr<Mp4Document> openDocument(const QString& path, Mp4Document::Acce
     }
 }
 
-void readPicture(const M4AItemReader& items, TagsObject& tags)
+void readPicture(const M4AItemReader& items, const QString& path, TagsObject& tags)
 {
     guarded("the cover picture", [&] {
-        if (const auto bytes = items.firstPicture()) tags.setAlbumArt(Image::fromData(*bytes));
+        if (const auto bytes = items.firstPicture()) readArt(*bytes, path, tags);
     });
 }
 
@@ -163,7 +163,7 @@ std::shared_ptr<TagsObject> AACTagsHelper::tagsForFile(const QString& path) cons
         ((*tags).*field.setNumber)(QString::number(number));
         ((*tags).*field.setTotal)(QString::number(total));
     }
-    readPicture(items, *tags);
+    readPicture(items, path, *tags);
     return tags;
 }
 

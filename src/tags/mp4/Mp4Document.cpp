@@ -25,9 +25,9 @@ size_t positionOfIndex(const std::vector<Mp4FileAtom>& atoms)
     return static_cast<size_t>(found - atoms.begin());
 }
 
-QByteArray bigEndian(quint32 number)
+template <typename Number> QByteArray bigEndian(Number number)
 {
-    const quint32 swapped = qToBigEndian(number);
+    const Number swapped = qToBigEndian(number);
     return QByteArray(reinterpret_cast<const char*>(&swapped), sizeof swapped);
 }
 
@@ -53,7 +53,8 @@ bool Mp4Document::isFragmented() const
 void Mp4Document::storeIndexInPlace()
 {
     if (isFragmented()) throw Mp4Error(u"the index of a fragmented file cannot move behind its fragments"_s);
-    const quint64 size = atoms_.back().end();
+    if (atoms_.back().trailer) throw Mp4Error(u"the index cannot move behind what is no atom"_s);
+    const quint64 size = file_.size();
     try {
         file_.write(size, index_.serialized());
         file_.flush();
@@ -67,13 +68,19 @@ void Mp4Document::storeIndexInPlace()
     file_.flush();
 }
 
-/// Gives a last atom that reaches to the end of the file its size in figures, so that it ends before the new index.
+/// Gives a last atom that reaches to the end of the file, or beyond it, its size in figures, so that it ends before the
+/// new index.
 void Mp4Document::closeLastAtom()
 {
     const Mp4FileAtom& last = atoms_.back();
-    if (!last.toEnd) return;
-    if (last.size > std::numeric_limits<quint32>::max()) throw Mp4Error(u"the last atom is too large to be closed"_s);
-    file_.write(last.offset, bigEndian(static_cast<quint32>(last.size)));
+    if (!last.toEnd && last.missing == 0) return;
+    if (last.headerSize == 16) {
+        file_.write(last.offset + 8, bigEndian(last.stored()));
+    } else {
+        if (last.stored() > std::numeric_limits<quint32>::max())
+            throw Mp4Error(u"the last atom is too large to be closed"_s);
+        file_.write(last.offset, bigEndian(static_cast<quint32>(last.stored())));
+    }
 }
 
 } // namespace zolt

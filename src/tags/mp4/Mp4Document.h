@@ -27,9 +27,11 @@ public:
     /// True if the media data comes in fragments, each with an index of its own.
     bool isFragmented() const;
 
-    /// Writes the changed index behind the last atom and turns the old one into free space, so that no media data
-    /// moves and the file is whole at every moment. For files that cannot be written anew; no more operations after it.
-    /// @throws Mp4Error, with the file as it was: for a fragmented file, whose index must come first
+    /// Writes the changed index behind the last atom and turns the old one
+    /// into free space, so that no media data moves and the file is whole at every moment. For files that cannot be
+    /// written anew; no more operations after it.
+    /// @throws Mp4Error, with the file as it was: for a fragmented file, whose index must come first, and for one with
+    /// a trailer, behind which nobody would look for it
     void storeIndexInPlace();
 
 private:

@@ -53,7 +53,7 @@ private:
         else if (piece.atom.type == atomType("mfra"))
             writeRelocated(piece, relocateFragmentTable, target);
         else
-            target.copyFrom(source_, piece.atom.offset, piece.atom.size, piece.target);
+            target.copyFrom(source_, piece.atom.offset, piece.atom.stored(), piece.target);
     }
 
     void writeRelocated(const Mp4Piece& piece, void (*relocate)(Mp4Box&, const Relocation&),

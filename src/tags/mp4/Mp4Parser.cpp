@@ -4,6 +4,8 @@
 
 #include <QtEndian>
 
+#include <limits>
+
 using namespace Qt::StringLiterals;
 
 namespace zolt {
@@ -16,6 +18,7 @@ constexpr quint32 sizeFollows = 1;
 
 // A day in fragments of a second has 172,800 atoms.
 constexpr size_t mostFileAtoms = 1'000'000;
+constexpr quint64 largestTrailer = 1 << 20;
 // The largest picture that images take has 256 MiB; tables of a day of audio have 20.
 constexpr quint64 largestBox = 512 << 20;
 constexpr int mostBoxes = 200'000;
@@ -85,6 +88,23 @@ private:
     int count_ = 0;
 };
 
+/// The atom of media data that the end of the file cuts.
+std::optional<Mp4FileAtom> cutMediaData(QByteArrayView header, quint64 available)
+{
+    constexpr quint64 anyLength = std::numeric_limits<qint64>::max();
+    auto atom = atomHeader(header, anyLength);
+    if (!atom || atom->type != atomType("mdat") || available < atom->headerSize) return std::nullopt;
+    atom->missing = atom->size - available;
+    return atom;
+}
+
+/// True if the bytes at the end may be something that was put behind the atoms.
+bool mayBeTrailer(const std::vector<Mp4FileAtom>& atoms, quint64 length)
+{
+    const auto isIndex = [](const Mp4FileAtom& atom) { return atom.type == atomType("moov"); };
+    return length <= largestTrailer && std::any_of(atoms.begin(), atoms.end(), isIndex);
+}
+
 } // namespace
 
 std::optional<Mp4FileAtom> atomHeader(QByteArrayView bytes, quint64 available)
@@ -110,7 +130,10 @@ std::vector<Mp4FileAtom> fileAtoms(const RandomAccessFile& file)
     const quint64 size = file.size();
     for (quint64 offset = 0; offset < size; offset = atoms.back().end()) {
         const quint64 available = size - offset;
-        auto atom = atomHeader(file.read(offset, std::min(available, largeHeader)), available);
+        const QByteArray header = file.read(offset, std::min(available, largeHeader));
+        auto atom = atomHeader(header, available);
+        if (!atom) atom = cutMediaData(header, available);
+        if (!atom && mayBeTrailer(atoms, available)) atom = Mp4FileAtom{.size = available, .trailer = true};
         if (!atom) broken("an atom reaches beyond the end of the file");
         if (atoms.size() >= mostFileAtoms) broken("too many atoms");
         atom->offset = offset;

@@ -18,8 +18,12 @@ struct Mp4FileAtom
     quint64 headerSize = 0; ///< 8, or 16 with a 64-bit size
     quint64 size = 0;       ///< header included
     bool toEnd = false;     ///< written as "up to the end of the file"
+    bool trailer = false;   ///< no atom: what lies behind the last one
+    quint64 missing = 0;    ///< bytes of media data behind the end of a file that was cut
 
     quint64 end() const { return offset + size; }
+    /// Bytes that are there.
+    quint64 stored() const { return size - missing; }
 };
 
 /// The header at the start of `bytes` (at least 8 of them, 16 if there are as many).
@@ -27,7 +31,10 @@ struct Mp4FileAtom
 /// @return nothing if the atom does not fit
 std::optional<Mp4FileAtom> atomHeader(QByteArrayView bytes, quint64 available);
 
-/// The atoms of the uppermost level, which fill the file without a gap. @throws Mp4Error
+/// The atoms of the uppermost level, one behind the other. Media data that were cut reach to the end of the file. What
+/// lies behind the last atom and is none, up to 1 MiB (a tag of an older kind, a few bytes too many), comes as the
+/// last, marked as a trailer.
+/// @throws Mp4Error
 std::vector<Mp4FileAtom> fileAtoms(const RandomAccessFile& file);
 
 /// One atom of the uppermost level with all below it. @throws Mp4Error, also for one of more than 512 MiB

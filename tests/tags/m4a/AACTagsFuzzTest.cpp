@@ -181,8 +181,11 @@ TEST_F(AACTagsFuzz, BrokenFilesEndInToldFaults)
 TEST_F(AACTagsFuzz, FilesCutAtAnyPlaceEndInToldFaults)
 {
     const QByteArray file = contentOf(files_.indexFirst());
-    const qsizetype index = file.indexOf("mdat");
-    for (qsizetype length = 0; length < index + 16; length += 7)
+    const qsizetype media = file.indexOf("mdat");
+    for (qsizetype length = 0; length < media - 4; length += 7)
         tryOut(file.first(length));
     EXPECT_FALSE(outcomes_.contains(u"written"_s));
+    for (qsizetype length = media - 4; length < file.size(); length += 997)
+        tryOut(file.first(length));
+    EXPECT_TRUE(outcomes_.contains(u"written"_s));
 }

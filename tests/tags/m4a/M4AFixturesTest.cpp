@@ -76,11 +76,11 @@ TEST_F(M4AFixtures, AFileWhoseMediaDataAreMissingIsTaggedAsItLies)
     EXPECT_EQ(tagsOf(path)->artistText(), u"Pearl Jam"_s);
 }
 
-TEST_F(M4AFixtures, ABrokenFileEndsInTheToldFaults)
+TEST_F(M4AFixtures, ABrokenFileIsReadAndNotTouched)
 {
     const QString path = files_.copyOf(fixture("infloop"));
     const QByteArray before = contentOf(path);
-    EXPECT_THROW(tagsOf(path), AssertionException);
-    EXPECT_THROW(writeTitle(path), AssertionException);
+    EXPECT_TRUE(tagsOf(path));
+    EXPECT_THROW(writeTitle(path), PlatformException);
     EXPECT_EQ(contentOf(path), before);
 }

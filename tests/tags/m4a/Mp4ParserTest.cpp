@@ -75,7 +75,7 @@ TEST(Mp4Parser, AtomsOfAFileLeaveNoGap)
     EXPECT_EQ(atoms[1].end(), 33u);
     EXPECT_EQ(atoms[2].type, atomType("moov"));
     EXPECT_THROW(atomsOf(atom("ftyp") + "abc"), Mp4Error);
-    EXPECT_THROW(atomsOf(atom("ftyp") + bigEndian(900, 4) + "mdat"), Mp4Error);
+    EXPECT_THROW(atomsOf(atom("ftyp") + bigEndian(900, 4) + "free"), Mp4Error);
     EXPECT_TRUE(atomsOf({}).empty());
 }
 
