@@ -51,7 +51,7 @@ void AppleLosslessEncoder::copyTags()
     const auto tags = getALACTags();
     if (!tags) return;
     topTextField()->setStringValue(kind_.tagStatus);
-    kind_.writeTags(get(outFile_), *tags);
+    tellInReport(kind_.writeTags(get(outFile_), *tags));
 }
 
 } // namespace zolt

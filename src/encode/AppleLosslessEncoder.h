@@ -29,8 +29,8 @@ protected:
         const EncoderTool& tool;
         QString status;    ///< the first status line
         QString tagStatus; ///< shown while tags are written
-        /// None where the target bears no tags.
-        void (*writeTags)(const QString& path, const TagsObject& tags) = nullptr;
+        /// Tells why the tags were not saved, if so. None where the target bears no tags.
+        OptionalText (*writeTags)(const QString& path, const TagsObject& tags) = nullptr;
     };
     explicit AppleLosslessEncoder(Kind kind) : StagedWav({.runsCleanup = true}), kind_(std::move(kind)) {}
     /// @param option  as EncoderTool::arguments takes it

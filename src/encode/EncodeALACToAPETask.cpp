@@ -6,9 +6,9 @@ namespace zolt {
 
 namespace {
 
-void writeTags(const QString& path, const TagsObject& tags)
+OptionalText writeTags(const QString& path, const TagsObject& tags)
 {
-    TagLibTagsHelper().writeTagsForAPEFileTagObjectWriteEmptyTags(path, tags, false);
+    return TagLibTagsHelper().writeTagsForAPEFileTagObjectWriteEmptyTags(path, tags, false);
 }
 
 } // namespace

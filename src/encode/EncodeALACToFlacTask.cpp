@@ -6,9 +6,10 @@ namespace zolt {
 
 namespace {
 
-void writeTags(const QString& path, const TagsObject& tags)
+OptionalText writeTags(const QString& path, const TagsObject& tags)
 {
     FlacTagHelper().writeTagsForFileTagObjectWriteEmptyTags(path, tags, false);
+    return std::nullopt;
 }
 
 } // namespace

@@ -6,9 +6,9 @@ namespace zolt {
 
 namespace {
 
-void writeTags(const QString& path, const TagsObject& tags)
+OptionalText writeTags(const QString& path, const TagsObject& tags)
 {
-    TagLibTagsHelper().writeTagsForWavpackFileTagObjectWriteEmptyTags(path, tags, false);
+    return TagLibTagsHelper().writeTagsForWavpackFileTagObjectWriteEmptyTags(path, tags, false);
 }
 
 } // namespace

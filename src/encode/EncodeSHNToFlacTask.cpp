@@ -42,8 +42,8 @@ void EncodeSHNToFlacTask::writeTags()
     const auto tags = getApeTags();
     if (!tags) return;
     topTextField()->setStringValue(QStringLiteral("Writing FLAC Tags"));
-    TagLibTagsHelper().writeTagsForFLACFileTagObjectWriteEmptyTags(
-        path::inFolderWithExtension(fileName_, outputPath_, QStringLiteral("flac")), *tags, false);
+    const QString output = path::inFolderWithExtension(fileName_, outputPath_, QStringLiteral("flac"));
+    tellInReport(TagLibTagsHelper().writeTagsForFLACFileTagObjectWriteEmptyTags(output, *tags, false));
 }
 
 } // namespace zolt

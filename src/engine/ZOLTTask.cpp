@@ -79,6 +79,16 @@ void ZOLTTask::appendResults(const OptionalText& text) const
     if (const auto collector = results()) collector->appendResults(text);
 }
 
+void ZOLTTask::tellInReport(const OptionalText& line)
+{
+    if (!line) return;
+    if (!results()) {
+        setResults(std::make_shared<ZOLTTaskResults>());
+        results()->addTaskInSet(shared_from_this());
+    }
+    appendResults(*line + u'\n');
+}
+
 void ZOLTTask::startTask()
 {
     textField()->setStringValue(title());

@@ -113,6 +113,9 @@ protected:
     void showTitle(const QString& title);
     /// Appends to the collector's first slot, if the task still has a collector.
     void appendResults(const OptionalText& text) const;
+    /// Adds a line that people must see whatever came of the task: a report that was let go is begun anew. An absent
+    /// line adds nothing. Before the base `stopTask` looks whether the set is done.
+    void tellInReport(const OptionalText& line);
     /// Marks the row running: flags, stop button, bar.
     void markRunning();
     void setActive(bool active) { active_ = active; }

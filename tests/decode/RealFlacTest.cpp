@@ -203,6 +203,27 @@ TEST_F(RealFlac, FullOutputFolderFailsAndKeepsTheSource)
     EXPECT_EQ(queue().panelArray().size(), 1U);
 }
 
+TEST_F(RealFlac, TagsForWhichThereIsNoRoomAreToldInTheReport)
+{
+    const QString small = pathOf(u"small"_s);
+    QDir().mkpath(small);
+    // Room for half a second of sound and little more.
+    if (::mount("tmpfs", small.toUtf8().constData(), "tmpfs", 0, "size=128k") != 0) {
+        GTEST_SKIP() << "no right to mount a small file system here";
+    }
+    const LogCapture log;
+    tab.sourceDecodeButton->setState(false);
+    tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+    panels_.answerOpenPanel(QStringList{small});
+    decode({makeFlac(u"a.flac"_s)});
+    const bool isThere = QFile::exists(small + u"/a.aiff"_s);
+    ::umount(small.toUtf8().constData());
+    EXPECT_TRUE(isThere);
+    EXPECT_TRUE(queue().panelArray().empty()) << "the sound was decoded";
+    ASSERT_EQ(queue().outputWindows().size(), 1U);
+    EXPECT_TRUE(queue().outputWindows().front()->textField()->string().contains(u"The tags were not saved"_s));
+}
+
 TEST_F(RealFlac, OutputThatExistsIsNotOverwritten)
 {
     const LogCapture log;
