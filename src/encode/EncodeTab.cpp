@@ -206,6 +206,22 @@ QString EncodeTab::inWords(const WorkPlan& plan) const
     return options.isEmpty() ? words : words + u" ("_s + options + u')';
 }
 
+QString EncodeTab::flacLevelInWords() const
+{
+    if (flacLaxButton->state()) return u"Level: flac's own"_s;
+    static const QStringList meanings{u"fastest"_s, {}, {}, {}, {}, u"the usual"_s, {}, {}, u"smallest files"_s};
+    const int level = flacSlider->intValue();
+    const QString meaning = meanings.value(level);
+    return meaning.isEmpty() ? u"Level %1 of 8"_s.arg(level)
+                             : u"Level %1 of 8, %2"_s.arg(QString::number(level), meaning);
+}
+
+QString EncodeTab::apeLevelInWords() const
+{
+    static const QStringList meanings{{}, u"fast"_s, u"normal"_s, u"high"_s, u"extra high"_s, u"slowest"_s};
+    return u"Level %1, %2"_s.arg(apeLevel(), meanings.value(apeSlider->intValue() / 1000));
+}
+
 QString EncodeTab::optionsInWords() const
 {
     const QString format = target();

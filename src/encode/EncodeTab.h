@@ -42,6 +42,9 @@ public:
     QString apeLevel() const { return apeSlider->stringValue(); }
     /// "-f" or "-h".
     QString wavpackOption() const;
+    /// What the levels of the two sliders mean, for a person.
+    QString flacLevelInWords() const;
+    QString apeLevelInWords() const;
     /// What the selected target's options amount to, for a person: "level 5 of 8, verified"; empty without any.
     QString optionsInWords() const;
 

@@ -360,6 +360,18 @@ TEST_F(EncodeTabTest, TasksKnowOfTheDeletionBeforeTheyAreQueued)
     EXPECT_EQ(watcher.known, QList<bool>({true, false}));
 }
 
+TEST_F(EncodeTabTest, LevelsAreToldInWords)
+{
+    EXPECT_EQ(tab.flacLevelInWords(), u"Level 5 of 8, the usual"_s);
+    tab.flacSlider->setIntValue(6);
+    EXPECT_EQ(tab.flacLevelInWords(), u"Level 6 of 8"_s);
+    tab.flacLaxButton->setState(true);
+    EXPECT_EQ(tab.flacLevelInWords(), u"Level: flac's own"_s);
+    EXPECT_EQ(tab.apeLevelInWords(), u"Level 2000, normal"_s);
+    tab.apeSlider->setIntValue(5000);
+    EXPECT_EQ(tab.apeLevelInWords(), u"Level 5000, slowest"_s);
+}
+
 class EncodePlan : public EncodeTabTest
 {
 protected:

@@ -3,11 +3,13 @@
 #include "app/Program.h"
 #include "checksum/ChecksumTab.h"
 #include "decode/DecodeTab.h"
+#include "encode/EncodeTab.h"
 #include "shell/Constants.h"
 #include "ui/pages/AboutPage.h"
 #include "ui/pages/CommandPage.h"
 #include "ui_ChecksumChoices.h"
 #include "ui_DecodeChoices.h"
+#include "ui_EncodeChoices.h"
 
 namespace zolt {
 
@@ -31,13 +33,27 @@ template <class Tab, class Form> MainWindow::PageBuilder page(Program& program, 
     };
 }
 
+/// A label that says what one of the tab's operations says.
+template <class Tab> LiveLine saying(const Tab& tab, QString (Tab::*words)() const)
+{
+    return [&tab, words] { return [text = (tab.*words)()](const std::atomic<bool>&) { return text; }; };
+}
+
+MainWindow::PageBuilder encodePage(Program& program)
+{
+    return [&program](QWidget* parent) {
+        auto& tab = program.tab<EncodeTab>();
+        return (new CommandPage(tab, {u"&Encode"_s, setUp<Ui::EncodeChoices>}, parent))
+            ->withLiveLine(u"flacLevelLabel"_s, saying(tab, &EncodeTab::flacLevelInWords))
+            ->withLiveLine(u"apeLevelLabel"_s, saying(tab, &EncodeTab::apeLevelInWords));
+    };
+}
+
 MainWindow::PageBuilder checksumPage(Program& program)
 {
     return [&tab = program.tab<ChecksumTab>()](QWidget* parent) {
         const auto page = new CommandPage(tab, {u"&Test"_s, setUp<Ui::ChecksumChoices>}, parent);
-        page->withLiveLine(u"kindSentence"_s, [&tab]() -> LiveText {
-            return [text = tab.aboutChoice()](const std::atomic<bool>&) { return text; };
-        });
+        page->withLiveLine(u"kindSentence"_s, saying(tab, &ChecksumTab::aboutChoice));
         return page->withCommand([&tab] {
             const QStringList words{u"&Test"_s, u"Cr&eate"_s, u"&Verify"_s};
             return words.value(tab.commandOptions->selectedRow(), words.first());
@@ -51,6 +67,7 @@ MainWindow::PageBuilders pagesOf(Program& program)
 {
     return {
         {C::DECODE, page<DecodeTab, Ui::DecodeChoices>(program, u"&Decode"_s)},
+        {C::ENCODE, encodePage(program)},
         {C::CHECKSUM, checksumPage(program)},
         {C::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
     };
