@@ -120,7 +120,7 @@ const std::vector<Declined>& declined()
         {C::APE, u"mac"_s, {C::FLAC, C::SHN, C::APE, C::WV, C::TTA}},
         {C::WV, u"wavpack"_s, {C::FLAC, C::SHN, C::APE, C::TTA}},
         {C::TTA, u"ttaenc"_s, {C::FLAC, C::SHN, C::APE, C::WV, C::TTA}},
-        {C::M4A, u"the Apple Lossless encoder"_s, {C::WV, C::TTA}},
+        {C::M4A, u"the Apple Lossless encoder"_s, {C::WV, C::TTA, C::M4A}},
     };
     return rows;
 }
