@@ -16,6 +16,7 @@
 
 namespace zolt {
 
+class TrackNameInputController;
 class ZOLTController;
 class ZOLTTaskQueue;
 
@@ -80,6 +81,8 @@ public:
     /// Has the outputs written to this folder without a question; an absent one leaves the question to the command.
     void setDestination(const OptionalText& folder) { destination_ = folder; }
     const OptionalText& destination() const { return destination_; }
+    /// Hands over the window for track names that several tabs share; a tab without names has no use for it.
+    virtual void setTrackNameWindow(const std::shared_ptr<TrackNameInputController>& window) { Q_UNUSED(window); }
     /// The controls of the tab, for whatever shows them.
     virtual Outlets outlets() const { return {}; }
     /// What the command would do with the present list and choices. Cheap: looks at no file.

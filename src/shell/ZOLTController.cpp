@@ -12,6 +12,7 @@
 #include "shell/DefaultSettings.h"
 #include "shell/PreferencesController.h"
 #include "shell/SystemFiles.h"
+#include "shntool/TrackNameInputController.h"
 
 namespace zolt {
 
@@ -79,6 +80,7 @@ void ZOLTController::initialize()
 
 ZOLTController::ZOLTController()
     : preferencesController_(std::make_unique<PreferencesController>()),
+      trackNameInputController_(std::make_shared<TrackNameInputController>()),
       taskQueue_(ZOLTTaskQueue::initWithController(this)), extensionMap_(acceptedByLabel())
 {
     tabView->setDelegate([this](const TabView::Item& item) { tabViewDidSelectTabViewItem(*item); });
@@ -109,6 +111,8 @@ void ZOLTController::applicationDidFinishLaunching()
 {
     for (const auto& [label, field] : tabOutlets())
         tabMap_.insert(label, this->*field);
+    for (BaseTab* const tab : {shntoolTab, tagsTab})
+        if (tab) tab->setTrackNameWindow(trackNameInputController_);
     if (const auto item = selectedTabViewItem()) tabViewDidSelectTabViewItem(*item);
 }
 

@@ -17,6 +17,7 @@ namespace zolt {
 
 class BaseTab;
 class PreferencesController;
+class TrackNameInputController;
 class ZOLTTaskQueue;
 
 /// Routes files that come from outside, knows what each tab accepts, and decides whether the application may quit.
@@ -49,6 +50,11 @@ public:
     bool isValidFilePath(const QString& label, const QString& path) const;
     void tabViewDidSelectTabViewItem(const TabViewItem& item);
     ZOLTTaskQueue* taskQueue() const { return taskQueue_.get(); }
+    /// The one window for track names, which the tabs that need it share.
+    const std::shared_ptr<TrackNameInputController>& trackNameInputController() const
+    {
+        return trackNameInputController_;
+    }
     /// Closing the main window quits.
     void windowWillClose();
     void applicationWillTerminate();
@@ -92,6 +98,7 @@ private:
 
     QHash<QString, BaseTab*> tabMap_;
     std::unique_ptr<PreferencesController> preferencesController_;
+    const std::shared_ptr<TrackNameInputController> trackNameInputController_;
     std::unique_ptr<ZOLTTaskQueue> taskQueue_;
     const QHash<QString, QSet<QString>> extensionMap_; ///< never changed: read from any thread
     bool walksInBackground_ = false;
