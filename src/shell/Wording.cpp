@@ -8,11 +8,6 @@ namespace zolt {
 
 using namespace Qt::StringLiterals;
 
-QString counted(qsizetype count, const QString& noun)
-{
-    return count == 1 ? u"1 "_s + noun : u"%1 %2s"_s.arg(count).arg(noun);
-}
-
 QString enumerated(QStringList names)
 {
     if (names.size() < 2) return names.join(QString());

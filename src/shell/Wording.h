@@ -1,13 +1,12 @@
-// Counts and lists of things in sentences for a person. Any thread.
+// Lists of things in sentences for a person. Any thread.
 #pragma once
+
+#include "platform/text/Counts.h"
 
 #include <QString>
 #include <QStringList>
 
 namespace zolt {
-
-/// A count with its noun: "1 file", "2 files".
-QString counted(qsizetype count, const QString& noun);
 
 /// "FLAC", "FLAC and SHN", "FLAC, SHN and WV".
 QString enumerated(QStringList names);

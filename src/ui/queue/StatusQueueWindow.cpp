@@ -4,6 +4,7 @@
 #include "engine/ZOLTAsyncNSTask.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/text/Counts.h"
 #include "ui/Symbols.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
@@ -171,14 +172,6 @@ void StatusQueueWindow::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) lastVisible_.clear();
-}
-
-QString clockText(qint64 elapsed)
-{
-    const qint64 seconds = elapsed / 1000;
-    const QString tail = u"%1:%2"_s.arg(seconds / 60 % 60, seconds < 3600 ? 1 : 2, 10, QChar(u'0'))
-                             .arg(seconds % 60, 2, 10, QChar(u'0'));
-    return seconds < 3600 ? tail : u"%1:%2"_s.arg(seconds / 3600).arg(tail);
 }
 
 } // namespace zolt

@@ -58,7 +58,4 @@ private:
     int refreshes_ = 0;
 };
 
-/// "4:10", or "1:04:10" from an hour on.
-QString clockText(qint64 milliseconds);
-
 } // namespace zolt

@@ -278,12 +278,5 @@ TEST_F(StatusQueueTest, OutcomesCarryASignBesideTheirColour)
     EXPECT_NE(signArea(0), blank);
 }
 
-TEST(ClockTextTest, TellsMinutesAndFromAnHourOnHours)
-{
-    EXPECT_EQ(clockText(0), u"0:00"_s);
-    EXPECT_EQ(clockText(250'000), u"4:10"_s);
-    EXPECT_EQ(clockText(3'850'000), u"1:04:10"_s);
-}
-
 } // namespace
 } // namespace zolt::test
