@@ -1,6 +1,7 @@
 #include "app/Program.h"
 
 #include "app/Tabs.h"
+#include "engine/RunRecord.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
@@ -13,6 +14,7 @@ Program::Program()
 {
     ZOLTController::initialize();
     controller_ = std::make_unique<ZOLTController>();
+    record_ = std::make_unique<RunRecord>(*controller_->taskQueue());
     for (const TabRow& row : tabRows()) {
         tabs_.push_back(row.make());
         controller_->addTab(*tabs_.back(), row.label);

@@ -9,6 +9,7 @@
 
 namespace zolt {
 
+class RunRecord;
 class ZOLTController;
 
 /// Made once, after the application object and after the front end has installed its panels, desktop and interfaces.
@@ -23,6 +24,8 @@ public:
     Program& operator=(const Program&) = delete;
 
     ZOLTController& controller() { return *controller_; }
+    /// What the queue's runs are.
+    RunRecord& record() { return *record_; }
     /// The program's tab of that class, which must be one of the table's.
     template <class Tab> Tab& tab() const
     {
@@ -38,6 +41,7 @@ public:
 
 private:
     std::unique_ptr<ZOLTController> controller_;
+    std::unique_ptr<RunRecord> record_;
     std::vector<std::unique_ptr<BaseTab>> tabs_;
 };
 

@@ -12,6 +12,7 @@ class VerifyListTask : public ZOLTThreadTask
 public:
     /// Full path of the list.
     const QString& fileName() const { return fileName_; }
+    QString source() const override { return fileName_; }
 
 protected:
     /// The words of one kind of list.

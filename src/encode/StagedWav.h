@@ -23,6 +23,8 @@ public:
     /// As convertSHNToWav, with mac.
     QString convertAPEToWav(const QString& source);
 
+    QString source() const override { return fileName_; }
+
     virtual void processSHNToWavTaskOutput(const OptionalText& output);
     virtual void processFLACToWavTaskOutput(const OptionalText& output);
     virtual void processAPEToWavTaskOutput(const OptionalText& output);

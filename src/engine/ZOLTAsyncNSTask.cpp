@@ -163,6 +163,14 @@ void ZOLTAsyncNSTask::finishAfterFault()
     stopTask(nullptr);
 }
 
+QString ZOLTAsyncNSTask::source() const
+{
+    const QString ending = u'/' + title();
+    const auto found = std::find_if(arguments_.begin(), arguments_.end(),
+                                    [&ending](const QString& argument) { return argument.endsWith(ending); });
+    return found == arguments_.end() ? QString() : *found;
+}
+
 QString ZOLTAsyncNSTask::description() const
 {
     QString text;

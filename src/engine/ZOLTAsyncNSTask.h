@@ -45,6 +45,8 @@ public:
     /// Launch path and arguments, each in double quotes with a line end and a blank behind it.
     QString description() const override;
 
+    /// The first argument that is a full path and bears the row's name.
+    QString source() const override;
     const QString& launchPath() const { return launchPath_; }
     const QStringList& arguments() const { return arguments_; }
     Environment environment() const { return get(environment_); }

@@ -89,6 +89,12 @@ void ZOLTTask::tellInReport(const OptionalText& line)
     appendResults(*line + u'\n');
 }
 
+void ZOLTTask::stageBegins()
+{
+    progressIndicator()->beginReadings();
+    ++stage_;
+}
+
 void ZOLTTask::startTask()
 {
     textField()->setStringValue(title());

@@ -72,11 +72,14 @@ public:
 
     /// A stage of the work begins: one run of a tool, or one conversion in process. Its progress starts at 0. Any
     /// thread.
-    void stageBegins() { ++stage_; }
+    void stageBegins();
     /// How many stages have begun.
     int stage() const { return stage_; }
     /// How many stages the work has where nothing fails; at least 1.
     virtual int stageCount() const { return 1; }
+
+    /// Full path of the file that the task works on; empty where it works on none, or on several.
+    virtual QString source() const { return {}; }
 
     /// Whether the source is deleted after success; of tasks that can delete.
     /// @throws InvalidArgumentException on a class that does not answer it

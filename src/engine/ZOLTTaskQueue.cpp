@@ -87,7 +87,7 @@ void ZOLTTaskQueue::addTask(const TaskPointer& task)
     setTaskNumberInDock();
     tableView_->reloadData();
     if (!held_ && activeTask_ < maxThreads_) {
-        startTask(task); // unguarded: what it throws leaves the lock held
+        start(task); // unguarded: what it throws leaves the lock held
         raiseLowestActivePosition(task);
         ++activeTask_;
     }
@@ -103,6 +103,12 @@ void ZOLTTaskQueue::addTasks(const Tasks& tasks)
 void ZOLTTaskQueue::startTask(const TaskPointer& task)
 {
     task->startTask();
+}
+
+void ZOLTTaskQueue::start(const TaskPointer& task)
+{
+    if (TaskListener* const listener = listener_) listener->taskStarted(task);
+    startTask(task);
 }
 
 void ZOLTTaskQueue::taskCompleted(const TaskPointer& task)
@@ -132,6 +138,10 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     removeOpenAt(index);
     task->leftQueue();
     if (TaskListener* const listener = listener_) listener->taskEnded(task);
+    OptionalText shown;
+    const AtEnd reported{[&] {
+        if (TaskListener* const listener = listener_) listener->taskReported(task, shown);
+    }};
     setTaskNumberInDock();
     tableView_->reloadData();
     startWaitingTasks();
@@ -144,7 +154,9 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     lock_.unlock();
 
     if (idle) endOfRun(rows);
-    if (showsText) showOutputWindowTitle(results->results(), task->optionalTitle());
+    if (!showsText) return;
+    shown = results->results();
+    showOutputWindowTitle(*shown, task->optionalTitle());
 }
 
 void ZOLTTaskQueue::endOfRun(const Tasks& rows)
@@ -277,7 +289,7 @@ void ZOLTTaskQueue::startWaitingTasks()
 void ZOLTTaskQueue::startFromReport(const TaskPointer& task)
 {
     try {
-        startTask(task);
+        start(task);
     } catch (const PlatformException& fault) {
         // Nobody else would ever end this task: its row gets its end once this report is over, and is counted out then.
         ++activeTask_;

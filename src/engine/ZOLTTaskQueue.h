@@ -109,6 +109,7 @@ private:
     void removeOpenAt(std::int32_t index);
     TaskPointer nextWaiting(std::size_t& index);
     void startWaitingTasks();
+    void start(const TaskPointer& task);
     void startFromReport(const TaskPointer& task);
     TaskPointer openTaskAt(std::size_t index) const;
     void raiseLowestActivePosition(const TaskPointer& task);

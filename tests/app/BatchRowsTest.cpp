@@ -31,21 +31,14 @@ TEST(BatchRows, ControlCharactersNeverLeaveTheirLine)
     EXPECT_EQ(onOneLine(u"Ω 日本 \"x\" %"_s), u"Ω 日本 \"x\" %"_s);
 }
 
-TEST(BatchRows, AnOutcomeIsReadAsTheRowShowsIt)
-{
-    const LooseTask task;
-    EXPECT_EQ(outcomeOf(*task), Outcome::Complete);
-    task->setError(true);
-    EXPECT_EQ(outcomeOf(*task), Outcome::Error);
-    task->setCancelled(true);
-    EXPECT_EQ(outcomeOf(*task), Outcome::Canceled);
-}
-
 TEST(BatchRows, ALineHoldsOutcomeAndName)
 {
-    EXPECT_EQ(outcomeLine(Outcome::Complete, u"a.flac"_s), u"Complete  a.flac"_s);
-    EXPECT_EQ(outcomeLine(Outcome::Error, u"a\nb.flac"_s), u"Error  a\\nb.flac"_s);
-    EXPECT_EQ(outcomeLine(Outcome::Canceled, u"a.flac"_s), u"Canceled  a.flac"_s);
+    const auto line = [](Outcome outcome, const QString& title) {
+        return outcomeLine({.title = title, .outcome = outcome});
+    };
+    EXPECT_EQ(line(Outcome::Complete, u"a.flac"_s), u"Complete  a.flac"_s);
+    EXPECT_EQ(line(Outcome::Failed, u"a\nb.flac"_s), u"Error  a\\nb.flac"_s);
+    EXPECT_EQ(line(Outcome::Canceled, u"a.flac"_s), u"Canceled  a.flac"_s);
 }
 
 TEST(BatchRows, ARunningRowHasBarNameAndStatus)

@@ -83,12 +83,12 @@ BatchRun::BatchRun(BatchOptions options)
     installPanels(&panels_);
     program_ = std::make_unique<Program>();
     program_->controller().setWalksInBackground(true); // a signal is heard during a long one
-    queue().setListener(this);
+    program_->record().addListener(this);
 }
 
 BatchRun::~BatchRun()
 {
-    queue().setListener(nullptr);
+    program_->record().removeListener(this);
     program_.reset();
     installPanels(nullptr);
 }
@@ -108,6 +108,7 @@ int BatchRun::run()
     program_->finish();
     rows_->finish();
     printReports();
+    printSummary();
     return status();
 }
 
@@ -162,31 +163,26 @@ void BatchRun::giveUp(const PlatformException& fault)
     std::_Exit(exitStatus::failed);
 }
 
-void BatchRun::taskAdded(const std::shared_ptr<ZOLTTask>& task)
+void BatchRun::rowAdded(const RunRow& row)
 {
-    ++open_;
-    ++queued_;
-    rows_->added(task);
+    rows_->added(row);
 }
 
-void BatchRun::taskEnded(const std::shared_ptr<ZOLTTask>& task)
+void BatchRun::rowEnded(const RunRow& row)
 {
-    postToMain([this, task, outcome = outcomeOf(*task)] {
-        rows_->ended(task, outcome);
-        count(outcome);
-    });
+    rows_->ended(row);
+    anyFailed_ = anyFailed_ || row.outcome != Outcome::Complete;
 }
 
-void BatchRun::count(Outcome outcome)
+void BatchRun::rowReported(const RunRow& row)
 {
-    --open_;
-    if (outcome != Outcome::Complete) anyFailed_ = true;
+    anyFailed_ = anyFailed_ || row.verdict.failed(); // a list of sums that names a bad file is complete all the same
 }
 
 bool BatchRun::settled() const
 {
     // In this order: a thread posts what it leaves behind before it stops counting, and what is posted may add tasks.
-    return detachedThreadCount() == 0 && MainQueue::instance().isEmpty() && open_ == 0;
+    return detachedThreadCount() == 0 && MainQueue::instance().isEmpty() && !program_->record().isRunning();
 }
 
 void BatchRun::waitForAll()
@@ -231,10 +227,15 @@ void BatchRun::printReports() const
     }
 }
 
+void BatchRun::printSummary() const
+{
+    if (const Run* const run = program_->record().current()) print(stderr, inWords(*run) + u'\n');
+}
+
 int BatchRun::status() const
 {
     if (signal_ != 0) return exitStatus::signalBase + signal_;
-    if (queued_ == 0 && !pressed_) return exitStatus::nothingToDo;
+    if (!program_->record().current() && !pressed_) return exitStatus::nothingToDo;
     return anyFailed_ ? exitStatus::failed : exitStatus::allComplete;
 }
 

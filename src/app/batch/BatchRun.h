@@ -6,7 +6,7 @@
 #include "app/batch/BatchPanels.h"
 #include "app/batch/Interrupts.h"
 #include "app/batch/RowPrinter.h"
-#include "engine/TaskListener.h"
+#include "engine/RunRecord.h"
 
 #include <QTimer>
 
@@ -25,7 +25,7 @@ inline constexpr int signalBase = 128; ///< and the signal's number: 130 after C
 } // namespace exitStatus
 
 /// Main thread, made after the application object; run() once.
-class BatchRun : private TaskListener
+class BatchRun : private RunListener
 {
 public:
     /// @param options  of a sub-command of the table
@@ -37,8 +37,9 @@ public:
     int run();
 
 private:
-    void taskAdded(const std::shared_ptr<ZOLTTask>& task) override;
-    void taskEnded(const std::shared_ptr<ZOLTTask>& task) override;
+    void rowAdded(const RunRow& row) override;
+    void rowEnded(const RunRow& row) override;
+    void rowReported(const RunRow& row) override;
 
     bool enterFiles(BaseTab& tab);
     bool mayStart(const BaseTab& tab);
@@ -46,11 +47,11 @@ private:
     void giveUp(const PlatformException& fault);
     void waitForAll();
     bool settled() const;
-    void count(Outcome outcome);
     void interrupted(int signal);
     void markAllCancelled();
     void stopNow();
     void printReports() const;
+    void printSummary() const;
     int status() const;
     ZOLTTaskQueue& queue();
     void refuse(const QString& text);
@@ -62,8 +63,6 @@ private:
     std::unique_ptr<RowPrinter> rows_;
     std::unique_ptr<Program> program_;
     QTimer stopTick_;
-    qsizetype open_ = 0;
-    qsizetype queued_ = 0;
     bool pressed_ = false;
     bool anyFailed_ = false;
     int signal_ = 0; ///< the first that came

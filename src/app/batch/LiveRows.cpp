@@ -78,16 +78,16 @@ LiveRows::LiveRows()
     tick_.start(millisecondsBetweenDrawings);
 }
 
-void LiveRows::added(const std::shared_ptr<ZOLTTask>& task)
+void LiveRows::added(const RunRow& row)
 {
-    open_.push_back(task);
+    open_.push_back(row.task);
 }
 
-void LiveRows::ended(const std::shared_ptr<ZOLTTask>& task, Outcome outcome)
+void LiveRows::ended(const RunRow& row)
 {
-    const auto found = std::find(open_.begin(), open_.end(), task);
+    const auto found = std::find(open_.begin(), open_.end(), row.task);
     if (found != open_.end()) open_.erase(found);
-    above_ += colour(outcome) + outcomeLine(outcome, task->title()) + u"\x1b[0m\n"_s;
+    above_ += colour(row.outcome) + outcomeLine(row) + u"\x1b[0m\n"_s;
 }
 
 void LiveRows::note(const QString& text)

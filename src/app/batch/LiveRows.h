@@ -16,8 +16,8 @@ class LiveRows : public RowPrinter
 public:
     LiveRows();
 
-    void added(const std::shared_ptr<ZOLTTask>& task) override;
-    void ended(const std::shared_ptr<ZOLTTask>& task, Outcome outcome) override;
+    void added(const RunRow& row) override;
+    void ended(const RunRow& row) override;
     void note(const QString& text) override;
     void finish() override;
 

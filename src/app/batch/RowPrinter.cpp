@@ -1,22 +1,15 @@
 #include "app/batch/RowPrinter.h"
 
 #include "app/batch/Console.h"
-#include "engine/ZOLTTask.h"
 
 namespace zolt::batch {
 
 using namespace Qt::StringLiterals;
 
-Outcome outcomeOf(const ZOLTTask& task)
-{
-    if (task.cancelled()) return Outcome::Canceled;
-    return task.error() ? Outcome::Error : Outcome::Complete;
-}
-
-QString outcomeLine(Outcome outcome, const QString& title)
+QString outcomeLine(const RunRow& row)
 {
     static const QString words[] = {u"Complete"_s, u"Error"_s, u"Canceled"_s};
-    return words[int(outcome)] + u"  "_s + onOneLine(title);
+    return words[int(row.outcome) - int(Outcome::Complete)] + u"  "_s + onOneLine(row.title);
 }
 
 void RowPrinter::note(const QString& text)
@@ -24,9 +17,9 @@ void RowPrinter::note(const QString& text)
     complain(text);
 }
 
-void LineRows::ended(const std::shared_ptr<ZOLTTask>& task, Outcome outcome)
+void LineRows::ended(const RunRow& row)
 {
-    print(stdout, outcomeLine(outcome, task->title()) + u'\n');
+    print(stdout, outcomeLine(row) + u'\n');
 }
 
 } // namespace zolt::batch

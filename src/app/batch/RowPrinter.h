@@ -1,32 +1,22 @@
 // What a run shows of its tasks.
 #pragma once
 
-#include <QString>
-
-#include <memory>
+#include "engine/Run.h"
 
 namespace zolt {
 
-class ZOLTTask;
-
 namespace batch {
 
-/// How a task ended.
-enum class Outcome { Complete, Error, Canceled };
-
-/// As the task's row shows it.
-Outcome outcomeOf(const ZOLTTask& task);
-
-/// "Complete  NAME", "Error  NAME" or "Canceled  NAME", on one line, with no line end.
-QString outcomeLine(Outcome outcome, const QString& title);
+/// "Complete  NAME", "Error  NAME" or "Canceled  NAME", on one line, with no line end; of a row that has ended.
+QString outcomeLine(const RunRow& row);
 
 /// Main thread.
 class RowPrinter
 {
 public:
     virtual ~RowPrinter() = default;
-    virtual void added(const std::shared_ptr<ZOLTTask>&) {}
-    virtual void ended(const std::shared_ptr<ZOLTTask>& task, Outcome outcome) = 0;
+    virtual void added(const RunRow&) {}
+    virtual void ended(const RunRow& row) = 0;
     /// A message for the user, on standard error.
     virtual void note(const QString& text);
     /// Nothing more comes.
@@ -37,7 +27,7 @@ public:
 class LineRows : public RowPrinter
 {
 public:
-    void ended(const std::shared_ptr<ZOLTTask>& task, Outcome outcome) override;
+    void ended(const RunRow& row) override;
 };
 
 } // namespace batch

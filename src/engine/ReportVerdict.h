@@ -1,0 +1,38 @@
+// What a report amounts to: which of its lines are good or bad news, and why something failed. No state; any thread.
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace zolt {
+
+enum class LineVerdict {
+    Other,  ///< says nothing of an outcome
+    Good,   ///< "a.flac : OK"
+    Bad,    ///< a failure or a mismatch
+    Missing ///< a file that is not there
+};
+
+/// How a line of a tool's own text reads. Each failure has one line that counts as bad; what a tool says around it,
+/// such as its advice, does not.
+LineVerdict verdictOfLine(QStringView line);
+
+struct ReportVerdict
+{
+    qsizetype good = 0;
+    qsizetype bad = 0;
+    qsizetype missing = 0;
+    qsizetype other = 0; ///< lines that are not empty and none of the above
+    QString cause;       ///< one sentence that says why something failed; empty where it is not known
+
+    bool failed() const { return bad + missing > 0; }
+    bool operator==(const ReportVerdict&) const = default;
+};
+
+/// Reads the whole report; the work grows with its length.
+ReportVerdict verdictOf(const QString& report);
+
+/// "11 OK, 1 failed, 2 missing", or the number of lines where none tells an outcome.
+QString inWords(const ReportVerdict& verdict);
+
+} // namespace zolt

@@ -1,0 +1,28 @@
+#include "engine/Run.h"
+
+#include "engine/ZOLTTask.h"
+#include "platform/text/Counts.h"
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+Outcome outcomeOf(const ZOLTTask& task)
+{
+    if (task.cancelled()) return Outcome::Canceled;
+    return task.error() ? Outcome::Failed : Outcome::Complete;
+}
+
+QString inWords(const Run& run)
+{
+    return u"%1 complete, %2 failed, %3 canceled, %4"_s.arg(grouped(run.complete), grouped(run.failed),
+                                                            grouped(run.canceled), clockText(run.milliseconds));
+}
+
+QString inWords(Outcome outcome)
+{
+    static const QString words[] = {u"waiting"_s, u"running"_s, u"complete"_s, u"failed"_s, u"canceled"_s};
+    return words[int(outcome)];
+}
+
+} // namespace zolt

@@ -1,0 +1,64 @@
+// A run: what was queued from the first task to the moment when nothing was open any more.
+#pragma once
+
+#include "engine/ReportVerdict.h"
+#include "engine/RunProgress.h"
+#include "platform/text/Text.h"
+
+#include <QDateTime>
+
+#include <deque>
+#include <memory>
+
+namespace zolt {
+
+class ZOLTTask;
+
+/// Where a row stands; from Complete on it has ended.
+enum class Outcome { Waiting, Running, Complete, Failed, Canceled };
+
+inline bool hasEnded(Outcome outcome)
+{
+    return outcome >= Outcome::Complete;
+}
+
+/// As the task's own flags tell it once it has ended.
+Outcome outcomeOf(const ZOLTTask& task);
+
+/// One task of a run.
+struct RunRow
+{
+    QString title;
+    QString source;                      ///< full path; empty where the task works on no file, or on several
+    qint64 bytes = RunProgress::unknown; ///< of the source
+    Outcome outcome = Outcome::Waiting;
+    qint64 milliseconds = 0;        ///< from its start to its end; 0 until then, and for one that never ran
+    OptionalText report;            ///< the text of the output window that its end opened
+    ReportVerdict verdict;          ///< of the report
+    std::shared_ptr<ZOLTTask> task; ///< until it has ended
+
+    /// It is not as it should be: its task failed, or its report names what is bad or missing.
+    bool failed() const { return outcome == Outcome::Failed || verdict.failed(); }
+};
+
+struct Run
+{
+    std::deque<RunRow> rows; ///< in the order queued; a reference to a row stays good
+    QDateTime begunAt;
+    qint64 milliseconds = 0; ///< from the first task added to the last report; 0 until then
+    qsizetype running = 0;
+    qsizetype complete = 0;
+    qsizetype failed = 0;
+    qsizetype canceled = 0;
+
+    qsizetype ended() const { return complete + failed + canceled; }
+    qsizetype count() const { return qsizetype(rows.size()); }
+};
+
+/// "28 complete, 2 failed, 0 canceled, 0:07".
+QString inWords(const Run& run);
+
+/// "complete", "failed", "canceled", "running", "waiting".
+QString inWords(Outcome outcome);
+
+} // namespace zolt
