@@ -2,11 +2,10 @@
 
 #include "engine/ZOLTTask.h"
 #include "engine/ZOLTTaskQueue.h"
+#include "platform/files/Files.h"
 #include "platform/text/Counts.h"
 #include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
-
-#include <QFileInfo>
 
 #include <algorithm>
 #include <chrono>
@@ -21,12 +20,6 @@ qint64 steadyMilliseconds()
 {
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch())
         .count();
-}
-
-qint64 sizeOnDisk(const QString& path)
-{
-    const QFileInfo file(path);
-    return file.isFile() ? file.size() : RunProgress::unknown;
 }
 
 RunProgress::Part partOf(Outcome outcome)
@@ -45,7 +38,7 @@ qsizetype& counterOf(Run& run, Outcome outcome)
 
 RunRecord::RunRecord(ZOLTTaskQueue& queue, Clock clock, Sizes sizes)
     : queue_(queue), clock_(clock ? std::move(clock) : Clock(steadyMilliseconds)),
-      sizes_(sizes ? std::move(sizes) : Sizes(sizeOnDisk)), self_(std::make_shared<RunRecord*>(this))
+      sizes_(sizes ? std::move(sizes) : Sizes(fileSize)), self_(std::make_shared<RunRecord*>(this))
 {
     queue_.setListener(this);
 }

@@ -5,7 +5,6 @@
 #include "ui/files/DropCount.h"
 #include "ui/files/ListFacts.h"
 #include "ui/queue/StatusQueueWindow.h"
-#include "ui/reports/ReportSummary.h"
 
 #include "support/LogCapture.h"
 
@@ -21,24 +20,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 const std::atomic<bool> goOn = false;
-
-TEST(ReportSummaryTest, CountsWhatTheLinesSay)
-{
-    EXPECT_EQ(reportSummary(u"Verify MD5: show.md5\na.flac : OK\nb.flac : OK\nc.flac : FAILED\n"_s),
-              u"2 OK, 1 failed"_s);
-    EXPECT_EQ(reportSummary(u"a.flac: ok\n"_s), u"1 OK"_s);
-    EXPECT_EQ(reportSummary(u"one\n\ntwo\n"_s), u"2 lines"_s);
-    EXPECT_EQ(reportSummary(u"a.flac: ERROR while decoding\nmore\n"_s), u"2 lines, 1 with an error"_s);
-    EXPECT_EQ(reportSummary(QString()), u"0 lines"_s);
-}
-
-TEST(ReportSummaryTest, JudgesALine)
-{
-    EXPECT_EQ(verdictOfLine(u"a.flac : OK\r"), LineVerdict::Good);
-    EXPECT_EQ(verdictOfLine(u"a.flac : FAILED"), LineVerdict::Bad);
-    EXPECT_EQ(verdictOfLine(u"a.flac: MD5 signature mismatch"), LineVerdict::Bad);
-    EXPECT_EQ(verdictOfLine(u"OK Computer.flac"), LineVerdict::None);
-}
 
 TEST(OutcomeColoursTest, OutcomesReadOnLightAndDark)
 {

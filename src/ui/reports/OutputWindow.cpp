@@ -1,13 +1,13 @@
 #include "ui/reports/OutputWindow.h"
 
 #include "engine/OutputWindowController.h"
+#include "engine/ReportVerdict.h"
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
 #include "ui/Fonts.h"
 #include "ui/Symbols.h"
 #include "ui/binding/WindowBinding.h"
-#include "ui/reports/ReportSummary.h"
 #include "ui_OutputWindow.h"
 
 #include <QScreen>
@@ -73,7 +73,7 @@ void OutputWindow::controlChanged(Control&)
     const QString report = text_->string();
     form_->textField->setFont(shownFont(text_->font()));
     form_->textField->setPlainText(report);
-    form_->countLabel->setText(reportSummary(report));
+    form_->countLabel->setText(inWords(verdictOf(report)));
 }
 
 void OutputWindow::place()

@@ -1,7 +1,7 @@
 #include "ui/reports/ReportView.h"
 
+#include "engine/ReportVerdict.h"
 #include "ui/OutcomeColours.h"
-#include "ui/reports/ReportSummary.h"
 
 #include <QEvent>
 #include <QTextBlock>
@@ -75,7 +75,8 @@ void ReportView::paintMargin(QWidget& margin)
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF line = blockBoundingGeometry(block).translated(contentOffset());
         if (line.top() > margin.height()) break;
-        if (verdictOfLine(block.text()) != LineVerdict::Bad) continue;
+        const LineVerdict verdict = verdictOfLine(block.text());
+        if (verdict != LineVerdict::Bad && verdict != LineVerdict::Missing) continue;
         painter.drawText(QRectF(0, line.top(), margin.width(), fontMetrics().height()), Qt::AlignCenter, u"!"_s);
     }
 }
