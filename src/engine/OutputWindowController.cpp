@@ -1,6 +1,7 @@
 #include "engine/OutputWindowController.h"
 
 #include "platform/desktop/Interfaces.h"
+#include "platform/threads/MainQueue.h"
 
 namespace zolt {
 
@@ -26,7 +27,10 @@ void OutputWindowController::setTextValueTitle(const QString& text, const QStrin
 
 void OutputWindowController::showWindow()
 {
-    window_->makeKeyAndOrderFront();
+    if (isMainThread()) return window_->makeKeyAndOrderFront();
+    // Behind the building of its view, which is handed over too: a view that finds the window shown already comes up
+    // where no place was told to it, and behind the others.
+    postToMain([window = window_] { window->makeKeyAndOrderFront(); });
 }
 
 } // namespace zolt

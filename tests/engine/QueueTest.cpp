@@ -61,6 +61,88 @@ TEST_F(TaskQueue, LowerLimitStopsNothing)
     EXPECT_FALSE(tasks[3]->isActive());
 }
 
+TEST_F(TaskQueue, NothingStartsWhileMoreRunThanALoweredLimit)
+{
+    setLimit(3);
+    const auto tasks = addTasks(4);
+    setLimit(1);
+    const auto added = addTasks(1);
+    EXPECT_EQ(added[0]->starts, 0);
+    tasks[0]->finish();
+    tasks[1]->finish();
+    EXPECT_EQ(queue_.activeTask(), 1);
+    EXPECT_EQ(tasks[3]->starts, 0);
+    tasks[2]->finish();
+    EXPECT_EQ(tasks[3]->starts, 1);
+    EXPECT_EQ(added[0]->starts, 0);
+}
+
+TEST_F(TaskQueue, QueueThatIsGoneFollowsNoNotification)
+{
+    const auto& name = Constants::ZOLTMaxThreadsChangedNotification;
+    const auto before = NotificationCenter::standard().observerCount(name);
+    auto queue = ZOLTTaskQueue::initWithController(nullptr);
+    EXPECT_EQ(NotificationCenter::standard().observerCount(name), before + 1);
+    queue.reset();
+    EXPECT_EQ(NotificationCenter::standard().observerCount(name), before);
+}
+
+TEST_F(TaskQueue, LastReportScrollsToTheRowOfItsOwnRun)
+{
+    for (const auto& task : addTasks(3))
+        task->finish();
+    EXPECT_EQ(queue_.tableView()->rowToShow(), 2) << "told before the position is set back";
+    addTasks(1)[0]->finish();
+    EXPECT_EQ(queue_.tableView()->rowToShow(), 0);
+}
+
+TEST_F(TaskQueue, FollowingTaskOfASetIsQueuedOnceHoweverOftenTheSetEnds)
+{
+    const auto task = addTasks(1)[0], following = TestTask::make(&queue_);
+    task->results()->setTaskAfterSetDone(following);
+    task->stopTask(nullptr);
+    task->stopTask(nullptr); // as a cancel and an end of output that meet
+    runPosted();
+    EXPECT_EQ(following->starts, 1);
+    EXPECT_EQ(queue_.taskCount(), 2);
+    following->finish();
+    task->reportAgain();
+}
+
+namespace {
+
+/// Looks at its results behind its own report.
+class LookingBack : public TestTask
+{
+public:
+    static std::shared_ptr<LookingBack> make(ZOLTTaskQueue* queue)
+    {
+        std::shared_ptr<LookingBack> task(new LookingBack);
+        task->setUpWithQueue(queue);
+        return task;
+    }
+    void cancelTask(Sender sender) override { ZOLTTask::cancelTask(sender); }
+    void stopTask(Sender sender) override
+    {
+        TestTask::stopTask(sender);
+        reportCompleted();
+        hadResults = results() != nullptr;
+    }
+    bool hadResults = false;
+};
+
+} // namespace
+
+TEST_F(TaskQueue, ResultsAreLetGoOnlyWhenNobodyIsInsideTheTaskAnyMore)
+{
+    const auto task = LookingBack::make(&queue_);
+    queue_.addTask(task);
+    task->cancelTask(nullptr);
+    EXPECT_TRUE(queue_.panelArray().empty()) << "it has left queue and panel";
+    EXPECT_TRUE(task->hadResults);
+    EXPECT_EQ(task->results(), nullptr);
+}
+
 TEST_F(TaskQueue, LimitFollowsTheNotificationFromAnySender)
 {
     const auto queue = ZOLTTaskQueue::initWithController(nullptr);
@@ -391,6 +473,50 @@ TEST_F(TaskQueue, AHeldQueueInWhichNothingWaitsEndsItsRun)
     const auto tasks = addTasks(1);
     queue_.setHeld(true);
     tasks[0]->finish();
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_FALSE(queue_.panel()->isVisible());
+}
+
+TEST_F(TaskQueue, AddingToAHeldQueueAndEndsInItStartNothing)
+{
+    const auto running = addTasks(2);
+    queue_.setHeld(true);
+    const auto waiting = addTasks(1);
+    running[0]->finish();
+    EXPECT_EQ(waiting[0]->starts, 0);
+    EXPECT_EQ(queue_.activeTask(), 1);
+    queue_.setHeld(false);
+    EXPECT_EQ(waiting[0]->starts, 1);
+    EXPECT_EQ(queue_.activeTask(), 2);
+    running[1]->finish();
+    waiting[0]->finish();
+}
+
+TEST_F(TaskQueue, WithdrawnTaskOfASetLetsTheFollowingOneBeQueued)
+{
+    queue_.setHeld(true);
+    const auto task = LookingBack::make(&queue_);
+    const auto following = TestTask::make(&queue_);
+    task->results()->setTaskAfterSetDone(following);
+    queue_.addTask(task);
+    EXPECT_TRUE(queue_.withdrawTask(task));
+    EXPECT_EQ(queue_.activeTask(), 0);
+    runPosted();
+    EXPECT_EQ(queue_.taskArray(), ZOLTTaskQueue::Tasks{following});
+    queue_.setHeld(false);
+    EXPECT_EQ(following->starts, 1);
+    following->finish();
+}
+
+TEST_F(TaskQueue, LastWithdrawalInAHeldQueueEndsTheRun)
+{
+    queue_.setHeld(true);
+    const auto first = LookingBack::make(&queue_), second = LookingBack::make(&queue_);
+    queue_.addTasks({first, second});
+    queue_.withdrawTask(second);
+    EXPECT_EQ(queue_.panelArray().size(), 2U) << "no row is swept under one that waits";
+    EXPECT_TRUE(queue_.panel()->isVisible());
+    queue_.withdrawTask(first);
     EXPECT_TRUE(queue_.panelArray().empty());
     EXPECT_FALSE(queue_.panel()->isVisible());
 }

@@ -33,6 +33,12 @@ void ChildRegistry::reapOrphans()
     });
 }
 
+std::size_t ChildRegistry::count() const
+{
+    const std::lock_guard guard(mutex_);
+    return running_.size();
+}
+
 void ChildRegistry::terminateGroups()
 {
     const std::lock_guard guard(mutex_);

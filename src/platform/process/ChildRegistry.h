@@ -19,11 +19,13 @@ public:
     void adoptOrphan(pid_t child);
     /// Collects the orphans that have ended.
     void reapOrphans();
+    /// How many children have not been collected.
+    std::size_t count() const;
     /// SIGTERM to the process group of every child that has not been collected.
     void terminateGroups();
 
 private:
-    std::mutex mutex_;
+    mutable std::mutex mutex_;
     std::set<pid_t> running_;
     std::vector<pid_t> orphans_;
 };

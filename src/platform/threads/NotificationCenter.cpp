@@ -23,6 +23,15 @@ void NotificationCenter::removeObserver(const void* observer, const QString& nam
     if (found->second.empty()) entries_.erase(found);
 }
 
+std::size_t NotificationCenter::observerCount(const QString& name) const
+{
+    const std::lock_guard guard(mutex_);
+    std::size_t count = 0;
+    for (const auto& [key, entries] : entries_)
+        count += key.first == name ? entries.size() : 0;
+    return count;
+}
+
 void NotificationCenter::gather(const Key& key, std::vector<std::shared_ptr<Handler>>& handlers) const
 {
     const auto found = entries_.find(key);

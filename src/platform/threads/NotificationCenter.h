@@ -39,6 +39,9 @@ public:
     /// Removes the observer's entries for name and sender; nothing happens if there are none. Any thread.
     void removeObserver(const void* observer, const QString& name, const void* sender);
 
+    /// How many handlers wait for the name, of whichever sender. Any thread.
+    std::size_t observerCount(const QString& name) const;
+
     /// Calls the handlers on the posting thread, in the order they were added; no lock is held meanwhile.
     /// What a handler throws goes to the poster.
     void post(const Notification& notification);
