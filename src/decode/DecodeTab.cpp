@@ -1,6 +1,9 @@
 #include "decode/DecodeTab.h"
 
 #include "decode/DecodeFlacTask.h"
+#include "decode/DecodeSHNTask.h"
+#include "decode/Decoders.h"
+#include "encode/ShntoolConversion.h"
 #include "engine/ZOLTTask.h"
 #include "shell/Constants.h"
 #include "shell/FileCommand.h"
@@ -12,62 +15,15 @@ namespace {
 
 using C = Constants;
 
-QString upperExtension(const QString& file)
-{
-    return path::extension(file).toUpper();
-}
-
-/// How files of one extension are decoded. A further decoder is a further row.
-struct Decoder
-{
-    QString extension;
-    QStringList tools;
-    QStringList toolsForAiff; ///< besides
-    std::shared_ptr<ZOLTTask> (*task)(const DecodeTab& tab, const QString& file, const QString& folder,
-                                      const QString& format, ZOLTTaskQueue* queue);
-    WorkItem::Existing existing = WorkItem::Existing::Refused;
-};
-
-std::shared_ptr<ZOLTTask> flacTask(const DecodeTab& tab, const QString& file, const QString& folder,
-                                   const QString& format, ZOLTTaskQueue* queue)
-{
-    return tab.decodeFlacOutputPathForFormatInQueue(file, folder, format, queue);
-}
-
-const std::vector<Decoder>& decoders()
-{
-    static const std::vector<Decoder> rows{
-        {C::FLAC, {QStringLiteral("flac")}, {QStringLiteral("metaflac")}, flacTask}, // metaflac gives the tags
-    };
-    return rows;
-}
-
-/// The row for a file; none for one that is skipped.
-const Decoder* decoderOf(const QString& file)
-{
-    const QString extension = upperExtension(file);
-    const auto& rows = decoders();
-    const auto row =
-        std::find_if(rows.begin(), rows.end(), [&](const auto& each) { return each.extension == extension; });
-    return row == rows.end() ? nullptr : &*row;
-}
-
 void addOnce(QStringList& all, const QStringList& names)
 {
     all += names;
     all.removeDuplicates();
 }
 
-/// What follows the output format in every shntool conversion: progress as a percentage, nothing overwritten.
-QStringList shntoolTail(const QString& folder, const QString& file)
+QString extensionFor(const QString& format)
 {
-    return {QStringLiteral("-P"),
-            QStringLiteral("pct"),
-            QStringLiteral("-O"),
-            QStringLiteral("never"),
-            QStringLiteral("-d"),
-            folder,
-            file};
+    return format == C::AIFF ? QStringLiteral("aiff") : QStringLiteral("wav");
 }
 
 } // namespace
@@ -99,7 +55,7 @@ void DecodeTab::clearFiles()
 void DecodeTab::filesAdded()
 {
     // What was there before has been looked at; the options stay shown until the list is cleared.
-    const auto isFlac = [](const QString& file) { return upperExtension(file) == C::FLAC; };
+    const auto isFlac = [](const QString& file) { return path::extension(file).toUpper() == C::FLAC; };
     if (std::any_of(lastAdded().begin(), lastAdded().end(), isFlac)) showFLacOptions(true);
 }
 
@@ -108,36 +64,24 @@ QString DecodeTab::outputFormat() const
     return outputFormatMatrix->selectedCell().title;
 }
 
-QString DecodeTab::outputPath(const QString& file, const QString& folder, const QString& format)
-{
-    const QString base = path::deletingExtension(path::lastComponent(file));
-    return path::appendingExtension(path::appendingComponent(folder, base),
-                                    format == C::AIFF ? QStringLiteral("aiff") : QStringLiteral("wav"));
-}
-
 QStringList DecodeTab::flacArguments(const QString& file, const QString& folder, const QString& format) const
 {
     QStringList arguments{QStringLiteral("-d")};
     if (flacKeepForeignMetadataButton->state()) arguments += QStringLiteral("--keep-foreign-metadata");
     if (decodeFlacThroughErrors->state()) arguments += QStringLiteral("-F");
     if (format == C::AIFF) arguments += QStringLiteral("--force-aiff-format");
-    return arguments << file << QStringLiteral("-o") << outputPath(file, folder, format);
+    return arguments << file << QStringLiteral("-o") << path::inFolderWithExtension(file, folder, extensionFor(format));
 }
 
 QStringList DecodeTab::shnArguments(const QString& file, const QString& folder, const QString& format)
 {
-    QStringList arguments{QStringLiteral("conv"), QStringLiteral("-o")};
-    if (format == C::WAV) arguments += QStringLiteral("wav");
-    if (format == C::AIFF) arguments += QStringLiteral("aiff");
-    return arguments + shntoolTail(folder, file);
+    return shntool::toFormat(format.toLower(), folder, file);
 }
 
 QStringList DecodeTab::wavpackArguments(const QString& file, const QString& folder, const QString& format)
 {
     const QString extension = format == C::WAV ? QStringLiteral("wav") : QStringLiteral("aiff");
-    return QStringList{QStringLiteral("conv"), QStringLiteral("-o"),
-                       QStringLiteral("cust ext=%1 wvunpack %f -").arg(extension)} +
-           shntoolTail(folder, file);
+    return shntool::toFormat(QStringLiteral("cust ext=%1 wvunpack %f -").arg(extension), folder, file);
 }
 
 std::shared_ptr<DecodeFlacTask> DecodeTab::decodeFlacOutputPathForFormatInQueue(const QString& file,
@@ -150,10 +94,24 @@ std::shared_ptr<DecodeFlacTask> DecodeTab::decodeFlacOutputPathForFormatInQueue(
         flacArguments(file, folder, format));
 }
 
-bool DecodeTab::decodes(const QString& extension)
+std::shared_ptr<DecodeSHNTask> DecodeTab::decodeSHNOutputPathForFormatInQueue(const QString& file,
+                                                                              const QString& folder,
+                                                                              const QString& format,
+                                                                              ZOLTTaskQueue* queue) const
 {
-    const auto& rows = decoders();
-    return std::any_of(rows.begin(), rows.end(), [&](const auto& each) { return each.extension == extension; });
+    return DecodeSHNTask::initAsyncTaskWithQueueLaunchPathArguments(
+        queue, path::appendingComponent(pathToCommandLineTools(), QStringLiteral("shntool")),
+        shnArguments(file, folder, format));
+}
+
+std::shared_ptr<DecodeSHNTask> DecodeTab::decodeWavpackOutputPathForFormatInQueue(const QString& file,
+                                                                                  const QString& folder,
+                                                                                  const QString& format,
+                                                                                  ZOLTTaskQueue* queue) const
+{
+    return DecodeSHNTask::initAsyncTaskWithQueueLaunchPathArguments(
+        queue, path::appendingComponent(pathToCommandLineTools(), QStringLiteral("wvunpack")),
+        wavpackArguments(file, folder, format));
 }
 
 Outlets DecodeTab::outlets() const
@@ -175,11 +133,18 @@ void DecodeTab::plan(WorkPlan& plan, qsizetype row, const QString& format) const
     if (!decoder) return plan.passedOver.append(row);
     plan.items.push_back({.row = row,
                           .source = file,
-                          .outputs = {outputPath(file, plan.folderFor(file), format)},
-                          .existing = decoder->existing,
-                          .outputSize = WorkItem::Size::PlainAudio});
+                          .outputs = {decoder->output(file, plan.folderFor(file), format)},
+                          .existing = decoder->existing(format),
+                          .outputSize = WorkItem::Size::PlainAudio,
+                          .caution = caution(*decoder)});
     addOnce(plan.tools, decoder->tools);
     if (format == C::AIFF) addOnce(plan.tools, decoder->toolsForAiff);
+}
+
+QString DecodeTab::caution(const Decoder& decoder) const
+{
+    if (!deleteOriginalsButton->state() || decoder.tellsFailure) return {};
+    return QStringLiteral("A %1 file is deleted even if it cannot be decoded: test it first").arg(decoder.extension);
 }
 
 WorkPlan DecodeTab::workPlan() const
@@ -198,7 +163,7 @@ WorkPlan DecodeTab::workPlan() const
 std::shared_ptr<ZOLTTask> DecodeTab::taskFor(const QString& file, const QString& folder, const QString& format) const
 {
     const Decoder* const decoder = decoderOf(file);
-    return decoder ? decoder->task(*this, file, folder, format, taskQueue()) : nullptr;
+    return decoder ? decoder->task({*this, file, folder, format}) : nullptr;
 }
 
 void DecodeTab::executeCommand(Sender)

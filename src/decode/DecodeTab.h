@@ -9,7 +9,9 @@
 namespace zolt {
 
 class DecodeFlacTask;
+class DecodeSHNTask;
 class ZOLTTask;
+struct Decoder;
 
 class DecodeTab : public BaseTab
 {
@@ -23,6 +25,13 @@ public:
     std::shared_ptr<DecodeFlacTask> decodeFlacOutputPathForFormatInQueue(const QString& file, const QString& folder,
                                                                          const QString& format,
                                                                          ZOLTTaskQueue* queue) const;
+    std::shared_ptr<DecodeSHNTask> decodeSHNOutputPathForFormatInQueue(const QString& file, const QString& folder,
+                                                                       const QString& format,
+                                                                       ZOLTTaskQueue* queue) const;
+    /// Kept: no command uses it, and it would run wvunpack with shntool's arguments.
+    std::shared_ptr<DecodeSHNTask> decodeWavpackOutputPathForFormatInQueue(const QString& file, const QString& folder,
+                                                                           const QString& format,
+                                                                           ZOLTTaskQueue* queue) const;
     /// One FLAC file is enough to show the FLAC options; only emptying the list hides them again.
     void filesAdded() override;
     void executeCommand(Sender sender) override;
@@ -37,10 +46,6 @@ public:
     /// As shnArguments through shntool's custom output, for Wavpack; no command uses it.
     static QStringList wavpackArguments(const QString& file, const QString& folder, const QString& format);
 
-    /// Whether the present build has a task for files of this extension (upper case); others are skipped.
-    static bool decodes(const QString& extension);
-    /// Where flac writes what it decodes from the file.
-    static QString outputPath(const QString& file, const QString& folder, const QString& format);
     /// The title of the selected output format.
     QString outputFormat() const;
 
@@ -55,6 +60,7 @@ public:
 private:
     std::shared_ptr<ZOLTTask> taskFor(const QString& file, const QString& folder, const QString& format) const;
     void plan(WorkPlan& plan, qsizetype row, const QString& format) const;
+    QString caution(const Decoder& decoder) const;
 };
 
 } // namespace zolt

@@ -1,5 +1,11 @@
 #include "DecodeFixture.h"
 
+#include "decode/DecodeALACTask.h"
+#include "decode/DecodeAPETask.h"
+#include "decode/DecodeSHNTask.h"
+#include "decode/DecodeTTATask.h"
+#include "decode/DecodeWavpackTask.h"
+
 #include "engine/ZOLTTask.h"
 #include "platform/desktop/ToolsDirectory.h"
 
@@ -215,4 +221,88 @@ TEST_F(DecodeTabTest, EveryOutletIsNamedOnce)
     EXPECT_EQ(names,
               QStringList({u"outputFormatMatrix"_s, u"flacOptionsLabel"_s, u"decodeFlacThroughErrors"_s,
                            u"flacKeepForeignMetadataButton"_s, u"sourceDecodeButton"_s, u"deleteOriginalsButton"_s}));
+}
+
+TEST_F(DecodeTabTest, EachExtensionGetsItsTaskWhateverItsLetters)
+{
+    holdQueue();
+    QStringList files;
+    for (const char* name : {"a.FLAC", "b.shn", "c.Wv", "d.tta", "e.m4a", "f.APE", "g.wav"})
+        files += file(QLatin1StringView(name));
+    for (const QString& each : files)
+        tab.addFile(each);
+    tab.executeCommand(nullptr);
+    const auto tasks = queue().taskArray();
+    ASSERT_EQ(tasks.size(), 6U) << "the last is skipped";
+    EXPECT_TRUE(std::dynamic_pointer_cast<DecodeFlacTask>(tasks[0]));
+    EXPECT_TRUE(std::dynamic_pointer_cast<DecodeSHNTask>(tasks[1]));
+    EXPECT_TRUE(std::dynamic_pointer_cast<DecodeWavpackTask>(tasks[2]));
+    EXPECT_TRUE(std::dynamic_pointer_cast<DecodeTTATask>(tasks[3]));
+    EXPECT_TRUE(std::dynamic_pointer_cast<DecodeALACTask>(tasks[4]));
+    EXPECT_TRUE(std::dynamic_pointer_cast<DecodeAPETask>(tasks[5]));
+    for (std::size_t i = 0; i < tasks.size(); ++i)
+        EXPECT_EQ(tasks[i]->title(), path::lastComponent(files[qsizetype(i)]));
+}
+
+TEST_F(DecodeTabTest, EveryKindOfTaskIsToldToDeleteItsSource)
+{
+    const LogCapture log;
+    holdQueue();
+    for (const char* name : {"a.flac", "b.shn", "c.wv", "d.tta", "e.m4a", "f.ape"})
+        tab.addFile(file(QLatin1StringView(name)));
+    tab.deleteOriginalsButton->setState(true);
+    panels_.answerAlert(1);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queue().taskCount(), 6) << "none of them objects";
+    EXPECT_TRUE(DecodeTest::queued<DecodeTTATask>()[3]->deleteOriginal());
+    EXPECT_TRUE(DecodeTest::queued<DecodeALACTask>()[4]->deleteOriginal());
+}
+
+TEST_F(DecodeTabTest, UnusedWavpackCallIsAShortenTaskOfWvunpack)
+{
+    const auto task = tab.decodeWavpackOutputPathForFormatInQueue(u"/in/a.wv"_s, u"/out"_s, u"WAV"_s, nullptr);
+    EXPECT_EQ(task->launchPath(), toolPath(u"wvunpack"_s));
+    EXPECT_EQ(task->title(), u"a.wv"_s);
+    task->setResults(nullptr);
+}
+
+TEST_F(DecodeTabTest, ThePlanKnowsHowEachToolNamesAndTreatsItsOutput)
+{
+    using enum WorkItem::Existing;
+    struct Expected
+    {
+        QString source, wav, aiff;
+        WorkItem::Existing existingWav, existingAiff;
+        QStringList tools;
+    };
+    const std::vector<Expected> rows{
+        {u"a.flac"_s, u"a.wav"_s, u"a.aiff"_s, Refused, Refused, {u"flac"_s}},
+        {u"a.shn"_s, u"a.wav"_s, u"a.aiff"_s, Refused, Refused, {u"shntool"_s, u"shorten"_s}},
+        {u"a.SHN"_s, u"a.SHN.wav"_s, u"a.SHN.aiff"_s, Refused, Refused, {u"shntool"_s, u"shorten"_s}},
+        {u"a.wv"_s, u"a.wav"_s, u"a.aiff"_s, Refused, Overwritten, {u"wvunpack"_s}},
+        {u"a.TTA"_s, u"a.wav"_s, u"a.aiff"_s, Overwritten, Overwritten, {u"ttaenc"_s}},
+        {u"a.m4a"_s, u"a.wav"_s, u"a.aiff"_s, Overwritten, Overwritten, {}},
+        {u"a.ape"_s, u"a.wav"_s, u"a.aiff"_s, Overwritten, Overwritten, {u"mac"_s}},
+    };
+    for (const Expected& row : rows) {
+        tab.clearFiles();
+        tab.addFile(u"/in/"_s + row.source);
+        tab.outputFormatMatrix->selectTitle(u"WAV"_s);
+        EXPECT_EQ(tab.workPlan().items.at(0).outputs, QStringList{u"/in/"_s + row.wav});
+        EXPECT_EQ(tab.workPlan().items.at(0).existing, row.existingWav) << row.source.toStdString();
+        EXPECT_EQ(tab.workPlan().tools, row.tools);
+        tab.outputFormatMatrix->selectTitle(u"AIFF"_s);
+        EXPECT_EQ(tab.workPlan().items.at(0).outputs, QStringList{u"/in/"_s + row.aiff});
+        EXPECT_EQ(tab.workPlan().items.at(0).existing, row.existingAiff) << row.source.toStdString();
+    }
+}
+
+TEST_F(DecodeTabTest, DeletionOfTrueAudioIsCautionedAgainst)
+{
+    tab.addFile(u"/in/a.tta"_s);
+    tab.addFile(u"/in/b.ape"_s);
+    EXPECT_EQ(tab.workPlan().items[0].caution, QString());
+    tab.deleteOriginalsButton->setState(true);
+    EXPECT_EQ(tab.workPlan().items[0].caution, u"A TTA file is deleted even if it cannot be decoded: test it first"_s);
+    EXPECT_EQ(tab.workPlan().items[1].caution, QString());
 }

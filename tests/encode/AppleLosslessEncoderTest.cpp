@@ -1,10 +1,10 @@
 #include "AudioSamples.h"
-#include "TaskRun.h"
 #include "encode/EncodeALACToAPETask.h"
 #include "encode/EncodeALACToFlacTask.h"
 #include "encode/EncodeALACToTTATask.h"
 #include "encode/EncodeALACToWavpackTask.h"
 #include "platform/errors/Exceptions.h"
+#include "support/TaskRun.h"
 #include "tags/FlacTagHelper.h"
 #include "tags/TagLibTagsHelper.h"
 

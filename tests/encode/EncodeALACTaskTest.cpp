@@ -1,7 +1,7 @@
 #include "encode/EncodeALACTask.h"
 #include "AudioSamples.h"
-#include "TaskRun.h"
 #include "support/Programs.h"
+#include "support/TaskRun.h"
 #include "tags/AACTagsHelper.h"
 
 using namespace zolt;

@@ -418,11 +418,12 @@ TEST_F(EncodePlan, OutputsAreNamedAsTheToolsNameThem)
     EXPECT_EQ(output(u"FLAC"_s, u"a.SHN"_s), QStringList({pathOf(u"a.SHN.flac"_s)}));
 }
 
-TEST_F(EncodePlan, OnlyTheAppleLosslessTargetOverwrites)
+TEST_F(EncodePlan, ToolsThatReplaceWhatIsThereAreKnown)
 {
-    for (const QString& target : {u"SHN"_s, u"FLAC"_s, u"APE"_s, u"WV"_s, u"TTA"_s})
+    for (const QString& target : {u"SHN"_s, u"FLAC"_s, u"WV"_s})
         EXPECT_EQ(planned(target, {u"a.wav"_s}).items.at(0).existing, WorkItem::Existing::Refused);
-    EXPECT_EQ(planned(u"M4A"_s, {u"a.wav"_s}).items.at(0).existing, WorkItem::Existing::Overwritten);
+    for (const QString& target : {u"APE"_s, u"TTA"_s, u"M4A"_s})
+        EXPECT_EQ(planned(target, {u"a.wav"_s}).items.at(0).existing, WorkItem::Existing::Overwritten);
 }
 
 TEST_F(EncodePlan, ToolsAreThoseOfTheWayOnce)

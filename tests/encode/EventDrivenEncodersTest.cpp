@@ -1,10 +1,10 @@
-#include "TaskRun.h"
 #include "encode/EncodeFlacTask.h"
 #include "encode/EncodeSHNTask.h"
 #include "encode/EncodeSHNToFlacTask.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/errors/Exceptions.h"
+#include "support/TaskRun.h"
 
 using namespace zolt;
 using namespace zolt::test;

@@ -1,8 +1,8 @@
 #include "AudioSamples.h"
-#include "TaskRun.h"
 #include "encode/EncodeApeTask.h"
 #include "encode/EncodeTTATask.h"
 #include "encode/EncodeWavpackTask.h"
+#include "support/TaskRun.h"
 
 using namespace zolt;
 using namespace zolt::test;

@@ -1,4 +1,4 @@
-// What the tests of the encoders share: a folder, fake or real tools, a queue that runs one task at a time.
+// What the tests of single tasks share: a folder, fake or real tools, a queue that runs one task at a time.
 #pragma once
 
 #include "engine/OutputWindowController.h"
