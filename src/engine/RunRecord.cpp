@@ -196,6 +196,7 @@ void RunRecord::report(const Event& event)
         row.verdict = verdictOf(*event.report);
         tell([&row](RunListener& listener) { listener.rowReported(row); });
     }
+    tell([&row](RunListener& listener) { listener.rowClosed(row); });
     if (open_.empty()) endRunSoon();
 }
 

@@ -27,6 +27,8 @@ public:
     virtual void rowEnded(const RunRow&) {}
     /// The row's end opened an output window; its report and verdict are there.
     virtual void rowReported(const RunRow&) {}
+    /// Nothing more comes of the row.
+    virtual void rowClosed(const RunRow&) {}
     /// Nothing is open any more, and nothing that the run left behind queues more.
     virtual void runEnded(const Run&) {}
 };

@@ -3,6 +3,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <csignal>
 
 #include <sys/mount.h>
 
@@ -88,13 +93,79 @@ TEST_F(BatchFaults, AFolderThatCannotBeWrittenFailsTheRow)
     EXPECT_TRUE(QFile::exists(in(u"a.flac"_s)));
 }
 
-TEST_F(BatchFaults, AFolderThatIsNotThereIsToldAtOnce)
+TEST_F(BatchFaults, AFolderThatIsNotThereIsMadeAndTold)
 {
     makeFlac(in(u"a.flac"_s));
-    const auto outcome = run({u"decode"_s, u"--out"_s, u"nowhere"_s, u"a.flac"_s});
+    const auto outcome = run({u"decode"_s, u"--out"_s, u"new/one"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("made the folder"));
+    EXPECT_TRUE(QFile::exists(in(u"new/one/a.wav"_s)));
+}
+
+TEST_F(BatchFaults, AFolderThatCannotBeMadeIsToldAtOnce)
+{
+    makeFlac(in(u"a.flac"_s));
+    write(in(u"file"_s), "in the way");
+    const auto outcome = run({u"decode"_s, u"--out"_s, u"file/below"_s, u"a.flac"_s});
     EXPECT_EQ(outcome.status, 2);
-    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("nowhere"));
-    EXPECT_FALSE(QFile::exists(in(u"nowhere"_s)));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("file/below"));
+}
+
+TEST_F(BatchFaults, ExistingOutputsAreLeftOutWhereAskedFor)
+{
+    makeFlac(in(u"a.flac"_s));
+    makeFlac(in(u"b.flac"_s));
+    write(in(u"a.wav"_s), "precious");
+    const auto first = run({u"decode"_s, u"--skip-existing"_s, u"a.flac"_s, u"b.flac"_s});
+    EXPECT_EQ(first.status, 0);
+    EXPECT_THAT(first.rows, ElementsAre(u"Complete  b.flac"_s));
+    EXPECT_THAT(first.errors.toStdString(), HasSubstr("1 file left out"));
+    EXPECT_EQ(contents(in(u"a.wav"_s)), "precious");
+    const auto second = run({u"decode"_s, u"--skip-existing"_s, u"a.flac"_s, u"b.flac"_s});
+    EXPECT_EQ(second.status, 0) << "all was done before";
+    EXPECT_TRUE(second.rows.isEmpty());
+}
+
+TEST_F(BatchFaults, AListThatNamesABadFileEndsWithOne)
+{
+    write(in(u"a"_s), "text");
+    write(in(u"list.md5"_s), "1cb251ec0d568de6a929b520c4aed8d1 *a\n");
+    EXPECT_EQ(run({u"checksum"_s, u"verify"_s, u"list.md5"_s}).status, 0);
+    write(in(u"a"_s), "other");
+    const auto outcome = run({u"checksum"_s, u"verify"_s, u"list.md5"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  list.md5"_s)) << "the row itself is complete";
+}
+
+TEST_F(BatchFaults, ToolsSucceedThoughChildrenAreIgnoredByWhoeverStartedIt)
+{
+    makeFlac(in(u"a.flac"_s));
+    const auto before = std::signal(SIGCHLD, SIG_IGN); // inherited by what is started now
+    const auto process = start({u"decode"_s, u"a.flac"_s});
+    std::signal(SIGCHLD, before);
+    EXPECT_THAT(finish(*process).rows, ElementsAre(u"Complete  a.flac"_s));
+}
+
+TEST_F(BatchFaults, JsonTellsEachRowWithItsReport)
+{
+    makeFlac(in(u"a.flac"_s));
+    write(in(u"b.flac"_s), "no audio at all");
+    const auto outcome = run({u"decode"_s, u"--jobs"_s, u"1"_s, u"--json"_s, u"a.flac"_s, u"b.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    const QStringList lines = outcome.output.split(u'\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2);
+    const QJsonObject good = QJsonDocument::fromJson(lines[0].toUtf8()).object();
+    EXPECT_EQ(good[u"title"_s], u"a.flac"_s);
+    EXPECT_EQ(good[u"source"_s], in(u"a.flac"_s));
+    EXPECT_EQ(good[u"outputs"_s], QJsonArray{in(u"a.wav"_s)});
+    EXPECT_EQ(good[u"outcome"_s], u"complete"_s);
+    EXPECT_FALSE(good.contains(u"report"_s));
+    const QJsonObject bad = QJsonDocument::fromJson(lines[1].toUtf8()).object();
+    EXPECT_EQ(bad[u"outcome"_s], u"failed"_s);
+    EXPECT_THAT(bad[u"report"_s].toString().toStdString(), HasSubstr("ERROR"));
+    EXPECT_EQ(bad[u"bad"_s], 1);
+    EXPECT_THAT(bad[u"cause"_s].toString().toStdString(), HasSubstr("damaged"));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("1 complete, 1 failed, 0 canceled, 0:0"));
 }
 
 TEST_F(BatchFaults, OddNamesAreDecodedAndShownOnOneLineEach)

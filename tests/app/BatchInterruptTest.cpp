@@ -22,9 +22,11 @@ protected:
                        "while [ ! -e \"$dir/go\" ]; do sleep 0.01; done\nexec \"$real\" \"$@\"\n"_s);
         for (const QString& name : files)
             makeFlac(in(name));
-        process = start(QStringList{u"decode"_s, u"--jobs"_s, u"1"_s, u"--delete-originals"_s, u"--yes"_s} + files);
+        process = start(QStringList{u"decode"_s, u"--jobs"_s, jobs(), u"--delete-originals"_s, u"--yes"_s} + files);
         waitUntil([&] { return QFile::exists(in(u"pid"_s)); });
     }
+
+    virtual QString jobs() const { return u"1"_s; }
 
     void signal(int number) { ASSERT_EQ(::kill(pid_t(process->processId()), number), 0); }
 
@@ -49,6 +51,13 @@ protected:
 
     const QStringList files{u"1.flac"_s, u"2.flac"_s, u"3.flac"_s};
     std::unique_ptr<QProcess> process;
+};
+
+/// As BatchInterrupt, with two of the three at work.
+class BatchInterruptOfTwo : public BatchInterrupt
+{
+protected:
+    QString jobs() const override { return u"2"_s; }
 };
 
 } // namespace
@@ -88,5 +97,18 @@ TEST_F(BatchInterrupt, TerminatingEndsTheRunningToolsAtOnce)
     EXPECT_EQ(outcome.status, 128 + SIGTERM);
     EXPECT_EQ(outcome.rows.filter(u"Canceled  "_s).size(), 3);
     EXPECT_FALSE(toolRuns());
+    expectSourcesKept();
+}
+
+TEST_F(BatchInterruptOfTwo, ToolThatEndsWhileAnotherIsWaitedForIsCanceledToo)
+{
+    process->setReadChannel(QProcess::StandardError);
+    signal(SIGINT);
+    waitForCancel();
+    write(in(u"go"_s), {});
+    const auto outcome = finish(*process);
+    EXPECT_THAT(outcome.rows,
+                UnorderedElementsAre(u"Canceled  1.flac"_s, u"Canceled  2.flac"_s, u"Canceled  3.flac"_s));
+    EXPECT_FALSE(QFile::exists(in(u"3.wav"_s))) << "no tool is started only to be cancelled";
     expectSourcesKept();
 }

@@ -168,6 +168,8 @@ const std::vector<OptionSyntax>& commonOptions()
 {
     static const std::vector<OptionSyntax> options{
         {u"jobs"_s, u"N"_s, {}, u"how many tasks run side by side (otherwise the preferences' number)"_s},
+        {u"skip-existing"_s, {}, {}, u"leaves sources out whose output exists already"_s},
+        {u"json"_s, {}, {}, u"prints each row as one JSON object a line, its report included"_s},
         {u"yes"_s, {}, {}, u"answers every confirmation with Yes; needed for deletions without a terminal"_s},
     };
     return options;

@@ -2,13 +2,16 @@
 
 #include "app/batch/Console.h"
 #include "app/batch/InputFiles.h"
+#include "app/batch/JsonRows.h"
 #include "app/batch/LiveRows.h"
 #include "engine/OutputWindowController.h"
 #include "engine/ZOLTTask.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/UserDefaults.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/Files.h"
 #include "platform/process/ChildProcess.h"
+#include "platform/text/Counts.h"
 #include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
 #include "shell/BaseTab.h"
@@ -46,8 +49,9 @@ BatchPanels::Answers answersOf(const BatchOptions& options, int interruptDescrip
             .interruptDescriptor = interruptDescriptor};
 }
 
-std::unique_ptr<RowPrinter> makeRows()
+std::unique_ptr<RowPrinter> makeRows(const BatchOptions& options)
 {
+    if (options.has(u"json"_s)) return std::make_unique<JsonRows>();
     if (::isatty(STDOUT_FILENO) == 1) return std::make_unique<LiveRows>();
     return std::make_unique<LineRows>();
 }
@@ -76,7 +80,7 @@ void takeUpSignals()
 BatchRun::BatchRun(BatchOptions options)
     : options_(withAbsolutePaths(std::move(options))), command_(batchCommand(options_.command)),
       interrupts_([this](int signal) { interrupted(signal); }), panels_(answersOf(options_, interrupts_.descriptor())),
-      rows_(makeRows())
+      rows_(makeRows(options_))
 {
     QObject::connect(&stopTick_, &QTimer::timeout, &stopTick_, [] { ChildProcess::terminateAll(); });
     overlaySettings(options_);
@@ -101,13 +105,16 @@ ZOLTTaskQueue& BatchRun::queue()
 int BatchRun::run()
 {
     BaseTab& tab = command_.setUp(*program_, options_);
-    if (enterFiles(tab) && mayStart(tab)) {
-        press(tab);
-        waitForAll();
+    if (enterFiles(tab)) {
+        makeFolder(tab);
+        if (mayStart(tab)) {
+            press(tab);
+            waitForAll();
+        }
     }
     program_->finish();
     rows_->finish();
-    printReports();
+    if (!options_.has(u"json"_s)) printReports();
     printSummary();
     return status();
 }
@@ -127,11 +134,31 @@ bool BatchRun::enterFiles(BaseTab& tab)
     return !tab.fileNames().isEmpty();
 }
 
+void BatchRun::makeFolder(const BaseTab& tab)
+{
+    const QString folder = textOrEmpty(tab.destination());
+    if (folder.isEmpty() || exists(folder)) return;
+    if (makeDirectories(folder)) rows_->note(u"made the folder "_s + onOneLine(folder));
+}
+
+void BatchRun::leaveOut(const Outlook& outlook)
+{
+    const auto* const existing = outlook.problem(OutlookProblem::Kind::Existing);
+    if (existing && options_.has(u"skip-existing"_s)) leftOut_ = existing->rows;
+    if (!leftOut_.isEmpty()) rows_->note(counted(leftOut_.size(), u"file"_s) + u" left out: the outputs exist"_s);
+}
+
 bool BatchRun::mayStart(const BaseTab& tab)
 {
-    bool may = true;
+    const WorkPlan plan = tab.workPlan();
+    for (const WorkItem& item : plan.items)
+        outputs_[item.source] += item.outputs;
     const std::atomic<bool> stop = false;
-    for (const OutlookProblem& problem : outlookOf(tab.workPlan(), LocalDisk(), stop).problems) {
+    const Outlook outlook = outlookOf(plan, LocalDisk(), stop);
+    leaveOut(outlook);
+    bool may = true;
+    for (const OutlookProblem& problem : outlook.problems) {
+        if (problem.kind == OutlookProblem::Kind::Existing && !leftOut_.isEmpty()) continue;
         const QStringList told = problem.details.isEmpty() ? QStringList{problem.text} : problem.details;
         const bool stops = preventsStart(problem.kind);
         may = may && !stops;
@@ -146,8 +173,9 @@ void BatchRun::press(BaseTab& tab)
     takeUpSignals(); // one that came during a long walk
     if (signal_ != 0) return;
     try {
-        tab.executeCommand(nullptr);
-        pressed_ = tab.fileNames().isEmpty(); // a command that worked at once, without a task
+        leftOut_.isEmpty() ? tab.executeCommand(nullptr) : tab.executeCommandWithout(leftOut_);
+        // A command that worked at once, without a task, or one for which all was done before.
+        pressed_ = tab.fileNames().isEmpty() || !leftOut_.isEmpty();
     } catch (const PlatformException& fault) {
         giveUp(fault);
     }
@@ -177,6 +205,11 @@ void BatchRun::rowEnded(const RunRow& row)
 void BatchRun::rowReported(const RunRow& row)
 {
     anyFailed_ = anyFailed_ || row.verdict.failed(); // a list of sums that names a bad file is complete all the same
+}
+
+void BatchRun::rowClosed(const RunRow& row)
+{
+    rows_->closed(row, outputs_.value(row.source));
 }
 
 bool BatchRun::settled() const

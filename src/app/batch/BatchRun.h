@@ -13,6 +13,7 @@
 namespace zolt {
 
 class ZOLTTaskQueue;
+struct Outlook;
 
 namespace batch {
 
@@ -40,9 +41,12 @@ private:
     void rowAdded(const RunRow& row) override;
     void rowEnded(const RunRow& row) override;
     void rowReported(const RunRow& row) override;
+    void rowClosed(const RunRow& row) override;
 
     bool enterFiles(BaseTab& tab);
+    void makeFolder(const BaseTab& tab);
     bool mayStart(const BaseTab& tab);
+    void leaveOut(const Outlook& outlook);
     void press(BaseTab& tab);
     void giveUp(const PlatformException& fault);
     void waitForAll();
@@ -63,6 +67,8 @@ private:
     std::unique_ptr<RowPrinter> rows_;
     std::unique_ptr<Program> program_;
     QTimer stopTick_;
+    QHash<QString, QStringList> outputs_; ///< by source
+    QList<qsizetype> leftOut_;            ///< rows of the list whose output exists already
     bool pressed_ = false;
     bool anyFailed_ = false;
     int signal_ = 0; ///< the first that came

@@ -17,9 +17,11 @@ public:
     virtual ~RowPrinter() = default;
     virtual void added(const RunRow&) {}
     virtual void ended(const RunRow& row) = 0;
+    /// Nothing more comes of the row. @param outputs  that its source was to become, as full paths
+    virtual void closed(const RunRow&, const QStringList& /*outputs*/) {}
     /// A message for the user, on standard error.
     virtual void note(const QString& text);
-    /// Nothing more comes.
+    /// Nothing more comes of any.
     virtual void finish() {}
 };
 

@@ -102,6 +102,13 @@ bool isDirectory(const QString& path)
     return kindOf(path) == S_IFDIR;
 }
 
+bool makeDirectories(const QString& path)
+{
+    std::error_code fault;
+    std::filesystem::create_directories(nativePath(path), fault);
+    return isDirectory(path);
+}
+
 bool isRegularFile(const QString& path)
 {
     return kindOf(path) == S_IFREG;

@@ -31,6 +31,9 @@ QString absolutePath(const QString& path);
 /// True if the path is a directory or a link to one.
 bool isDirectory(const QString& path);
 
+/// Makes the directory and those above it that are missing. @return true if it is there then
+bool makeDirectories(const QString& path);
+
 /// True if the path is a regular file or a link to one.
 bool isRegularFile(const QString& path);
 

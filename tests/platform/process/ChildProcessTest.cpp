@@ -1,6 +1,7 @@
 #include "platform/process/ChildProcess.h"
 
 #include "platform/errors/Exceptions.h"
+#include "platform/process/ChildRegistry.h"
 #include "platform/text/Text.h"
 #include "platform/threads/MainQueue.h"
 #include "support/EventLoop.h"
@@ -214,6 +215,119 @@ TEST(ChildProcess, AllRunningChildrenAreToldToEndWithTheirOwn)
     EXPECT_EQ(other->terminationStatus(), SIGTERM);
     // The grandchild holds the pipe open; its end is the end of file.
     EXPECT_EQ(process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(), "");
+}
+
+TEST(ChildProcess, ChildWhoseOwnerIsGoneIsStillToldToEndAndThenCollected)
+{
+    const auto before = childRegistry().count();
+    {
+        const auto process = fakeProcess({u"wait-file"_s, u"/nowhere"_s});
+        process->launch();
+    }
+    EXPECT_EQ(childRegistry().count(), before + 1);
+    ChildProcess::terminateAll();
+    const auto collected = [&] {
+        childRegistry().reapOrphans();
+        return childRegistry().count() == before; // a number that may be another's by now must not be signalled
+    };
+    EXPECT_TRUE(test::runUntil(collected));
+}
+
+TEST(ChildProcess, WaitersThatThrowOutputAwayDoNotWaitForMoreOfIt)
+{
+    for (int round = 0; round < 20; ++round) {
+        const QTemporaryDir directory;
+        const QString go = directory.filePath(u"go"_s);
+        // What it leaves behind holds the pipe open: a read of an empty pipe would wait for that.
+        const auto process = fakeProcess({u"out"_s, u"text"_s, u"child"_s, u"wait-file"_s, go});
+        process->launch();
+        process->discardRemainingOutput();
+        std::atomic<int> returned = 0;
+        std::vector<std::thread> waiters;
+        for (int i = 0; i < 4; ++i) {
+            waiters.emplace_back([&] {
+                process->waitUntilExit();
+                ++returned;
+            });
+        }
+        EXPECT_TRUE(test::runUntil([&] { return returned == 4; }));
+        test::touch(go);
+        for (auto& waiter : waiters)
+            waiter.join();
+    }
+}
+
+namespace {
+
+std::atomic<int> interruptions = 0;
+
+/// While it lives, SIGUSR1 interrupts system calls and is counted.
+class Interrupting
+{
+public:
+    Interrupting()
+    {
+        interruptions = 0;
+        struct sigaction action = {};
+        action.sa_handler = [](int) { ++interruptions; };
+        ::sigaction(SIGUSR1, &action, &before_);
+    }
+    ~Interrupting() { ::sigaction(SIGUSR1, &before_, nullptr); }
+
+    /// Interrupts the thread some times, so that most of them meet it in a wait.
+    static void interrupt(std::thread& thread)
+    {
+        for (int goal = 1; goal <= 20; ++goal) {
+            ::pthread_kill(thread.native_handle(), SIGUSR1);
+            ASSERT_TRUE(test::runUntil([goal] { return interruptions >= goal; }));
+        }
+    }
+
+private:
+    struct sigaction before_ = {};
+};
+
+} // namespace
+
+TEST(ChildProcess, SignalsDoNotCutAReadShort)
+{
+    const Interrupting interrupting;
+    Pipe pipe;
+    QByteArray got;
+    std::thread reader([&] { got = pipe.fileHandleForReading()->availableData(); });
+    Interrupting::interrupt(reader);
+    ASSERT_EQ(::write(pipe.writeDescriptor(), "x", 1), 1);
+    reader.join();
+    EXPECT_EQ(got, "x");
+}
+
+TEST(ChildProcess, SignalsDoNotCutAWaitShort)
+{
+    const Interrupting interrupting;
+    const QTemporaryDir directory;
+    const QString go = directory.filePath(u"go"_s);
+    const auto process = fakeProcess({u"wait-file"_s, go});
+    process->launch();
+    std::atomic<bool> returned = false;
+    std::thread waiter([&] {
+        process->waitUntilExit();
+        returned = true;
+    });
+    Interrupting::interrupt(waiter);
+    EXPECT_FALSE(returned);
+    test::touch(go);
+    waiter.join();
+    EXPECT_EQ(process->terminationStatus(), 0);
+}
+
+TEST(ChildProcess, StatusIsKnownThoughTheProgramWasStartedWithItsChildrenIgnored)
+{
+    std::signal(SIGCHLD, SIG_IGN);
+    ChildProcess::takeSignalsBack();
+    const auto process = fakeProcess({u"exit"_s, u"0"_s});
+    process->launch();
+    process->waitUntilExit();
+    EXPECT_EQ(process->terminationStatus(), 0);
 }
 
 TEST(ChildProcess, ChildThatNobodyWaitedForLeavesNoZombie)

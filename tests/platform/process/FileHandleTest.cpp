@@ -97,6 +97,22 @@ TEST(FileHandle, HandleGoneOnAnotherThreadClosesItsPipe)
     EXPECT_EQ(::fcntl(descriptor, F_GETFD), -1);
 }
 
+TEST(FileHandle, HandleGoneWhileItsBytesAreOnTheirWayDeliversNothing)
+{
+    auto pipe = std::make_unique<Pipe>();
+    auto handle = pipe->fileHandleForReading();
+    const Reader reader(handle.get());
+    handle->readInBackgroundAndNotify();
+    put(*pipe, "x");
+    std::thread([&] {
+        pipe.reset();
+        handle.reset();
+    }).join();
+    QCoreApplication::processEvents(); // its watcher is still there and sees the bytes
+    test::runPosted();
+    EXPECT_TRUE(reader.pieces.empty());
+}
+
 TEST(FileHandle, BlockingReadsGiveWhatIsThereAndThenTheEnd)
 {
     Pipe pipe;
