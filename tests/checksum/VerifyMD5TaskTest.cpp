@@ -132,8 +132,8 @@ TEST_F(VerifyMd5, SeveralListsMakeOneReportInTheirOrder)
 {
     std::vector<std::shared_ptr<ZOLTTask>> tasks;
     QString expected;
-    for (int number = 0; number < 200; ++number) {
-        const QString name = u"list%1.md5"_s.arg(number, 3, 10, QChar(u'0'));
+    for (int number = 0; number < 2000; ++number) {
+        const QString name = u"list%1.md5"_s.arg(number, 4, 10, QChar(u'0'));
         tasks.push_back(VerifyMD5Task::initWithQueueForFileNameWithResults(
             &queue_, write(name, QByteArray(abc) + " *a.wav\n"), results_));
         expected += u"Verify MD5: "_s + name + u"\na.wav : OK\n\n"_s;

@@ -175,3 +175,20 @@ TEST_F(ToolTests, OnlyTheExitStatusMakesARowFailAndTheReportStandsEitherWay)
     EXPECT_FALSE(good->error());
     EXPECT_TRUE(bad->error());
 }
+
+TEST_F(ToolTests, ALongSetMakesOneReportInItsOrderWithMacInTheFirstSlot)
+{
+    setLimit(8);
+    std::vector<std::shared_ptr<ZOLTTask>> tasks;
+    QString expected;
+    for (int number = 0; number < 100; ++number) {
+        const QString text = u"file %1"_s.arg(number);
+        tasks.push_back(wavpack({u"out"_s, text}));
+        expected += text + u'\n';
+    }
+    tasks.push_back(ape({u"out"_s, u"Progress: 99% (0 seconds remaining, x"_s}));
+    const QString report = reportOf(tasks, results_);
+    const QString fromMac = u"out\nProgress: 99% (0 seconds remaining, x\n"_s; // titled by its first argument
+    EXPECT_EQ(QString(report).remove(fromMac), expected + u'\n');
+    EXPECT_LT(report.indexOf(fromMac), report.indexOf(u"file 1\n"_s)) << "in the first task's slot";
+}
