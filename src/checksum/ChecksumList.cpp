@@ -1,10 +1,10 @@
 #include "checksum/ChecksumList.h"
 
 #include "platform/Product.h"
+#include "platform/files/NamedFile.h"
 #include "platform/text/DateDescription.h"
 
 #include <QDateTime>
-#include <QFile>
 
 namespace zolt::checksumList {
 
@@ -23,7 +23,7 @@ QString header(const QString& format)
 
 OptionalText text(const QString& path)
 {
-    QFile file(path);
+    NamedFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
     return decodeUtf8(file.readAll());
 }

@@ -3,7 +3,6 @@
 #include "platform/files/FileNames.h"
 
 #include <QByteArray>
-#include <QFile>
 
 #include <openssl/md5.h>
 

@@ -1,6 +1,8 @@
 #include "ListFixture.h"
 
 #include "checksum/VerifyMD5Task.h"
+#include "platform/files/FileNames.h"
+#include "platform/files/NamedFile.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -139,4 +141,15 @@ TEST_F(VerifyMd5, SeveralListsMakeOneReportInTheirOrder)
         expected += u"Verify MD5: "_s + name + u"\na.wav : OK\n\n"_s;
     }
     EXPECT_EQ(reportOf(tasks, results_), expected);
+}
+
+TEST_F(VerifyMd5, AListWhoseOwnNameIsNotUtf8IsRead)
+{
+    const QString list = nameOfBytes(QFile::encodeName(folder_.path()) + "/s\xe4tze.md5");
+    NamedFile file(list);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray(abc) + " *a.wav\n");
+    file.close();
+    const auto task = VerifyMD5Task::initWithQueueForFileNameWithResults(&queue_, list, results_);
+    EXPECT_TRUE(reportOf({task}, results_).endsWith(u"\na.wav : OK\n\n"_s));
 }
