@@ -1,9 +1,6 @@
 #include "ui/bus/LauncherBadge.h"
 
-#include "ui/bus/Names.h"
-
-#include <QDBusConnection>
-#include <QDBusMessage>
+#include "ui/bus/LauncherUpdate.h"
 
 namespace zolt {
 
@@ -34,13 +31,7 @@ void LauncherBadge::tell()
 {
     told_ = count_;
     pause_.start();
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected()) return;
-    QDBusMessage update = QDBusMessage::createSignal(QString::fromUtf16(busName::object),
-                                                     u"com.canonical.Unity.LauncherEntry"_s, u"Update"_s);
-    update << QString::fromUtf16(busName::launcherUri)
-           << QVariantMap{{u"count"_s, count_}, {u"count-visible"_s, count_ > 0}};
-    bus.send(update);
+    sendLauncherUpdate(QDBusConnection::sessionBus(), {{u"count"_s, count_}, {u"count-visible"_s, count_ > 0}});
 }
 
 } // namespace zolt

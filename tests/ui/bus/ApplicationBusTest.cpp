@@ -1,10 +1,10 @@
 #include "ui/bus/ApplicationBus.h"
 
+#include "PrivateBus.h"
 #include "support/EventLoop.h"
 #include "ui/bus/Names.h"
 
 #include <QDBusMessage>
-#include <QProcess>
 
 namespace zolt::test {
 namespace {
@@ -16,20 +16,7 @@ using testing::ElementsAre;
 class ApplicationBusTest : public testing::Test
 {
 protected:
-    ApplicationBusTest()
-    {
-        daemon_.start(u"dbus-daemon"_s, {u"--session"_s, u"--print-address"_s, u"--nofork"_s});
-        EXPECT_TRUE(daemon_.waitForReadyRead()) << daemon_.errorString().toStdString();
-        address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
-    }
-    ~ApplicationBusTest() override
-    {
-        for (const char16_t* name : {u"first", u"second"})
-            QDBusConnection::disconnectFromBus(QString::fromUtf16(name));
-        daemon_.kill();
-        daemon_.waitForFinished();
-    }
-    QDBusConnection connection(const QString& name) { return QDBusConnection::connectToBus(address_, name); }
+    QDBusConnection connection(const QString& name) { return bus_.connection(name); }
     void listen(ApplicationBus& bus)
     {
         bus.setHandlers({.activate = [this] { ++activations; },
@@ -46,8 +33,7 @@ protected:
         return taken == 1;
     }
 
-    QProcess daemon_;
-    QString address_;
+    PrivateBus bus_;
     int activations = 0;
     QStringList opened;
     int tab = -1;
