@@ -8,7 +8,9 @@
 #include "platform/threads/DetachedThreads.h"
 #include "shell/DockMenuController.h"
 #include "shell/ZOLTController.h"
+#include "ui/bus/RunOnBus.h"
 
+#include <QApplication>
 #include <QProgressDialog>
 #include <QTimer>
 
@@ -40,12 +42,15 @@ WindowProgram::WindowProgram()
     program_->controller().setWalksInBackground(true);
     mainWindow_ = std::make_unique<MainWindow>(program_->controller(), pagesOf(*program_));
     desktop_.setMainWindow(mainWindow_.get());
+    onBus_ = std::make_unique<RunOnBus>(program_->record(), [] { return QApplication::activeWindow() != nullptr; });
+    onBus_->setShowReport([this] { present(); });
     // From the event loop itself: ending waits, and whoever asked for it is still on his way out.
     desktop_.setTerminateHandler([this] { QTimer::singleShot(0, mainWindow_.get(), [this] { terminate(); }); });
 }
 
 WindowProgram::~WindowProgram()
 {
+    onBus_.reset();
     mainWindow_.reset();
     interfaces_.closeAll();
     program_.reset();

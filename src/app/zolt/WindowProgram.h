@@ -14,6 +14,7 @@ namespace zolt {
 
 class MainWindow;
 class Program;
+class RunOnBus;
 
 /// Made after the application object. Main thread.
 class WindowProgram
@@ -51,6 +52,7 @@ private:
     QtInterfaces interfaces_;
     std::unique_ptr<Program> program_;
     std::unique_ptr<MainWindow> mainWindow_;
+    std::unique_ptr<RunOnBus> onBus_;
     std::function<void()> ending_;
     std::function<void(const QStringList&)> startAnew_;
     std::function<void()> ended_;
