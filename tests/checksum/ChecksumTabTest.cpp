@@ -92,7 +92,7 @@ TEST_F(ChecksumTabTest, FilesThatNothingTestsEmptyTheListWithoutATask)
 TEST_F(ChecksumTabTest, ListsAreRecognisedByTheirNames)
 {
     press(ChecksumTab::VerifyLists, {u"a.md5"_s, u"b.ST5"_s, u"c.ffp"_s, u"d.FFP.TXT"_s, u"e.txt"_s, u"f.md5.txt"_s,
-                                     u"g.ffp.md5"_s, u"h.flac"_s});
+                                     u"g.ffp.md5"_s, u"h.flac"_s, u"i.ffp.wav"_s});
     ASSERT_EQ(queue().taskCount(), 5);
     EXPECT_EQ(task<VerifyMD5Task>(0)->fileName(), pathOf(u"a.md5"_s));
     EXPECT_TRUE(task<VerifyST5Task>(1));
