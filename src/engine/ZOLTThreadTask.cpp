@@ -135,11 +135,18 @@ void ZOLTThreadTask::stopTask(Sender)
     endTool();
     setActive(false);
     setDone(true);
-    if (end_.runsCleanup) guarded("cleanup", [this] { cleanup(); });
+    if (end_.runsCleanup) runCleanup();
     if (end_.drops == ThreadEnd::Drops::AheadOfRow && !error()) setResults(nullptr);
     ZOLTTask::stopTask(nullptr);
     if (end_.drops == ThreadEnd::Drops::BehindRow && !error()) setResults(nullptr);
     if (neverBegan || end_.reports == ThreadEnd::Reports::AtEachStop) reportCompleted();
+}
+
+void ZOLTThreadTask::runCleanup()
+{
+    // A cancel and the thread may come here together: no file is to be written by both at once.
+    const std::lock_guard guard(cleanup_);
+    guarded("cleanup", [this] { cleanup(); });
 }
 
 void ZOLTThreadTask::finishAfterFault()

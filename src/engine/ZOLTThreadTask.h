@@ -67,7 +67,7 @@ public:
     /// Ends the task as its ThreadEnd says.
     void stopTask(Sender sender) override;
 
-    /// Hook at the end. May run twice after a cancel, on two threads.
+    /// Hook at the end. May run twice after a cancel, on two threads, but one after the other.
     virtual void cleanup() {}
     /// Hook for each piece that a tool writes, where its call names no parser. On the task's own thread.
     virtual void processTaskOutput(const OptionalText& output);
@@ -106,9 +106,11 @@ private:
     bool stopsAt(ToolCall::StopAt stopAt) const;
     void letToolGo();
     void endTool();
+    void runCleanup();
 
     const ThreadEnd end_;
     std::atomic<Phase> phase_ = Phase::Waiting;
+    std::mutex cleanup_; // held while the hook runs
     Environment environment_;
     std::shared_ptr<ChildProcess> task_;
 };

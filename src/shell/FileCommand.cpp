@@ -16,6 +16,17 @@ bool confirmDeletion()
                QString(), QStringLiteral("Yes"), QStringLiteral("No")) == alertReply::defaultButton;
 }
 
+/// @throws InvalidArgumentException where the task cannot delete its source; nobody else will let go of it then
+void setDeletion(ZOLTTask& task)
+{
+    try {
+        task.setDeleteOriginal(true);
+    } catch (...) {
+        task.setResults(nullptr); // a task that is never queued has no queue to break its ring with its results
+        throw;
+    }
+}
+
 } // namespace
 
 FileCommand::FileCommand(const BaseTab& tab, const Choices& choices, QString folder)
@@ -40,7 +51,7 @@ QString FileCommand::folderFor(const QString& file) const
 void FileCommand::queue(const std::shared_ptr<ZOLTTask>& task) const
 {
     if (!task) return;
-    if (choices_.deletes) task->setDeleteOriginal(true); // first: queueing it may start it
+    if (choices_.deletes) setDeletion(*task); // first: queueing it may start it
     tab_.taskQueue()->addTask(task);
 }
 
