@@ -1,4 +1,5 @@
 #include "BatchTesting.h"
+#include "support/Programs.h"
 #include "support/SampleFlac.h"
 
 #include <QDir>
@@ -135,6 +136,20 @@ TEST_F(BatchFaults, AListThatNamesABadFileEndsWithOne)
     const auto outcome = run({u"checksum"_s, u"verify"_s, u"list.md5"_s});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  list.md5"_s)) << "the row itself is complete";
+}
+
+TEST_F(BatchFaults, ACommandThatGivesUpHalfwayLetsWhatIsQueuedEnd)
+{
+    zolt::test::run(u"sox"_s, {u"-q"_s, u"-D"_s, u"-n"_s, u"-b"_s, u"16"_s, u"-r"_s, u"44100"_s, in(u"b.wav"_s),
+                               u"synth"_s, u"0.1"_s});
+    ASSERT_EQ(run({u"encode"_s, u"--to"_s, u"M4A"_s, u"b.wav"_s}).status, 0);
+    ASSERT_TRUE(QFile::rename(in(u"b.wav"_s), in(u"a.wav"_s)));
+    const auto outcome = run({u"encode"_s, u"--delete-originals"_s, u"--yes"_s, u"a.wav"_s, u"b.m4a"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  a.wav"_s));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("is not answered by"));
+    EXPECT_TRUE(contents(in(u"a.flac"_s)).startsWith("fLaC"));
+    EXPECT_TRUE(QFile::exists(in(u"b.m4a"_s)));
 }
 
 TEST_F(BatchFaults, ToolsSucceedThoughChildrenAreIgnoredByWhoeverStartedIt)

@@ -1,0 +1,61 @@
+#include "app/Program.h"
+
+#include "engine/EngineFixture.h"
+#include "engine/ZOLTTaskQueue.h"
+#include "shell/ZOLTController.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A task that never reports its end.
+class Forgetful : public ZOLTTask
+{
+public:
+    static std::shared_ptr<Forgetful> make(ZOLTTaskQueue* queue)
+    {
+        std::shared_ptr<Forgetful> task(new Forgetful);
+        task->setUpWithQueue(queue);
+        return task;
+    }
+};
+
+class ProgramEnd : public testing::Test
+{
+protected:
+    ZOLTTaskQueue& queue() { return *program_.controller().taskQueue(); }
+
+    RecordingDesktop desktop_;
+    Program program_;
+};
+
+} // namespace
+
+TEST_F(ProgramEnd, CancelsWhatRunsAndStartsNothing)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 1});
+    const auto running = TestTask::make(&queue()), waiting = TestTask::make(&queue());
+    queue().addTasks({running, waiting});
+    program_.finish();
+    EXPECT_TRUE(running->cancelled() && waiting->cancelled());
+    EXPECT_EQ(waiting->starts, 0);
+}
+
+TEST_F(ProgramEnd, EndsWhatTheEndOfATaskQueues)
+{
+    const auto task = TestTask::make(&queue()), following = TestTask::make(&queue());
+    task->results()->setTaskAfterSetDone(following);
+    queue().addTask(task);
+    program_.finish();
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_TRUE(following->cancelled());
+}
+
+TEST_F(ProgramEnd, ComesThoughATaskForgetsToReport)
+{
+    queue().addTask(Forgetful::make(&queue()));
+    program_.finish(); // returns
+    EXPECT_EQ(queue().taskCount(), 1);
+}
