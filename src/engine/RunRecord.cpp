@@ -101,19 +101,21 @@ void RunRecord::note(Event event)
 
 // The same on the main thread -----------------------------------------------------------------------------------
 
+bool RunRecord::take(Event& event)
+{
+    const std::lock_guard guard(mutex_);
+    posted_ = false; // a listener may wait in an event loop of its own, which goes on with what comes
+    if (events_.empty()) return false;
+    event = std::move(events_.front());
+    events_.pop_front();
+    return true;
+}
+
 void RunRecord::deliver()
 {
-    const auto next = [this]() -> std::optional<Event> {
-        const std::lock_guard guard(mutex_);
-        posted_ = false; // a listener may wait in an event loop of its own, which goes on with what comes
-        if (events_.empty()) return std::nullopt;
-        Event event = std::move(events_.front());
-        events_.pop_front();
-        return event;
-    };
     const auto self = self_; // a listener may be the record's end
-    for (auto event = next(); event; event = *self ? next() : std::nullopt)
-        handle(*event);
+    for (Event event; *self && take(event);)
+        handle(event);
 }
 
 void RunRecord::handle(const Event& event)

@@ -73,9 +73,9 @@ private:
     struct Event
     {
         enum class Kind { Added, Started, Ended, Reported };
-        Kind kind;
-        std::shared_ptr<ZOLTTask> task;
-        qint64 at;
+        Kind kind = Kind::Added;
+        std::shared_ptr<ZOLTTask> task = {};
+        qint64 at = 0;
         Outcome outcome = Outcome::Waiting;
         OptionalText report = {};
     };
@@ -93,6 +93,7 @@ private:
     void taskReported(const std::shared_ptr<ZOLTTask>& task, const OptionalText& text) override;
 
     void note(Event event);
+    bool take(Event& event);
     void deliver();
     void handle(const Event& event);
     void add(const Event& event);
