@@ -48,13 +48,11 @@ TEST_F(OutputWindows, WindowMadeOnATaskThreadIsBuiltOnTheMainThread)
 {
     void* built = nullptr;
     bool onMain = false, shownBefore = true;
-    QPointF place;
     installInterface(u"OutputWindow"_s, [&](void* owner) {
         built = owner;
         onMain = isMainThread();
         const auto& window = *static_cast<OutputWindowController*>(owner)->window();
         shownBefore = window.isVisible();
-        place = window.frameTopLeftPoint();
     });
     detachThread([&] { queue_.showOutputWindowTitle(u"a"_s, u"t"_s); });
     waitForDetachedThreads();
@@ -62,8 +60,7 @@ TEST_F(OutputWindows, WindowMadeOnATaskThreadIsBuiltOnTheMainThread)
     installInterface(u"OutputWindow"_s, {});
     EXPECT_EQ(built, queue_.outputWindows()[0].get());
     EXPECT_TRUE(onMain);
-    EXPECT_FALSE(shownBefore) << "the view must be there to follow the order to the front, and to know the place";
-    EXPECT_EQ(place, queue_.outputWindows()[0]->window()->frameTopLeftPoint());
+    EXPECT_FALSE(shownBefore) << "the view must be there to follow the order to the front";
     EXPECT_TRUE(queue_.outputWindows()[0]->window()->isVisible());
 }
 
