@@ -4,6 +4,7 @@
 #include "decode/DecodeTab.h"
 #include "encode/EncodeTab.h"
 #include "shell/Constants.h"
+#include "tags/TagsTab.h"
 
 namespace zolt {
 
@@ -22,6 +23,7 @@ const std::vector<TabRow>& tabRows()
         {Constants::DECODE, make<DecodeTab>},
         {Constants::ENCODE, make<EncodeTab>},
         {Constants::CHECKSUM, make<ChecksumTab>},
+        {Constants::TAGS, make<TagsTab>},
     };
     return rows;
 }

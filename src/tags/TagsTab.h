@@ -1,0 +1,95 @@
+// The tab that shows the tags of one file and writes tags into one or many.
+#pragma once
+
+#include "platform/controls/Button.h"
+#include "platform/controls/CheckBox.h"
+#include "platform/controls/ImageView.h"
+#include "platform/controls/TextField.h"
+#include "platform/threads/NotificationCenter.h"
+#include "shell/BaseTab.h"
+#include "tags/TagWriteRun.h"
+#include "tags/TagsObject.h"
+#include "tags/ZOLTCustomTagsPanel.h"
+
+#include <functional>
+
+namespace zolt {
+
+/// Queues no task: files are written at once, on the main thread, by direct calls to the helpers.
+class TagsTab : public BaseTab
+{
+public:
+    TagsTab();
+    ~TagsTab() override;
+
+    /// Whether the selected files are named from the track names, by their rows in the whole list.
+    bool autoName() const { return autoNameButton->state(); }
+    void setAutoName(bool autoName) { autoNameButton->setState(autoName); }
+    /// Whether empty fields are written too; see the writers for what goes then.
+    bool writeEmptyTags() const { return writeEmptyTagsButton->state(); }
+    void setWriteEmptyTags(bool writeEmptyTags) { writeEmptyTagsButton->setState(writeEmptyTags); }
+
+    void openCustomTagsPanel(Sender sender);
+    /// True for the item that loads a cue sheet, while this tab is in front.
+    bool validateMenuItem(const QString& title) const;
+    void loadTagsFromCueSheet(Sender sender);
+    void awakeFromNib() override;
+    void clearFiles() override;
+    /// The check box was clicked: brings the names up if it is on.
+    void autoNameClick(Sender sender);
+    void setTrackNameWindow(const std::shared_ptr<TrackNameInputController>& window) override;
+    void showNamesWindow(Sender sender);
+    /// Shows the tags of the one selected file. @throws AssertionException for an M4A file that cannot be read
+    void fillTagsForSelectedRow();
+    void tableViewSelectionDidChange();
+    /// Writes into the selected files, from the top.
+    /// @throws AssertionException for a file that cannot be written, which ends the run
+    /// @throws RangeException for a row behind the last name
+    void executeCommand(Sender sender) override;
+    void trackNamesEntered(const Notification& notification);
+
+    Outlets outlets() const override;
+    WorkPlan workPlan() const override;
+
+    /// What the last run did; empty before the first.
+    const TagWriteRun& lastRun() const { return run_; }
+    /// Called between two files of a run, so that a window can repaint itself.
+    void setBetweenFiles(std::function<void()> work) { betweenFiles_ = std::move(work); }
+    const QStringList& names() const { return names_; }
+    ZOLTCustomTagsPanel& customTagsPanel() { return customTagsPanel_; }
+
+    // Outlets.
+    std::shared_ptr<TextField> titleText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> artistText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> dateText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> albumText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> commentText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> discText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> trackText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> trackTotalText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> discTotalText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> genreText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> composerText = std::make_shared<TextField>();
+    std::shared_ptr<TextField> multipleSelectionsLabel = std::make_shared<TextField>(TextField::labelStyle());
+    std::shared_ptr<ImageView> albumArtImageView = std::make_shared<ImageView>();
+    std::shared_ptr<CheckBox> autoNameButton = std::make_shared<CheckBox>();
+    std::shared_ptr<CheckBox> writeEmptyTagsButton = std::make_shared<CheckBox>();
+    std::shared_ptr<Button> customTagsButton = std::make_shared<Button>();
+    std::shared_ptr<Button> namesButton = std::make_shared<Button>();
+    std::shared_ptr<Button> cueSheetButton = std::make_shared<Button>();
+
+private:
+    void writeRow(const QString& path, qsizetype row);
+    TagsObject recordFor(qsizetype row) const;
+    void name(TagsObject& tags, qsizetype row) const;
+    bool hasEnoughNames() const;
+    QString wordsFor(qsizetype count) const;
+
+    std::shared_ptr<TrackNameInputController> trackNamesWindow_;
+    ZOLTCustomTagsPanel customTagsPanel_;
+    QStringList names_;
+    TagWriteRun run_;
+    std::function<void()> betweenFiles_;
+};
+
+} // namespace zolt
