@@ -9,6 +9,8 @@
 #include "tags/CueSheetTagImporter.h"
 #include "tags/TagRoutes.h"
 
+#include <QScopeGuard>
+
 #include <span>
 
 using namespace Qt::StringLiterals;
@@ -128,6 +130,7 @@ void TagsTab::fillTagsForSelectedRow()
     const QString path = fileNames().at(tableView->selectedRow());
     const TagRoute* const route = tagRouteFor(path);
     const auto tags = route ? route->read(path) : std::make_shared<TagsObject>();
+    artIsUnreadable_ = tags->artIsUnreadable();
     customTagsPanel_.clearTags();
     for (const Field& field : fields())
         (this->*field.control)->setStringValue(textOrEmpty(((*tags).*field.text)()));
@@ -135,8 +138,17 @@ void TagsTab::fillTagsForSelectedRow()
     if (!tags->customTagsDictionary().isEmpty()) customTagsPanel_.fillTags(tags->customTagsDictionary());
 }
 
+QString TagsTab::coverInWords() const
+{
+    const auto image = albumArtImageView->image();
+    if (image) return u"%1 by %2 pixels"_s.arg(image->drawn().width()).arg(image->drawn().height());
+    if (artIsUnreadable_) return u"The file has a picture that cannot be shown here."_s;
+    return u"No cover"_s;
+}
+
 void TagsTab::tableViewSelectionDidChange()
 {
+    artIsUnreadable_ = false;
     const qsizetype selected = tableView->numberOfSelectedRows();
     if (selected == 1) {
         fillTagsForSelectedRow();
@@ -169,6 +181,7 @@ void TagsTab::executeCommand(Sender)
     run_ = {.asked = rows.size()};
     // One dictionary for all records of the run.
     if (customTagsPanel_.customTagDictionary()) customTagsPanel_.fillTagsDictionary();
+    const auto told = qScopeGuard([this] { resultLabel->setStringValue(run_.sentence()); });
     for (const qsizetype row : rows) {
         if (betweenFiles_ && row != rows.constFirst()) betweenFiles_();
         writeRow(files.at(row), row);
@@ -228,6 +241,7 @@ Outlets TagsTab::outlets() const
         all.push_back({field.outlet, this->*field.control});
     all.insert(all.end(), {{u"multipleSelectionsLabel"_s, multipleSelectionsLabel},
                            {u"albumArtImageView"_s, albumArtImageView},
+                           {u"resultLabel"_s, resultLabel},
                            {u"autoNameButton"_s, autoNameButton},
                            {u"writeEmptyTagsButton"_s, writeEmptyTagsButton},
                            {u"customTagsButton"_s, customTagsButton},
@@ -246,6 +260,8 @@ WorkPlan TagsTab::workPlan() const
     plan.words = plan.items.empty() ? u"Select the files to be tagged"_s : wordsFor(qsizetype(plan.items.size()));
     if (writeEmptyTags())
         plan.cautions += u"Empty fields are emptied in the files; in FLAC files other tags and pictures go too."_s;
+    if (writeEmptyTags() && artIsUnreadable_)
+        plan.cautions += u"The picture that cannot be shown here is removed from the file."_s;
     if (albumArtImageView->image()) plan.cautions += u"FLAC and MP3 files keep the covers that they have beside it."_s;
     return plan;
 }

@@ -1,4 +1,4 @@
-// The tab that shows the tags of one file and writes tags into one or many.
+// The tab for looking at tags and changing them, file by file or in many at a time.
 #pragma once
 
 #include "platform/controls/Button.h"
@@ -15,7 +15,7 @@
 
 namespace zolt {
 
-/// Queues no task: files are written at once, on the main thread, by direct calls to the helpers.
+/// Has no tasks: its command has written every file when it returns. Main thread.
 class TagsTab : public BaseTab
 {
 public:
@@ -53,6 +53,8 @@ public:
 
     /// What the last run did; empty before the first.
     const TagWriteRun& lastRun() const { return run_; }
+    /// The cover's size, or that the file's own cannot be shown.
+    QString coverInWords() const;
     /// Called between two files of a run, so that a window can repaint itself.
     void setBetweenFiles(std::function<void()> work) { betweenFiles_ = std::move(work); }
     const QStringList& names() const { return names_; }
@@ -72,6 +74,8 @@ public:
     std::shared_ptr<TextField> composerText = std::make_shared<TextField>();
     std::shared_ptr<TextField> multipleSelectionsLabel = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<ImageView> albumArtImageView = std::make_shared<ImageView>();
+    /// What the last run wrote, in words; our own.
+    std::shared_ptr<TextField> resultLabel = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<CheckBox> autoNameButton = std::make_shared<CheckBox>();
     std::shared_ptr<CheckBox> writeEmptyTagsButton = std::make_shared<CheckBox>();
     std::shared_ptr<Button> customTagsButton = std::make_shared<Button>();
@@ -89,6 +93,7 @@ private:
     ZOLTCustomTagsPanel customTagsPanel_;
     QStringList names_;
     TagWriteRun run_;
+    bool artIsUnreadable_ = false; ///< of the one selected file
     std::function<void()> betweenFiles_;
 };
 

@@ -11,7 +11,7 @@
 
 namespace zolt {
 
-/// Every way of closing the panel accepts what stands in it. Main thread.
+/// Cannot be cancelled: its texts are taken however it is closed. Main thread.
 class ZOLTCustomTagsPanel
 {
 public:

@@ -7,6 +7,7 @@
 #include "shell/ZOLTStringGetterPanel.h"
 #include "ui/panels/StatusPanelWindow.h"
 #include "ui/panels/StringGetterDialog.h"
+#include "ui/panels/TrackNamesWindow.h"
 #include "ui/queue/StatusQueueWindow.h"
 #include "ui/reports/OutputWindow.h"
 
@@ -18,7 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const char16_t* const names[] = {u"StatusQueue", u"StringGetterPanel", u"StatusPanel", u"OutputWindow"};
+const char16_t* const names[] = {u"StatusQueue",          u"StringGetterPanel", u"StatusPanel",   u"OutputWindow",
+                                 u"TrackNameInputWindow", u"CustomTagsPanel",   u"TrimCharsPanel"};
 
 /// Output windows go by themselves when they are closed; this knows those that are left.
 QList<QPointer<QWidget>>& outputWindows()
@@ -40,6 +42,12 @@ QtInterfaces::QtInterfaces()
     install<StatusQueueWindow, ZOLTTaskQueue>(names[0]);
     install<StringGetterDialog, ZOLTStringGetterPanel>(names[1]);
     install<StatusPanelWindow, StatusPanelController>(names[2]);
+    install<TrackNamesWindow, TrackNameInputController>(names[4]);
+    install<CustomTagsDialog, ZOLTCustomTagsPanel>(names[5]);
+    // Its owner is another one each time, and gone with the run.
+    installInterface(QString::fromUtf16(names[6]), [last = std::make_shared<std::unique_ptr<QWidget>>()](void* owner) {
+        *last = std::make_unique<TrimCharsDialog>(*static_cast<ZOLTTrimCharsPanel*>(owner));
+    });
     installInterface(QString::fromUtf16(names[3]), [](void* owner) {
         outputWindows().removeIf([](const auto& window) { return !window; });
         outputWindows().append(new OutputWindow(*static_cast<OutputWindowController*>(owner)));

@@ -5,11 +5,13 @@
 #include "decode/DecodeTab.h"
 #include "encode/EncodeTab.h"
 #include "shell/Constants.h"
+#include "tags/TagsTab.h"
 #include "ui/pages/AboutPage.h"
 #include "ui/pages/CommandPage.h"
 #include "ui_ChecksumChoices.h"
 #include "ui_DecodeChoices.h"
 #include "ui_EncodeChoices.h"
+#include "ui_TagsChoices.h"
 
 namespace zolt {
 
@@ -61,6 +63,21 @@ MainWindow::PageBuilder checksumPage(Program& program)
     };
 }
 
+/// The files are written on the main thread: between two of them the window is painted, but takes no input.
+void paintOnly()
+{
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+MainWindow::PageBuilder tagsPage(Program& program)
+{
+    return [&tab = program.tab<TagsTab>()](QWidget* parent) {
+        tab.setBetweenFiles(paintOnly);
+        return (new CommandPage(tab, {u"&Write Tags"_s, setUp<Ui::TagsChoices>}, parent))
+            ->withLiveLine(u"coverFacts"_s, saying(tab, &TagsTab::coverInWords));
+    };
+}
+
 } // namespace
 
 MainWindow::PageBuilders pagesOf(Program& program)
@@ -69,6 +86,7 @@ MainWindow::PageBuilders pagesOf(Program& program)
         {C::DECODE, page<DecodeTab, Ui::DecodeChoices>(program, u"&Decode"_s)},
         {C::ENCODE, encodePage(program)},
         {C::CHECKSUM, checksumPage(program)},
+        {C::TAGS, tagsPage(program)},
         {C::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
     };
 }
