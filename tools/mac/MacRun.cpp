@@ -3,10 +3,14 @@
 #include "audio/Console.h"
 #include "audio/Progress.h"
 #include "audio/WavHeader.h"
+#include "audio/WavReader.h"
 #include "audio/WavWriter.h"
+#include "mac/ApeFrame.h"
 #include "mac/ApeHeader.h"
 #include "mac/ApeReader.h"
+#include "mac/ApeWriter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -15,6 +19,8 @@
 namespace zolt::companion {
 
 namespace {
+
+constexpr std::size_t mostTrailerBytes = 16 << 20;
 
 /// Ahead of the first of these lines stands no digit: it would be taken for the number.
 void printProgress(const Reading& reading)
@@ -108,6 +114,45 @@ int decode(const MacCall& call)
     return tell(call, damaged, content, source.header);
 }
 
+void check(const MacCall& call, const WavReader& wav)
+{
+    const auto refuse = [&call](const char* why) { throw Failure(Fault::Format, call.input + ": " + why); };
+    if (call.level < 1000 || call.level > 5000 || call.level % 1000 != 0) refuse("there are levels 1000 to 5000 alone");
+    if (wav.format().bits > 16) refuse("has samples of 24 bits, whose encoding is not proved at every level yet");
+    if (wav.format().channels > 2) refuse("has more than two channels");
+    if (!wav.dataBytes()) refuse("does not state how long it is");
+    if (*wav.dataBytes() < wav.format().frameBytes()) refuse("holds no sample");
+    if (*wav.dataBytes() > 0xffffffff / 2) refuse("is too long");
+}
+
+int encode(const MacCall& call)
+{
+    ByteSource source(call.input);
+    WavReader wav(source);
+    check(call, wav);
+    const std::size_t frameBytes = wav.format().frameBytes();
+    const auto samples = std::uint32_t(*wav.dataBytes() / frameBytes);
+    Output output(call.output, source, Unfinished::Removed);
+    if (!output.canRewrite()) throw Failure(Fault::Write, call.output + ": is no file");
+    sayUnlessQuiet(call, "Compressing\n");
+    Progress progress(samples, call.quiet() ? Progress::Print() : printProgress);
+    ApeWriter writer(output, wav.format(), call.level, samples, wav.header());
+    for (std::uint32_t done = 0; done < samples;) {
+        const std::uint32_t count = std::min(apeFrameSamples, samples - done);
+        Bytes bytes(count * frameBytes);
+        wav.read(bytes.data(), bytes.size());
+        writer.add(encodeApeFrame(bytes, wav.format(), call.level));
+        progress.reached(done += count);
+    }
+    Bytes rest(std::size_t(*wav.dataBytes() % frameBytes));
+    wav.read(rest.data(), rest.size());
+    const Bytes trailer = wav.trailer(mostTrailerBytes);
+    rest.insert(rest.end(), trailer.begin(), trailer.end());
+    writer.finish(rest);
+    sayUnlessQuiet(call, "\nSuccess.\n");
+    return 0;
+}
+
 } // namespace
 
 int runMac(const MacCall& call)
@@ -118,7 +163,7 @@ int runMac(const MacCall& call)
     case MacCall::Task::Decode:
         return decode(call);
     default:
-        throw Failure(Fault::Format, call.input + ": encoding to Monkey's Audio is not there yet");
+        return encode(call);
     }
 }
 

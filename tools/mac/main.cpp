@@ -1,4 +1,4 @@
-// Decodes and verifies Monkey's Audio files. Debian has no such program.
+// Makes, decodes and verifies Monkey's Audio files. Debian has no such program.
 
 #include "audio/Console.h"
 #include "mac/MacRun.h"
