@@ -26,6 +26,11 @@ void VerifyListTask::report(const QString& text) const
     if (const auto collector = results()) collector->appendResultsForTask(text, this);
 }
 
+void VerifyListTask::noteMissing(const QString& line) const
+{
+    if (const auto collector = results()) collector->noteMissing(line);
+}
+
 void VerifyListTask::showProgress(qsizetype entry, qsizetype entries) const
 {
     progressIndicator()->setDoubleValue(100.0 * double(entry) / double(entries));

@@ -30,6 +30,8 @@ protected:
     virtual void verifyList() = 0;
     /// Appends to this task's own slot of the report.
     void report(const QString& text) const;
+    /// Tells whoever sums the report up that this line of it is about a file that is not there.
+    void noteMissing(const QString& line) const;
     /// The bar after the entry of that number (from 1) of so many.
     void showProgress(qsizetype entry, qsizetype entries) const;
 

@@ -2,6 +2,7 @@
 
 #include "checksum/ChecksumList.h"
 #include "checksum/MD5Helper.h"
+#include "platform/files/Files.h"
 
 namespace zolt {
 
@@ -41,9 +42,11 @@ QString VerifyMD5Task::resultOf(const QString& line) const
     // Kept: a name that holds " *" itself ends there.
     topTextField()->setStringValue(u"Verifying "_s + pieces[1]);
     const QString name = trimmedText(pieces[1]);
-    const QString digest = MD5Helper::getMD5FromFile(checksumList::besideList(fileName(), name));
-    const bool matches = digest == trimmedText(pieces[0]);
-    return path::lastComponent(name) + (matches ? u" : OK\n"_s : u" : FAILED\n"_s);
+    const QString file = checksumList::besideList(fileName(), name);
+    const bool matches = MD5Helper::getMD5FromFile(file) == trimmedText(pieces[0]);
+    const QString result = path::lastComponent(name) + (matches ? u" : OK"_s : u" : FAILED"_s);
+    if (!exists(file)) noteMissing(result);
+    return result + u'\n';
 }
 
 void VerifyMD5Task::doCreateMD5()

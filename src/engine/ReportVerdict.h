@@ -1,6 +1,7 @@
 // What a report amounts to: which of its lines are good or bad news, and why something failed. No state; any thread.
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <QStringView>
 
@@ -30,7 +31,8 @@ struct ReportVerdict
 };
 
 /// Reads the whole report; the work grows with its length.
-ReportVerdict verdictOf(const QString& report);
+/// @param missing  lines that count as missing whatever they say (see ZOLTTaskResults::noteMissing)
+ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing = {});
 
 /// "11 OK, 1 failed, 2 missing", or the number of lines where none tells an outcome.
 QString inWords(const ReportVerdict& verdict);

@@ -86,7 +86,9 @@ void RunRecord::taskEnded(const std::shared_ptr<ZOLTTask>& task)
 
 void RunRecord::taskReported(const std::shared_ptr<ZOLTTask>& task, const OptionalText& text)
 {
-    note({.kind = Event::Kind::Reported, .task = task, .at = clock_(), .report = text});
+    const auto results = text ? task->results() : nullptr;
+    const auto missing = results ? results->missingLines() : QSet<QString>();
+    note({.kind = Event::Kind::Reported, .task = task, .at = clock_(), .report = text, .missing = missing});
 }
 
 void RunRecord::note(Event event)
@@ -195,7 +197,7 @@ void RunRecord::report(const Event& event)
     open_.erase(found);
     if (event.report) {
         row.report = event.report;
-        row.verdict = verdictOf(*event.report);
+        row.verdict = verdictOf(*event.report, event.missing);
         tell([&row](RunListener& listener) { listener.rowReported(row); });
     }
     tell([&row](RunListener& listener) { listener.rowClosed(row); });

@@ -78,6 +78,7 @@ private:
         qint64 at = 0;
         Outcome outcome = Outcome::Waiting;
         OptionalText report = {};
+        QSet<QString> missing = {}; // lines of the report
     };
     /// What is to be known of a row until it has reported.
     struct OpenRow

@@ -67,6 +67,18 @@ void ZOLTTaskResults::setResultsForTask(const QString& text, const ZOLTTask* tas
     resultsDictionary_[keyOf(task)] = text;
 }
 
+void ZOLTTaskResults::noteMissing(const QString& line)
+{
+    const std::lock_guard guard(mutex_);
+    missingLines_ += line;
+}
+
+QSet<QString> ZOLTTaskResults::missingLines() const
+{
+    const std::lock_guard guard(mutex_);
+    return missingLines_;
+}
+
 void ZOLTTaskResults::addTaskInSet(const std::shared_ptr<ZOLTTask>& task)
 {
     const std::lock_guard guard(mutex_);

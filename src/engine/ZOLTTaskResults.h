@@ -3,6 +3,7 @@
 
 #include "platform/text/Text.h"
 
+#include <QSet>
 #include <QString>
 
 #include <atomic>
@@ -41,6 +42,10 @@ public:
     /// Fills the task's own slot anew; for a task outside the set `results` never looks there.
     void setResultsForTask(const QString& text, const ZOLTTask* task);
 
+    /// Remembers a line of the report that is about a file which is not there, where the line itself does not say so.
+    void noteMissing(const QString& line);
+    QSet<QString> missingLines() const;
+
     /// Appends the task to the set, with an empty text.
     void addTaskInSet(const std::shared_ptr<ZOLTTask>& task);
 
@@ -69,6 +74,7 @@ private:
     Tasks tasksInSet_;
     std::map<QString, QString> resultsDictionary_;      // text by the task's index in the set, as text
     std::unordered_map<const ZOLTTask*, QString> keys_; // of each task in the set
+    QSet<QString> missingLines_;
     std::shared_ptr<ZOLTTask> taskAfterSetDone_;
     std::atomic<bool> taskSetDone_ = false;
     bool taskAfterSetClaimed_ = false;

@@ -1,6 +1,7 @@
 #include "ListFixture.h"
 
 #include "checksum/VerifyMD5Task.h"
+#include "engine/ReportVerdict.h"
 #include "platform/files/FileNames.h"
 #include "platform/files/NamedFile.h"
 
@@ -152,4 +153,14 @@ TEST_F(VerifyMd5, AListWhoseOwnNameIsNotUtf8IsRead)
     file.close();
     const auto task = VerifyMD5Task::initWithQueueForFileNameWithResults(&queue_, list, results_);
     EXPECT_TRUE(reportOf({task}, results_).endsWith(u"\na.wav : OK\n\n"_s));
+}
+
+TEST_F(VerifyMd5, WhoeverSumsTheReportUpLearnsWhichFilesAreNotThere)
+{
+    const QString report = reportOf({make(QByteArray(abc) + " *a.wav\n" + abc + " *gone.wav\n" + nothing +
+                                          " *gone too.wav\n" + nothing + " *a.wav\n")},
+                                    results_);
+    EXPECT_EQ(report, u"Verify MD5: set.md5\na.wav : OK\ngone.wav : FAILED\ngone too.wav : OK\na.wav : FAILED\n\n"_s)
+        << "the text is as ever";
+    EXPECT_EQ(inWords(verdictOf(report, results_->missingLines())), u"1 OK, 1 failed, 2 missing"_s);
 }
