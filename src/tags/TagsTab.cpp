@@ -253,7 +253,6 @@ Outlets TagsTab::outlets() const
 WorkPlan TagsTab::workPlan() const
 {
     WorkPlan plan = BaseTab::workPlan();
-    plan.besideSources = true;
     const QList<qsizetype> rows = tableView->selectedRows();
     for (const qsizetype row : rows)
         if (row < plan.files.size()) plan.items.push_back({.row = row, .source = plan.files.at(row)});
