@@ -5,6 +5,7 @@
 #include "encode/EncodeTab.h"
 #include "shell/Constants.h"
 #include "tags/TagsTab.h"
+#include "util/UtilTab.h"
 
 namespace zolt {
 
@@ -23,6 +24,7 @@ const std::vector<TabRow>& tabRows()
         {Constants::DECODE, make<DecodeTab>},
         {Constants::ENCODE, make<EncodeTab>},
         {Constants::CHECKSUM, make<ChecksumTab>},
+        {Constants::UTIL, make<UtilTab>},
         {Constants::TAGS, make<TagsTab>},
     };
     return rows;

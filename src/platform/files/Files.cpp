@@ -8,11 +8,13 @@
 #include <QFile>
 #include <QStandardPaths>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -78,6 +80,22 @@ bool removeItem(const QString& path)
 {
     std::error_code failure;
     return std::filesystem::remove(nativePath(path), failure);
+}
+
+bool removeTree(const QString& path)
+{
+    std::error_code failure;
+    std::filesystem::remove_all(nativePath(path), failure);
+    return !failure;
+}
+
+bool moveItem(const QString& path, const QString& newPath)
+{
+    const QByteArray from = bytesOfName(path), to = bytesOfName(newPath);
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) return true;
+    if (errno != EINVAL && errno != ENOSYS) return false;
+    struct stat facts = {}; // a file system that cannot do it in one step
+    return ::lstat(to.constData(), &facts) != 0 && renameItem(path, newPath);
 }
 
 QStringList directoryListing(const QString& path)

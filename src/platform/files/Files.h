@@ -20,6 +20,12 @@ bool moveToTrash(const QString& path);
 /// Removes a file, a link (never what it points to) or an empty directory. @return false if nothing was removed
 bool removeItem(const QString& path);
 
+/// Removes a file or a directory with all that is in it. @return false if something of it is left
+bool removeTree(const QString& path);
+
+/// Renames a file where nothing stands at the new path. @return false if the old name stands
+bool moveItem(const QString& path, const QString& newPath);
+
 /// The names in a directory in the order that the file system gives them, hidden ones included, "." and ".." not.
 /// A directory that cannot be read gives an empty list.
 QStringList directoryListing(const QString& path);

@@ -1,0 +1,34 @@
+#include "util/BatchRename.h"
+
+#include "platform/files/Files.h"
+#include "util/Log.h"
+
+namespace zolt {
+
+QStringList renamedPaths(const QStringList& files, const QString& prefix)
+{
+    QStringList paths;
+    for (const QString& file : files) {
+        const QString number = QStringLiteral("%1").arg(paths.size() + 1, 2, 10, QChar(u'0'));
+        const QString extension = path::extension(file);
+        const QString name = path::appendingComponent(path::deletingLastComponent(file), prefix + number);
+        paths += extension.isEmpty() ? name : path::appendingExtension(name, extension);
+    }
+    return paths;
+}
+
+OptionalText firstTaken(const QStringList& paths)
+{
+    const auto taken = std::find_if(paths.begin(), paths.end(), exists);
+    return taken == paths.end() ? std::nullopt : OptionalText(*taken);
+}
+
+void moveFiles(const QStringList& files, const QStringList& paths)
+{
+    for (qsizetype index = 0; index < files.size(); ++index) {
+        qCInfo(utilLog).noquote() << "moving" << files[index] << "to" << paths[index];
+        moveItem(files[index], paths[index]);
+    }
+}
+
+} // namespace zolt

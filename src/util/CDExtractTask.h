@@ -1,0 +1,57 @@
+// Reads tracks of an audio disc with cdda2wav, gives the files their names and writes a log.
+#pragma once
+
+#include "engine/ZOLTAsyncNSTask.h"
+
+namespace zolt {
+
+/// The tool writes into its working directory, the task's `setDirectory`.
+class CDExtractTask : public ZOLTAsyncNSTask
+{
+public:
+    static std::shared_ptr<CDExtractTask> initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue,
+                                                                                    const QString& launchPath,
+                                                                                    const QStringList& arguments);
+
+    // What follows comes before the task is queued.
+    /// Names the log.
+    void setDiscName(const QString& discName) { discName_ = discName; }
+    const QString& discName() const { return discName_; }
+    /// All tracks go into one file.
+    void setOneTrack(bool oneTrack) { oneTrack_ = oneTrack; }
+    /// First and last track, joined by "+".
+    void setTrackString(const QString& trackString) { trackString_ = trackString; }
+    /// The disc's track files; kept in the order of the tracks.
+    void setFileNames(const QStringList& files);
+    /// The folder that the files are renamed in and the log is written to; none names files of the working directory.
+    void setDirectory(const QString& directory);
+
+    /// True for the line that the tool writes when a track is done.
+    static bool isEndOfTrack(const QString& output);
+    /// The text without percentages at its end and line ends around it.
+    static QString stripPercent(const QString& output);
+    void processTaskOutput(const OptionalText& output) override;
+    /// Renames the tool's files and writes the log, whatever the outcome.
+    void cleanup() override;
+
+protected:
+    void showStart() override;
+
+private:
+    CDExtractTask() = default;
+    void showProgress(const QString& output);
+    void renameTracks();
+    void writeLog();
+    void giveName(const QString& toolFile, qsizetype index);
+    QString inDirectory(const QString& name) const;
+
+    bool oneTrack_ = false; ///< kept: told, and used nowhere
+    QString trackString_;
+    QStringList fileNames_;
+    qsizetype currentFileIndex_ = 0;
+    QString discName_;
+    QString directory_;
+    QString logOutput_;
+};
+
+} // namespace zolt

@@ -1,0 +1,35 @@
+// Makes an image of a DVD-Audio disc: dvda builds the tree, mkisofs packs it.
+#pragma once
+
+#include "engine/ZOLTThreadTask.h"
+
+namespace zolt {
+
+class DVDAuthorTask : public ZOLTThreadTask
+{
+public:
+    /// @param fileNames   the sources, which have one rate, depth and number of channels
+    /// @param outputPath  the folder of the image, the log and, meanwhile, the tree
+    static std::shared_ptr<DVDAuthorTask>
+    initTaskWithQueueFileNamesOutputPath(ZOLTTaskQueue* queue, const QStringList& fileNames, const QString& outputPath);
+
+    void processImageTaskOutput(const OptionalText& output);
+    void processDVDATaskOutput(const OptionalText& output);
+    /// Kept: neither tool's status is looked at, and the image is tried whatever became of the tree.
+    void makeImage();
+    void authorDisc();
+
+    static constexpr char16_t imageName[] = u"image.iso";
+
+protected:
+    void doStartTask() override;
+
+private:
+    DVDAuthorTask();
+    QString inOutput(const QString& name) const;
+
+    QStringList fileNames_;
+    QString outputPath_;
+};
+
+} // namespace zolt

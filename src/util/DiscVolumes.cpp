@@ -1,0 +1,74 @@
+#include "util/DiscVolumes.h"
+
+#include "platform/files/FileNames.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QStandardPaths>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype devicePrefix = 5; // "/dev/"
+
+/// A field of the table: bytes that would end it are written as a backslash and three octal digits.
+QString unescaped(const QByteArray& field)
+{
+    QByteArray bytes;
+    for (qsizetype at = 0; at < field.size(); ++at) {
+        bool isNumber = false;
+        const char byte = char(field.mid(at + 1, 3).toInt(&isNumber, 8));
+        const bool escaped = field[at] == '\\' && isNumber && at + 3 < field.size();
+        bytes += escaped ? byte : field[at];
+        if (escaped) at += 3;
+    }
+    return nameOfBytes(bytes);
+}
+
+QString discsFolder()
+{
+    return path::appendingComponent(QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation),
+                                    u"zolt/discs"_s);
+}
+
+OptionalText driveOfOwnFolder(const QString& path)
+{
+    static const QRegularExpression form(u"^Audio CD \\((\\w+)\\)$"_s);
+    if (path::deletingLastComponent(path) != discsFolder()) return std::nullopt;
+    const auto match = form.match(path::lastComponent(path));
+    return match.hasMatch() ? OptionalText(match.captured(1)) : std::nullopt;
+}
+
+} // namespace
+
+QString mountTable()
+{
+    QFile table(u"/proc/self/mounts"_s);
+    return table.open(QIODevice::ReadOnly) ? nameOfBytes(table.readAll()) : QString();
+}
+
+OptionalText discOfVolume(const QString& path, const QString& mountTable)
+{
+    if (const auto own = driveOfOwnFolder(path)) return own;
+    for (const QByteArray& line : bytesOfName(mountTable).split('\n')) {
+        const QList<QByteArray> fields = line.split(' ');
+        if (fields.size() < 2 || unescaped(fields[1]) != path) continue;
+        return unescaped(fields[0]).mid(devicePrefix);
+    }
+    return std::nullopt;
+}
+
+QString folderOfDisc(const QString& drive)
+{
+    return path::appendingComponent(discsFolder(), u"Audio CD (%1)"_s.arg(drive));
+}
+
+bool isInVirtualDiscFolder(const QString& file)
+{
+    return file.contains(u"/cdda:host=");
+}
+
+} // namespace zolt

@@ -1,0 +1,7 @@
+#include "util/Log.h"
+
+namespace zolt {
+
+Q_LOGGING_CATEGORY(utilLog, "zolt.util")
+
+} // namespace zolt

@@ -1,0 +1,101 @@
+// The tab of odd jobs, which takes every kind of file.
+#pragma once
+
+#include "encode/AudioFormatObject.h"
+#include "platform/controls/Button.h"
+#include "platform/controls/CheckBox.h"
+#include "platform/controls/Matrix.h"
+#include "platform/controls/TextField.h"
+#include "shell/BaseTab.h"
+
+#include <QObject>
+
+namespace zolt {
+
+class UtilTab : public BaseTab
+{
+public:
+    // The titles of the commands.
+    static inline const QString extraction = QStringLiteral("CD Extraction");
+    static inline const QString renaming = QStringLiteral("Batch Rename");
+    static inline const QString replayGain = QStringLiteral("Flac Replay Gain");
+    static inline const QString deEmphasis = QStringLiteral("de-emphasis");
+    static inline const QString dvdDisc = QStringLiteral("DVD Audio Disc");
+
+    UtilTab();
+
+    void setOneTrack(bool oneTrack) { oneTrackButton->setState(oneTrack); }
+    bool oneTrack() const { return oneTrackButton->state(); }
+    /// The size that so many seconds of audio take, "15.88 MB".
+    static QString parseSizeFromTimeAsStringSampleRateBitDepthNumChannels(double seconds, int sampleRate, int bitDepth,
+                                                                          int channels);
+    /// Minutes and seconds, "65:09"; hours stay in the minutes.
+    static QString parseTimeAsString(double seconds);
+    /// With the DVD command selected the whole list is scanned anew.
+    void filesAdded() override;
+    /// Reads the format of every file for a DVD; they must match. Files that cannot go on one empty the list, which
+    /// `scanNote` tells of. Blocks.
+    void findFormatInfo();
+    /// The name, and with formats their length, rate and depth.
+    QString tableViewObjectValueForTableColumnRow(int column, qsizetype row) const override;
+    /// Adds the columns of the formats.
+    void growFileTable();
+    void shrinkFileTable();
+    /// Asks for the prefix of new names, unless one was set. @return nothing if that was cancelled
+    OptionalText promptForBatchNameInput() const;
+    /// The device of a drive; blocks.
+    OptionalText getProvider(const OptionalText& discName) const;
+    QString getTrackNumberForExtract(const QStringList& names) const;
+    QStringList reNumberCdTracks() const;
+    OptionalText discIdForVolumePath(const QString& path) const;
+    /// Mounts the disc of a drive again; blocks. Nothing is mounted where there is none. @return true
+    bool mountDisc(const OptionalText& discName) const;
+    /// @throws InvalidArgumentException without a drive. @return true
+    bool unMountDisc(const OptionalText& discName) const;
+    void executeCommand(Sender sender) override;
+    /// Shows what belongs to the command. The second choice of the DVD command in a row deselects it; the first asks.
+    void displayRelevantOptions() override;
+    void clearFiles() override;
+
+    Outlets outlets() const override;
+    WorkPlan workPlan() const override;
+    /// Has files renamed with this prefix without a question; an absent one leaves the question to the command.
+    void setPrefix(const OptionalText& prefix) { prefix_ = prefix; }
+    /// The title of the selected command; empty where none is.
+    QString command() const { return commandMatrix->selectedCell().title; }
+    /// Of each listed file, in list order; empty but for the DVD command.
+    const std::vector<std::shared_ptr<AudioFormatObject>>& formatObjects() const { return formatObjects_; }
+
+    // Outlets.
+    std::shared_ptr<Matrix> commandMatrix;
+    std::shared_ptr<Matrix> replayGainMatrix;
+    std::shared_ptr<CheckBox> oneTrackButton = std::make_shared<CheckBox>();
+    std::shared_ptr<TextField> dvdAudioDiscTime = std::make_shared<TextField>(TextField::labelStyle());
+    std::shared_ptr<TextField> dvdAudioDiscSize = std::make_shared<TextField>(TextField::labelStyle());
+    std::shared_ptr<TextField> dvdAudioDiscTimeStaticText = std::make_shared<TextField>(TextField::labelStyle());
+    std::shared_ptr<TextField> dvdAudioDiscSizeStaticText = std::make_shared<TextField>(TextField::labelStyle());
+    std::shared_ptr<TextField> scanNote = std::make_shared<TextField>(TextField::labelStyle()); ///< why a list went
+
+private:
+    void hideOptions();
+    bool chooseDvd();
+    void inAMoment(const std::function<void()>& work);
+    void scan();
+    bool takeFormat(const QString& name, const AudioFormatObject& format, double total);
+    void giveUpList(const QString& why);
+    void extract();
+    void queueExtraction(const OptionalText& disc, const QString& volume, const OptionalText& folder);
+    void rename();
+    void addReplayGain();
+    void removeEmphasis();
+    void authorDvd();
+    QString tool(const QString& name) const;
+    void complain(const QString& message);
+
+    int lastSelectedIndex_ = -1; ///< of the commands, before the present change
+    std::vector<std::shared_ptr<AudioFormatObject>> formatObjects_;
+    OptionalText prefix_;
+    QObject context_; ///< of what happens in a moment; goes with the tab
+};
+
+} // namespace zolt

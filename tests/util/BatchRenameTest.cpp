@@ -1,0 +1,84 @@
+#include "util/BatchRename.h"
+
+#include "UtilFixture.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+TEST(BatchRename, CountsFromOneWithTwoDigits)
+{
+    QStringList files;
+    for (int number = 0; number < 12; ++number)
+        files += QStringLiteral("/d%1/f.%1.FLAC").arg(number);
+    const QStringList paths = renamedPaths(files, u"x"_s);
+    EXPECT_EQ(paths[0], u"/d0/x01.FLAC"_s);
+    EXPECT_EQ(paths[8], u"/d8/x09.FLAC"_s);
+    EXPECT_EQ(paths[11], u"/d11/x12.FLAC"_s);
+    EXPECT_EQ(renamedPaths({u"/d/plain"_s, u"/d/a.b.c"_s}, u"p.q"_s), QStringList({u"/d/p.q01"_s, u"/d/p.q02.c"_s}));
+}
+
+TEST_F(UtilTest, RenamingAsksForThePrefix)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({file(u"a.wav"_s)});
+    panels_.answerModal([this](Window&) { panels_.stopModal(); });
+    tab.executeCommand(nullptr); // the panel went without an answer
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_EQ(names().filter(u".wav"_s), QStringList{u"a.wav"_s});
+}
+
+TEST_F(UtilTest, RenamesAThousandFilesAtOnce)
+{
+    choose(UtilTab::renaming);
+    QStringList files;
+    for (int number = 0; number < 1000; ++number)
+        files += file(QStringLiteral("in/%1.wav").arg(number, 4, 10, QChar(u'0')), QByteArray::number(number));
+    tab.addFiles(files);
+    tab.setPrefix(u"show "_s);
+    tab.executeCommand(nullptr);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    const QStringList renamed = directoryOf(pathOf(u"in"_s));
+    EXPECT_EQ(renamed.size(), 1000);
+    EXPECT_TRUE(renamed.contains(u"show 01.wav"_s) && renamed.contains(u"show 1000.wav"_s));
+    QFile last(pathOf(u"in/show 1000.wav"_s));
+    ASSERT_TRUE(last.open(QIODevice::ReadOnly));
+    EXPECT_EQ(last.readAll(), "999");
+}
+
+TEST_F(UtilTest, OneNameThatIsTakenKeepsAllFilesAndTheList)
+{
+    choose(UtilTab::renaming);
+    const QStringList files{file(u"a.wav"_s), file(u"b.wav"_s)};
+    const QString taken = file(u"x02.wav"_s);
+    tab.addFiles(files);
+    tab.setPrefix(u"x"_s);
+    panels_.answerAlert(1);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(panels_.alerts()[0].title, u"Error"_s);
+    EXPECT_EQ(panels_.alerts()[0].message, u"File at \"%1\" already exists"_s.arg(taken));
+    EXPECT_EQ(panels_.alerts()[0].buttons, QStringList{u"OK"_s});
+    EXPECT_EQ(tab.fileNames().copy(), files);
+    EXPECT_TRUE(exists(u"a.wav"_s) && exists(u"b.wav"_s));
+}
+
+TEST_F(UtilTest, AnEmptyPrefixEmptiesTheListAlone)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({file(u"a.wav"_s)});
+    tab.setPrefix(u""_s);
+    tab.executeCommand(nullptr);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_TRUE(exists(u"a.wav"_s));
+}
+
+TEST_F(UtilTest, AFileThatCannotBeMovedStaysWithoutAWord)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({pathOf(u"gone.wav"_s), file(u"z.wav"_s)});
+    tab.setPrefix(u"x"_s);
+    tab.executeCommand(nullptr);
+    EXPECT_TRUE(exists(u"x02.wav"_s));
+    EXPECT_FALSE(exists(u"x01.wav"_s));
+    EXPECT_TRUE(panels_.alerts().empty());
+}

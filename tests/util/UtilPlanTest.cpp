@@ -1,0 +1,87 @@
+#include "UtilFixture.h"
+
+#include <QProcess>
+
+#include "shell/Outlook.h"
+#include "support/SampleFlac.h"
+#include "util/DiscVolumes.h"
+#include "util/UtilPlan.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class UtilPlanTest : public UtilTest
+{
+protected:
+    const std::atomic<bool> stop = false;
+};
+
+} // namespace
+
+TEST_F(UtilPlanTest, DeEmphasisPassesOverWhatIsNotWavOrAiff)
+{
+    choose(UtilTab::deEmphasis);
+    tab.setDestination(u"/out"_s);
+    tab.addFiles({u"/a/x.wav"_s, u"/b/x.wav"_s, u"/b/y.flac"_s});
+    const WorkPlan plan = tab.workPlan();
+    ASSERT_EQ(plan.items.size(), 2U);
+    EXPECT_EQ(plan.items[0].outputs, QStringList{u"/out/x-deemph.wav"_s});
+    EXPECT_EQ(plan.passedOver, QList<qsizetype>{2});
+    EXPECT_EQ(plan.tools, QStringList{u"sox"_s});
+    EXPECT_TRUE(outlookOf(plan, LocalDisk(), stop).problem(OutlookProblem::Kind::Collision)); // only names count
+}
+
+TEST_F(UtilPlanTest, ADesktopsViewOfADiscIsRefused)
+{
+    choose(UtilTab::extraction);
+    tab.addFiles({u"/run/user/1/gvfs/cdda:host=sr0/Track 1.wav"_s});
+    EXPECT_TRUE(tab.workPlan().items.empty());
+    EXPECT_TRUE(intentionOf(tab.workPlan()).contains(u"Tracks of Disc"));
+}
+
+TEST_F(UtilPlanTest, ExtractionForeseesTheNames)
+{
+    choose(UtilTab::extraction);
+    tab.setDestination(u"/out"_s);
+    tab.addFiles({folderOfDisc(u"sr0"_s) + u"/1 Intro.aiff"_s});
+    EXPECT_EQ(tab.workPlan().items[0].outputs, QStringList{u"/out/01 Intro.wav"_s});
+    EXPECT_EQ(tab.workPlan().tools, QStringList({u"cdda2wav"_s, u"diskutil"_s}));
+}
+
+TEST_F(UtilPlanTest, GainForeseesWhatTheToolDeclines)
+{
+    tools_.installReal(u"metaflac"_s, u"/usr/bin/metaflac"_s);
+    choose(UtilTab::replayGain);
+    makeFlac(pathOf(u"a.flac"_s));
+    makeFlac(pathOf(u"b.flac"_s));
+    tab.addFiles({pathOf(u"a.flac"_s), pathOf(u"b.flac"_s)});
+    EXPECT_FALSE(outlookOf(tab.workPlan(), LocalDisk(), stop).problem(OutlookProblem::Kind::Caution));
+    QProcess::execute(u"sox"_s, {u"-q"_s, u"-n"_s, u"-r"_s, u"48000"_s, u"-c"_s, u"2"_s, pathOf(u"c.flac"_s),
+                                 u"synth"_s, u"0.1"_s, u"noise"_s});
+    QProcess::execute(u"sox"_s, {u"-q"_s, u"-n"_s, u"-r"_s, u"44100"_s, u"-c"_s, u"3"_s, pathOf(u"d.flac"_s),
+                                 u"synth"_s, u"0.1"_s, u"noise"_s});
+    tab.addFiles({pathOf(u"c.flac"_s), pathOf(u"d.flac"_s)});
+    const Outlook outlook = outlookOf(tab.workPlan(), LocalDisk(), stop);
+    QList<qsizetype> rows;
+    for (const OutlookProblem& problem : outlook.problems)
+        rows += problem.rows;
+    EXPECT_EQ(rows, (QList<qsizetype>{2, 3}));
+}
+
+TEST_F(UtilPlanTest, EveryCommandSaysWhatItWillDo)
+{
+    tab.addFiles({u"/a.wav"_s, u"/b.flac"_s});
+    choose(UtilTab::renaming);
+    EXPECT_EQ(intentionOf(tab.workPlan()), u"Give 2 files a prefix and a number"_s);
+    choose(UtilTab::replayGain);
+    EXPECT_EQ(intentionOf(tab.workPlan()), u"Add replay gain to 1 FLAC file"_s);
+    tab.replayGainMatrix->clickCell(1, 0);
+    EXPECT_EQ(intentionOf(tab.workPlan()), u"Remove replay gain from 1 FLAC file"_s);
+    choose(UtilTab::deEmphasis);
+    EXPECT_EQ(intentionOf(tab.workPlan()), u"De-emphasize 1 WAV file in a folder that you choose"_s);
+    tab.commandMatrix->deselectAllCells();
+    EXPECT_EQ(intentionOf(tab.workPlan()), u"Choose what to do with the files"_s);
+}
