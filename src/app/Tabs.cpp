@@ -21,10 +21,8 @@ template <class Tab> std::unique_ptr<BaseTab> make()
 const std::vector<TabRow>& tabRows()
 {
     static const std::vector<TabRow> rows{
-        {Constants::DECODE, make<DecodeTab>},
-        {Constants::ENCODE, make<EncodeTab>},
-        {Constants::CHECKSUM, make<ChecksumTab>},
-        {Constants::UTIL, make<UtilTab>},
+        {Constants::DECODE, make<DecodeTab>},     {Constants::ENCODE, make<EncodeTab>},
+        {Constants::CHECKSUM, make<ChecksumTab>}, {Constants::UTIL, make<UtilTab>},
         {Constants::TAGS, make<TagsTab>},
     };
     return rows;

@@ -6,6 +6,8 @@
 #include "engine/ZOLTTaskResults.h"
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/threads/DetachedThreads.h"
+#include "platform/threads/MainQueue.h"
 #include "shell/Constants.h"
 #include "shell/ZOLTStringGetterPanel.h"
 #include "tags/FlacTagHelper.h"
@@ -14,6 +16,7 @@
 #include "util/CDExtractTask.h"
 #include "util/DVDAuthorTask.h"
 #include "util/DeEmphasisTask.h"
+#include "util/DiscContents.h"
 #include "util/DiscTracks.h"
 #include "util/DiscVolumes.h"
 #include "util/Log.h"
@@ -54,6 +57,32 @@ std::shared_ptr<AudioFormatObject> formatOf(const QString& file)
     return CoreAudioHelper::getFormatInfo(file);
 }
 
+struct FoundDisc
+{
+    QString drive;
+    QStringList names; ///< of its tracks; none where no drive holds such a disc
+    QString fault;     ///< why not
+};
+
+/// Asks one drive after the other, and the first with tracks for their titles. Blocks.
+FoundDisc lookForDisc(const QStringList& devices, const QString& informationTool)
+{
+    FoundDisc found;
+    for (const QString& device : devices) {
+        const QList<DiscTrack> tracks = readDiscContents(device, found.fault);
+        if (!found.fault.isEmpty()) continue;
+        QHash<int, QString> titles;
+        guarded("titles of a disc", [&] {
+            NSTaskWrapperSync asked(informationTool, {u"-J"_s, u"-H"_s, u"-v"_s, u"titles"_s, u"dev="_s + device});
+            titles = titlesOf(textOrEmpty(asked.runTask()));
+        });
+        found.drive = path::lastComponent(device);
+        found.names = trackFileNames(tracks, titles);
+        break;
+    }
+    return found;
+}
+
 } // namespace
 
 UtilTab::UtilTab()
@@ -63,6 +92,8 @@ UtilTab::UtilTab()
     oneTrackButton->setTitle(u"All tracks into one file"_s);
     dvdAudioDiscTimeStaticText->setStringValue(u"Length:"_s);
     dvdAudioDiscSizeStaticText->setStringValue(u"Size:"_s);
+    tracksOfDiscButton->setTitle(u"Tracks of Disc"_s);
+    tracksOfDiscButton->setAction([this] { addTracksOfDisc(tracksOfDiscButton.get()); });
     commandMatrix->setAction([this] { changeDisplayOptions(commandMatrix.get()); });
 }
 
@@ -212,9 +243,33 @@ void UtilTab::clearFiles()
     BaseTab::clearFiles();
 }
 
+void UtilTab::addTracksOfDisc(Sender)
+{
+    QStringList devices;
+    for (const QString& drive : discDrives())
+        devices += u"/dev/"_s + drive;
+    if (devices.isEmpty()) return scanNote->setStringValue(u"This machine has no drive for discs"_s);
+    addTracksOfDiscIn(devices);
+}
+
+void UtilTab::addTracksOfDiscIn(const QStringList& devices)
+{
+    scanNote->setStringValue(u"Reading the disc"_s);
+    tracksOfDiscButton->setEnabled(false);
+    detachThread([this, devices, alive = alive_, information = tool(u"cdda2wav"_s)] {
+        const FoundDisc found = lookForDisc(devices, information);
+        postToMain([this, alive, found] {
+            if (!*alive) return;
+            tracksOfDiscButton->setEnabled(true);
+            scanNote->setStringValue(found.fault);
+            if (!found.names.isEmpty()) addFiles(placeTrackFiles(found.drive, found.names));
+        });
+    });
+}
+
 void UtilTab::hideOptions()
 {
-    const std::vector<std::shared_ptr<Control>> options{oneTrackButton,   replayGainMatrix,
+    const std::vector<std::shared_ptr<Control>> options{oneTrackButton, tracksOfDiscButton,   replayGainMatrix,
                                                         dvdAudioDiscTime, dvdAudioDiscTimeStaticText,
                                                         dvdAudioDiscSize, dvdAudioDiscSizeStaticText};
     for (const auto& option : options)
@@ -228,6 +283,7 @@ void UtilTab::displayRelevantOptions()
     hideOptions();
     const QString chosen = command();
     oneTrackButton->setHidden(chosen != extraction);
+    tracksOfDiscButton->setHidden(chosen != extraction);
     replayGainMatrix->setHidden(chosen != replayGain);
     if (chosen == dvdDisc && !chooseDvd()) return;
     lastSelectedIndex_ = commandMatrix->selectedIndex();
@@ -376,7 +432,8 @@ Outlets UtilTab::outlets() const
 {
     return {
         {u"commandMatrix"_s, commandMatrix},       {u"replayGainMatrix"_s, replayGainMatrix},
-        {u"oneTrackButton"_s, oneTrackButton},     {u"dvdAudioDiscTimeStaticText"_s, dvdAudioDiscTimeStaticText},
+        {u"oneTrackButton"_s, oneTrackButton},
+{u"tracksOfDiscButton"_s, tracksOfDiscButton},     {u"dvdAudioDiscTimeStaticText"_s, dvdAudioDiscTimeStaticText},
         {u"dvdAudioDiscTime"_s, dvdAudioDiscTime}, {u"dvdAudioDiscSizeStaticText"_s, dvdAudioDiscSizeStaticText},
         {u"dvdAudioDiscSize"_s, dvdAudioDiscSize}, {u"scanNote"_s, scanNote},
     };

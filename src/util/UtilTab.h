@@ -23,6 +23,7 @@ public:
     static inline const QString dvdDisc = QStringLiteral("DVD Audio Disc");
 
     UtilTab();
+    ~UtilTab() override { *alive_ = false; }
 
     void setOneTrack(bool oneTrack) { oneTrackButton->setState(oneTrack); }
     bool oneTrack() const { return oneTrackButton->state(); }
@@ -57,6 +58,12 @@ public:
     void displayRelevantOptions() override;
     void clearFiles() override;
 
+    /// Lists the tracks of the first disc that has any, off the main thread: they come in when the drive has answered.
+    /// `scanNote` says where there is no drive or no such disc.
+    void addTracksOfDisc(Sender sender);
+    /// As addTracksOfDisc for these devices.
+    void addTracksOfDiscIn(const QStringList& devices);
+
     Outlets outlets() const override;
     WorkPlan workPlan() const override;
     /// Has files renamed with this prefix without a question; an absent one leaves the question to the command.
@@ -74,6 +81,7 @@ public:
     std::shared_ptr<TextField> dvdAudioDiscSize = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<TextField> dvdAudioDiscTimeStaticText = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<TextField> dvdAudioDiscSizeStaticText = std::make_shared<TextField>(TextField::labelStyle());
+    std::shared_ptr<Button> tracksOfDiscButton = std::make_shared<Button>();
     std::shared_ptr<TextField> scanNote = std::make_shared<TextField>(TextField::labelStyle()); ///< why a list went
 
 private:
@@ -92,6 +100,7 @@ private:
     QString tool(const QString& name) const;
     void complain(const QString& message);
 
+    std::shared_ptr<std::atomic<bool>> alive_ = std::make_shared<std::atomic<bool>>(true); ///< asked before work is done
     int lastSelectedIndex_ = -1; ///< of the commands, before the present change
     std::vector<std::shared_ptr<AudioFormatObject>> formatObjects_;
     OptionalText prefix_;

@@ -266,6 +266,15 @@ TEST_F(UtilTabTest, AnEmptyListDoesNothing)
     EXPECT_TRUE(panels_.alerts().empty() && panels_.openRequests().empty());
 }
 
+TEST_F(UtilTabTest, ADriveWithoutADiscSaysSo)
+{
+    tab.addTracksOfDiscIn({u"/dev/no-such-drive"_s});
+    EXPECT_FALSE(tab.tracksOfDiscButton->isEnabled());
+    moment([this] { return tab.tracksOfDiscButton->isEnabled(); });
+    EXPECT_EQ(tab.scanNote->stringValue(), u"/dev/no-such-drive tells no tracks: No such file or directory"_s);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+}
+
 TEST_F(UtilTabTest, OneDvdTaskTakesTheWholeList)
 {
     holdQueue();

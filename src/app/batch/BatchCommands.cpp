@@ -3,16 +3,29 @@
 #include "app/batch/ChecksumCommand.h"
 #include "app/batch/DecodeCommand.h"
 #include "app/batch/EncodeCommand.h"
+#include "app/batch/UtilCommand.h"
 
 #include <algorithm>
 
 namespace zolt::batch {
 
-const std::vector<BatchCommand>& batchCommands()
+namespace {
+
+std::vector<BatchCommand> allCommands()
 {
-    static const std::vector<BatchCommand> commands{
+    std::vector<BatchCommand> all{
         decodeCommand(), encodeCommand(), checksumTestCommand(), checksumCreateCommand(), checksumVerifyCommand(),
     };
+    for (const BatchCommand& command : utilCommands())
+        all.push_back(command);
+    return all;
+}
+
+} // namespace
+
+const std::vector<BatchCommand>& batchCommands()
+{
+    static const std::vector<BatchCommand> commands = allCommands();
     return commands;
 }
 

@@ -17,7 +17,13 @@ struct BatchCommand
 {
     CommandSyntax syntax;
     /// Sets the tab's controls as the options say. @return the tab
+    /// @throws UsageError for options that cannot be followed
     std::function<BaseTab&(Program&, const BatchOptions&)> setUp;
+    /// What the tab has to say of the files once they have entered; empty for nothing. None for a tab that says
+    /// nothing.
+    std::function<QString(const BaseTab&)> note = {};
+    /// The text that the command prints in place of being pressed; none for a command that is pressed.
+    std::function<QString(const BaseTab&)> answer = {};
 };
 
 const std::vector<BatchCommand>& batchCommands();

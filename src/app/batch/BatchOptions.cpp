@@ -128,6 +128,10 @@ private:
             const int jobs = options_.value(u"jobs"_s).toInt(&isNumber);
             if (!isNumber || jobs < 1) throw UsageError{u"--jobs takes a number from 1"_s};
         }
+        for (const OptionSyntax& option : command_->options) {
+            if (option.needed && !options_.has(option.name))
+                throw UsageError{u"%1 needs --%2"_s.arg(command_->name, option.name)};
+        }
         if (command_->needsFiles && options_.files.isEmpty())
             throw UsageError{u"%1 needs files or folders"_s.arg(command_->name)};
     }

@@ -16,6 +16,7 @@ struct OptionSyntax
     QString value;       ///< what the help calls its value; empty for an option without one
     QStringList choices; ///< the values allowed, in any case of letters; empty for any
     QString help;
+    bool needed = false; ///< a command line without it is wrong usage
 };
 
 /// What the command line of a sub-command may hold besides the options that all of them take.

@@ -106,17 +106,30 @@ int BatchRun::run()
 {
     BaseTab& tab = command_.setUp(*program_, options_);
     if (enterFiles(tab)) {
-        makeFolder(tab);
-        if (mayStart(tab)) {
-            press(tab);
-            waitForAll();
-        }
+        if (command_.answer)
+            answer(tab);
+        else
+            work(tab);
     }
     program_->finish();
     rows_->finish();
     if (!options_.has(u"json"_s)) printReports();
     printSummary();
     return status();
+}
+
+void BatchRun::answer(const BaseTab& tab)
+{
+    print(stdout, command_.answer(tab));
+    pressed_ = true;
+}
+
+void BatchRun::work(BaseTab& tab)
+{
+    makeFolder(tab);
+    if (!mayStart(tab)) return;
+    press(tab);
+    waitForAll();
 }
 
 void BatchRun::refuse(const QString& text)
@@ -130,6 +143,8 @@ bool BatchRun::enterFiles(BaseTab& tab)
     InputFiles inputs(tab, options_);
     for (const QString& leftOut : inputs.enter())
         refuse(leftOut);
+    const QString said = command_.note ? command_.note(tab) : QString();
+    if (!said.isEmpty()) refuse(onOneLine(said));
     if (tab.fileNames().isEmpty()) rows_->note(u"nothing to %1"_s.arg(options_.command));
     return !tab.fileNames().isEmpty();
 }

@@ -47,6 +47,8 @@ private:
     void makeFolder(const BaseTab& tab);
     bool mayStart(const BaseTab& tab);
     void leaveOut(const Outlook& outlook);
+    void answer(const BaseTab& tab);
+    void work(BaseTab& tab);
     void press(BaseTab& tab);
     void giveUp(const PlatformException& fault);
     void waitForAll();

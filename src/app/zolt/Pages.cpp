@@ -12,6 +12,8 @@
 #include "ui_DecodeChoices.h"
 #include "ui_EncodeChoices.h"
 #include "ui_TagsChoices.h"
+#include "ui_UtilChoices.h"
+#include "util/UtilTab.h"
 
 namespace zolt {
 
@@ -86,6 +88,7 @@ MainWindow::PageBuilders pagesOf(Program& program)
         {C::DECODE, page<DecodeTab, Ui::DecodeChoices>(program, u"&Decode"_s)},
         {C::ENCODE, encodePage(program)},
         {C::CHECKSUM, checksumPage(program)},
+        {C::UTIL, page<UtilTab, Ui::UtilChoices>(program, u"&Start"_s)},
         {C::TAGS, tagsPage(program)},
         {C::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
     };

@@ -15,9 +15,10 @@ namespace {
 void bindLabel(QLabel& label, const std::shared_ptr<TextField>& field, const Changed& changed)
 {
     label.setTextFormat(Qt::PlainText);
-    const auto show = [](QLabel& widget, const TextField& model) {
+    const auto show = [hadText = std::make_shared<bool>(false)](QLabel& widget, const TextField& model) {
         QString text = model.stringValue();
-        if (text.isEmpty()) return;
+        *hadText = *hadText || !text.isEmpty();
+        if (!*hadText) return; // its own words stay until the model has some
         if (widget.buddy()) text.replace(u'&', QStringLiteral("&&")); // no key of its own comes from a name
         widget.setText(text);
     };
