@@ -269,9 +269,9 @@ void UtilTab::addTracksOfDiscIn(const QStringList& devices)
 
 void UtilTab::hideOptions()
 {
-    const std::vector<std::shared_ptr<Control>> options{oneTrackButton, tracksOfDiscButton,   replayGainMatrix,
-                                                        dvdAudioDiscTime, dvdAudioDiscTimeStaticText,
-                                                        dvdAudioDiscSize, dvdAudioDiscSizeStaticText};
+    const std::vector<std::shared_ptr<Control>> options{
+        oneTrackButton,   tracksOfDiscButton,        replayGainMatrix, dvdAudioDiscTime, dvdAudioDiscTimeStaticText,
+        dvdAudioDiscSize, dvdAudioDiscSizeStaticText};
     for (const auto& option : options)
         option->setHidden(true);
     tableView->setShowsHeader(false);
@@ -431,11 +431,15 @@ void UtilTab::authorDvd()
 Outlets UtilTab::outlets() const
 {
     return {
-        {u"commandMatrix"_s, commandMatrix},       {u"replayGainMatrix"_s, replayGainMatrix},
+        {u"commandMatrix"_s, commandMatrix},
+        {u"replayGainMatrix"_s, replayGainMatrix},
         {u"oneTrackButton"_s, oneTrackButton},
-{u"tracksOfDiscButton"_s, tracksOfDiscButton},     {u"dvdAudioDiscTimeStaticText"_s, dvdAudioDiscTimeStaticText},
-        {u"dvdAudioDiscTime"_s, dvdAudioDiscTime}, {u"dvdAudioDiscSizeStaticText"_s, dvdAudioDiscSizeStaticText},
-        {u"dvdAudioDiscSize"_s, dvdAudioDiscSize}, {u"scanNote"_s, scanNote},
+        {u"tracksOfDiscButton"_s, tracksOfDiscButton},
+        {u"dvdAudioDiscTimeStaticText"_s, dvdAudioDiscTimeStaticText},
+        {u"dvdAudioDiscTime"_s, dvdAudioDiscTime},
+        {u"dvdAudioDiscSizeStaticText"_s, dvdAudioDiscSizeStaticText},
+        {u"dvdAudioDiscSize"_s, dvdAudioDiscSize},
+        {u"scanNote"_s, scanNote},
     };
 }
 

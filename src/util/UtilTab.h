@@ -100,8 +100,9 @@ private:
     QString tool(const QString& name) const;
     void complain(const QString& message);
 
-    std::shared_ptr<std::atomic<bool>> alive_ = std::make_shared<std::atomic<bool>>(true); ///< asked before work is done
-    int lastSelectedIndex_ = -1; ///< of the commands, before the present change
+    std::shared_ptr<std::atomic<bool>> alive_ =
+        std::make_shared<std::atomic<bool>>(true); ///< asked before work is done
+    int lastSelectedIndex_ = -1;                   ///< of the commands, before the present change
     std::vector<std::shared_ptr<AudioFormatObject>> formatObjects_;
     OptionalText prefix_;
     QObject context_; ///< of what happens in a moment; goes with the tab

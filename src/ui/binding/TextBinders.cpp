@@ -18,7 +18,7 @@ void bindLabel(QLabel& label, const std::shared_ptr<TextField>& field, const Cha
     const auto show = [hadText = std::make_shared<bool>(false)](QLabel& widget, const TextField& model) {
         QString text = model.stringValue();
         *hadText = *hadText || !text.isEmpty();
-        if (!*hadText) return; // its own words stay until the model has some
+        if (!*hadText) return;                                        // its own words stay until the model has some
         if (widget.buddy()) text.replace(u'&', QStringLiteral("&&")); // no key of its own comes from a name
         widget.setText(text);
     };
