@@ -26,7 +26,7 @@ public:
     /// The folder that the files are renamed in and the log is written to; none names files of the working directory.
     void setDirectory(const QString& directory);
 
-    /// True for the line that the tool writes when a track is done.
+    /// True for what the tool prints at the end of each track.
     static bool isEndOfTrack(const QString& output);
     /// The text without percentages at its end and line ends around it.
     static QString stripPercent(const QString& output);
