@@ -82,7 +82,7 @@ TEST_F(ToolsDirectory, EachToolKnowsItsPackage)
 TEST_F(ToolsDirectory, EveryKnownToolIsListedOnce)
 {
     const QStringList tools = knownTools();
-    EXPECT_EQ(tools.size(), 14);
+    EXPECT_EQ(tools.size(), 15);
     EXPECT_EQ(tools.first(), u"AtomicParsley"_s);
     EXPECT_EQ(tools.last(), u"wvunpack"_s);
 }
