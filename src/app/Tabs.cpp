@@ -3,6 +3,7 @@
 #include "checksum/ChecksumTab.h"
 #include "decode/DecodeTab.h"
 #include "encode/EncodeTab.h"
+#include "lossy/LossyTab.h"
 #include "shell/Constants.h"
 #include "tags/TagsTab.h"
 #include "util/UtilTab.h"
@@ -23,7 +24,7 @@ const std::vector<TabRow>& tabRows()
     static const std::vector<TabRow> rows{
         {Constants::DECODE, make<DecodeTab>},     {Constants::ENCODE, make<EncodeTab>},
         {Constants::CHECKSUM, make<ChecksumTab>}, {Constants::UTIL, make<UtilTab>},
-        {Constants::TAGS, make<TagsTab>},
+        {Constants::LOSSY, make<LossyTab>},       {Constants::TAGS, make<TagsTab>},
     };
     return rows;
 }

@@ -13,8 +13,6 @@
 #include "encode/ShntoolConversion.h"
 #include "shell/Constants.h"
 
-#include <QHash>
-
 namespace zolt {
 
 using namespace Qt::StringLiterals;
@@ -94,16 +92,6 @@ const std::vector<EncodeRoute>& routes()
     return rows;
 }
 
-/// What shntool runs to read a kind of source.
-const QHash<QString, QString>& decoders()
-{
-    static const QHash<QString, QString> tools{
-        {C::AIF, u"sox"_s},     {C::AIFF, u"sox"_s},   {C::FLAC, u"flac"_s}, {C::SHN, u"shorten"_s},
-        {C::WV, u"wvunpack"_s}, {C::TTA, u"ttaenc"_s}, {C::APE, u"mac"_s},
-    };
-    return tools;
-}
-
 /// What the tool of a target takes no sources of.
 struct Declined
 {
@@ -146,7 +134,7 @@ const EncodeRoute* encodeRoute(const QString& target, const QString& sourceType)
 QStringList toolsOf(const EncodeRoute& route, const QString& sourceType)
 {
     QStringList tools = route.tools;
-    if (route.readsBySHNTool && decoders().contains(sourceType)) tools += decoders()[sourceType];
+    if (route.readsBySHNTool) tools += shntool::readersOf(sourceType);
     return tools;
 }
 

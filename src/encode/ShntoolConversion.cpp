@@ -1,6 +1,9 @@
 #include "encode/ShntoolConversion.h"
 
 #include "platform/text/Text.h"
+#include "shell/Constants.h"
+
+#include <QHash>
 
 namespace zolt::shntool {
 
@@ -19,6 +22,16 @@ QStringList throughEncoder(const QString& specification, const QString& folder, 
 QString sourceOf(const QStringList& arguments)
 {
     return pieceAt(arguments, 9);
+}
+
+QStringList readersOf(const QString& type)
+{
+    using C = Constants;
+    static const QHash<QString, QStringList> tools{
+        {C::AIF, {u"sox"_s}},     {C::AIFF, {u"sox"_s}},   {C::FLAC, {u"flac"_s}}, {C::SHN, {u"shorten"_s}},
+        {C::WV, {u"wvunpack"_s}}, {C::TTA, {u"ttaenc"_s}}, {C::APE, {u"mac"_s}},
+    };
+    return tools.value(type);
 }
 
 QString outputOf(const QString& source, const QString& folder, const QString& extension)

@@ -15,6 +15,10 @@ QStringList throughEncoder(const QString& specification, const QString& folder, 
 /// The source of either vector. @throws RangeException for a vector too short to hold one
 QString sourceOf(const QStringList& arguments);
 
+/// What shntool runs to read a kind of source: one tool, or none.
+/// @param type  the extension in upper case
+QStringList readersOf(const QString& type);
+
 /// Where shntool writes: it takes the extension of a source off where it is one that it knows, in lower case, and
 /// otherwise puts the new one behind it.
 QString outputOf(const QString& source, const QString& folder, const QString& extension);

@@ -79,6 +79,7 @@ struct ConsoleGrammar
     static const ConsoleGrammar apeDecode, apeEncode, apeTest, apeToWav;
     static const ConsoleGrammar shnDecode, shnEncode, shnToFlac;
     static const ConsoleGrammar shnToWavDecoding, shnToWavEncoding;
+    static const ConsoleGrammar mp3Encode;
 
 private:
     void readProgress(ConsoleReading& reading) const;

@@ -122,6 +122,13 @@ ConsoleGrammar shntoolConversion(const QString& status)
             .closingWords = {u"ERROR"_s, u"OK"_s}};
 }
 
+ConsoleGrammar shntoolToMP3()
+{
+    ConsoleGrammar row = shntoolConversion(u"Encoding to MP3: {value}%"_s);
+    row.namesRow = false;
+    return row;
+}
+
 ConsoleGrammar shntoolToWav(const QString& status)
 {
     ConsoleGrammar row = shntoolConversion(status);
@@ -137,6 +144,7 @@ const ConsoleGrammar ConsoleGrammar::shnDecode{
 const ConsoleGrammar ConsoleGrammar::shnEncode = shntoolConversion(u"Encoding to SHN: {value}%"_s);
 const ConsoleGrammar ConsoleGrammar::shnToFlac = shntoolConversion(u"Encoding {subject} to Flac: {digits}%"_s);
 const ConsoleGrammar ConsoleGrammar::shnToWavDecoding = shntoolToWav(u"Decoding to WAV: {value}%"_s);
+const ConsoleGrammar ConsoleGrammar::mp3Encode = shntoolToMP3();
 const ConsoleGrammar ConsoleGrammar::shnToWavEncoding = shntoolToWav(u"Encoding to WAV: {value}%"_s);
 
 } // namespace zolt

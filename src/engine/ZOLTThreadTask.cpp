@@ -60,14 +60,23 @@ void ZOLTThreadTask::processTaskOutput(const OptionalText& output)
 
 void ZOLTThreadTask::runTool(const ToolCall& call)
 {
-    using Afterwards = ToolCall::Afterwards;
     if (const auto previous = process()) previous->waitUntilExit(); // also one whose output was left early
     stageBegins();
     const auto tool = launched(call);
     readOutput(*tool, call);
-    if (call.afterwards == Afterwards::WaitAndTerminate) tool->waitUntilExit();
-    if (call.afterwards != Afterwards::Nothing) tool->terminate();
+    finish(*tool, call.afterwards);
     if (!end_.looksAtTool()) letToolGo();
+}
+
+void ZOLTThreadTask::finish(ChildProcess& tool, ToolCall::Afterwards afterwards) const
+{
+    using Afterwards = ToolCall::Afterwards;
+    if (afterwards == Afterwards::Nothing) return;
+    if (afterwards == Afterwards::WaitForAllAndTerminate && cancelled())
+        tool.waitForAll();
+    else if (afterwards != Afterwards::Terminate)
+        tool.waitUntilExit();
+    tool.terminate();
 }
 
 void ZOLTThreadTask::letToolGo()

@@ -19,7 +19,12 @@ struct ToolCall
     /// then.
     enum class StopAt { Nothing, Cancel, CancelOrError };
     /// What happens behind the reading, before runTool returns.
-    enum class Afterwards { Nothing, Terminate, WaitAndTerminate };
+    enum class Afterwards {
+        Nothing,
+        Terminate,
+        WaitAndTerminate,
+        WaitForAllAndTerminate ///< also, after a cancel, for what the tool has started and left behind
+    };
 
     QString tool; ///< its name in the tools directory, or a full path
     QStringList arguments;
@@ -104,6 +109,7 @@ private:
     std::shared_ptr<ChildProcess> launched(const ToolCall& call);
     void readOutput(ChildProcess& tool, const ToolCall& call);
     bool stopsAt(ToolCall::StopAt stopAt) const;
+    void finish(ChildProcess& tool, ToolCall::Afterwards afterwards) const;
     void letToolGo();
     void endTool();
     void runCleanup();

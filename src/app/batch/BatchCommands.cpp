@@ -3,6 +3,7 @@
 #include "app/batch/ChecksumCommand.h"
 #include "app/batch/DecodeCommand.h"
 #include "app/batch/EncodeCommand.h"
+#include "app/batch/LossyCommand.h"
 #include "app/batch/UtilCommand.h"
 
 #include <algorithm>
@@ -14,7 +15,8 @@ namespace {
 std::vector<BatchCommand> allCommands()
 {
     std::vector<BatchCommand> all{
-        decodeCommand(), encodeCommand(), checksumTestCommand(), checksumCreateCommand(), checksumVerifyCommand(),
+        decodeCommand(),         encodeCommand(),         checksumTestCommand(),
+        checksumCreateCommand(), checksumVerifyCommand(), lossyCommand(),
     };
     for (const BatchCommand& command : utilCommands())
         all.push_back(command);

@@ -4,6 +4,7 @@
 #include "checksum/ChecksumTab.h"
 #include "decode/DecodeTab.h"
 #include "encode/EncodeTab.h"
+#include "lossy/LossyTab.h"
 #include "shell/Constants.h"
 #include "tags/TagsTab.h"
 #include "ui/pages/AboutPage.h"
@@ -11,6 +12,7 @@
 #include "ui_ChecksumChoices.h"
 #include "ui_DecodeChoices.h"
 #include "ui_EncodeChoices.h"
+#include "ui_LossyChoices.h"
 #include "ui_TagsChoices.h"
 #include "ui_UtilChoices.h"
 #include "util/UtilTab.h"
@@ -53,6 +55,14 @@ MainWindow::PageBuilder encodePage(Program& program)
     };
 }
 
+MainWindow::PageBuilder lossyPage(Program& program)
+{
+    return [&tab = program.tab<LossyTab>()](QWidget* parent) {
+        return (new CommandPage(tab, {u"&Encode"_s, setUp<Ui::LossyChoices>}, parent))
+            ->withLiveLine(u"levelLabel"_s, saying(tab, &LossyTab::levelInWords));
+    };
+}
+
 MainWindow::PageBuilder checksumPage(Program& program)
 {
     return [&tab = program.tab<ChecksumTab>()](QWidget* parent) {
@@ -89,6 +99,7 @@ MainWindow::PageBuilders pagesOf(Program& program)
         {C::ENCODE, encodePage(program)},
         {C::CHECKSUM, checksumPage(program)},
         {C::UTIL, page<UtilTab, Ui::UtilChoices>(program, u"&Start"_s)},
+        {C::LOSSY, lossyPage(program)},
         {C::TAGS, tagsPage(program)},
         {C::ABOUT, [&program](QWidget* parent) { return new AboutPage(program.controller(), parent); }},
     };

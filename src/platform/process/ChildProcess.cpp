@@ -2,6 +2,7 @@
 
 #include "platform/errors/Exceptions.h"
 #include "platform/process/ChildRegistry.h"
+#include "platform/process/ProcessGroup.h"
 #include "platform/process/SpawnPlan.h"
 #include "platform/threads/MainQueue.h"
 
@@ -169,7 +170,13 @@ void ChildProcess::discardRemainingOutput()
 
 void ChildProcess::terminate()
 {
-    if (isRunning()) ::syscall(SYS_pidfd_send_signal, pidFd_, SIGTERM, nullptr, 0);
+    const std::lock_guard guard(mutex_); // nobody collects the child meanwhile, so the number is its own
+    if (pid_ > 0 && !ended_) ::kill(-pid_, SIGTERM);
+}
+
+void ChildProcess::waitForAll()
+{
+    if (waitUntilExit()) waitForProcessGroup(pid_);
 }
 
 bool ChildProcess::isRunning()

@@ -52,7 +52,11 @@ public:
     /// nobody wants any more does not block on a full pipe. Any thread.
     void discardRemainingOutput();
 
-    /// Asks the child to end (SIGTERM); nothing happens if it has ended or was never launched. Any thread.
+    /// As waitUntilExit, and then for the processes that the child has left behind. Any thread but the main one.
+    void waitForAll();
+
+    /// Asks the child and the processes that it has started to end (SIGTERM); nothing happens if the child has ended
+    /// and was waited for, or was never launched. Any thread.
     void terminate();
 
     /// True from launch to the child's end. Any thread.

@@ -1,0 +1,104 @@
+#include "lossy/LossyPlan.h"
+
+#include "encode/ShntoolConversion.h"
+#include "platform/text/Text.h"
+#include "shell/Constants.h"
+#include "shell/Wording.h"
+
+namespace zolt::lossyPlan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using C = Constants;
+
+/// How files of one kind go to AAC, and whether a WAV is made on the way.
+struct Source
+{
+    QString kind; ///< the extension in capitals
+    bool stagedToMP3 = false;
+    bool stagedToAAC = false;
+    QStringList aacTools = {}; ///< beside the one that every file needs
+    QString aacFails = {};     ///< why it can't work
+};
+
+const std::vector<Source>& sources()
+{
+    static const QString unread = u"%1 can't be turned into AAC, the audio service does not read it: decode it first"_s;
+    static const QString recoded = u"Apple Lossless can't be turned into AAC as it is: decode it to WAV first"_s;
+    static const std::vector<Source> rows{
+        {C::WAV},
+        {C::AIFF},
+        {C::AIF},
+        {C::FLAC, false, true, {u"flac"_s}},
+        {C::SHN, false, true, {u"shntool"_s, u"shorten"_s}},
+        {C::WV, false, false, {}, unread.arg(u"Wavpack"_s)},
+        {C::TTA, false, false, {}, unread.arg(C::TTA)},
+        {C::M4A, true, false, {}, recoded},
+    };
+    return rows;
+}
+
+const Source* sourceOf(const QString& file)
+{
+    const QString kind = path::extension(file).toUpper();
+    const auto row =
+        std::find_if(sources().begin(), sources().end(), [&](const auto& each) { return each.kind == kind; });
+    return row == sources().end() ? nullptr : &*row;
+}
+
+/// Apple Lossless is moved to its name, and FLAC gets it told where shntool would not find it by itself.
+QString mp3Path(const QString& source, const QString& folder)
+{
+    const QString kind = path::extension(source).toUpper();
+    if (kind == C::M4A || kind == C::FLAC) return path::inFolderWithExtension(source, folder, u"mp3"_s);
+    return shntool::outputOf(source, folder, u"mp3"_s);
+}
+
+WorkItem itemFor(const WorkPlan& plan, qsizetype row, const Source& source, bool mp3)
+{
+    const QString& file = plan.files[row];
+    return {.row = row,
+            .source = file,
+            .outputs = {outputPath(file, plan.folderFor(file), mp3)},
+            .existing = mp3 ? WorkItem::Existing::Refused : WorkItem::Existing::Overwritten,
+            .outputSize = (mp3 ? source.stagedToMP3 : source.stagedToAAC) ? WorkItem::Size::PlainAudio
+                                                                          : WorkItem::Size::LikeSource,
+            .caution = mp3 ? QString() : source.aacFails};
+}
+
+void enter(WorkPlan& plan, qsizetype row, bool mp3)
+{
+    const Source* const source = sourceOf(plan.files[row]);
+    if (!source) return plan.passedOver.append(row);
+    WorkItem item = itemFor(plan, row, *source, mp3);
+    if (item.outputs.first() == item.source) {
+        plan.cautions += u"%1 would be written over itself and is left out"_s.arg(path::lastComponent(item.source));
+        return plan.passedOver.append(row);
+    }
+    plan.tools += mp3 ? shntool::readersOf(source->kind) : source->aacTools;
+    plan.items.push_back(std::move(item));
+}
+
+} // namespace
+
+QString outputPath(const QString& source, const QString& folder, bool mp3)
+{
+    return mp3 ? mp3Path(source, folder) : path::inFolderWithExtension(source, folder, u"m4a"_s);
+}
+
+void fill(WorkPlan& plan, bool mp3)
+{
+    for (qsizetype row = 0; row < plan.files.size(); ++row)
+        enter(plan, row, mp3);
+    if (plan.items.empty()) {
+        plan.words = u"Nothing in the list can be encoded"_s;
+        return;
+    }
+    plan.tools += mp3 ? QStringList{u"shntool"_s, u"lame"_s} : QStringList{u"AtomicParsley"_s};
+    plan.tools.removeDuplicates();
+    plan.words = filesInWords(plan.sources()) + (mp3 ? u" to MP3"_s : u" to AAC"_s);
+}
+
+} // namespace zolt::lossyPlan

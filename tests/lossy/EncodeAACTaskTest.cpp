@@ -1,0 +1,263 @@
+#include "lossy/EncodeAACTask.h"
+#include "AudioSamples.h"
+#include "lossy/LossyTitles.h"
+#include "platform/audio/AudioFormat.h"
+#include "support/Programs.h"
+#include "support/TaskRun.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class AAC : public TaskRun
+{
+protected:
+    AAC() { tools_.install(u"AtomicParsley"_s); }
+
+    std::shared_ptr<EncodeAACTask> make(const QString& source, const QString& type = lossyTitle::CBR,
+                                        int32_t level = 160)
+    {
+        return EncodeAACTask::initEncodeTaskWithQueueFileNameTypeOutputPathLevel(&queue_, source, type, folder(),
+                                                                                 level);
+    }
+    QString wave(const QString& name, double rate = 44100, uint32_t bits = 16, int frames = 30000) const
+    {
+        return writeFile(path(name), waveFile(makeSamples(rate, 2, bits, frames)));
+    }
+    /// A decoder that "decodes" into its argument of that number.
+    void installDecoder(const QString& tool, int target, const QStringList& before = {}, const QString& status = u"0"_s)
+    {
+        const QString wav =
+            writeFile(elsewhere_.filePath(u"decoded.wav"_s), waveFile(makeSamples(44100, 2, 16, 30000)));
+        tools_.install(tool, before + QStringList{u"copy"_s, wav, u"${%1}"_s.arg(target), u"exit"_s, status});
+    }
+    QByteArray toolString() const
+    {
+        return runTool(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags=encoder"_s, u"-of"_s,
+                                      u"default=nw=1:nk=1"_s, path(u"a.m4a"_s)})
+            .trimmed();
+    }
+    bool hasTag(const char* line) const
+    {
+        return runTool(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, path(u"a.m4a"_s)})
+            .contains(line);
+    }
+    const LogCapture log_;
+};
+
+} // namespace
+
+TEST_F(AAC, AWavIsEncodedInProcessAndGetsTheToolStringAndTheGaplessPass)
+{
+    const auto task = run(make(wave(u"a.wav"_s)));
+    EXPECT_EQ(task->title(), u"a.wav"_s);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    EXPECT_EQ(probed(path(u"a.m4a"_s), u"codec_name,sample_rate,channels"_s), "aac,44100,2");
+    EXPECT_TRUE(toolString().endsWith("CBR 160kbps")) << toolString().toStdString();
+    EXPECT_TRUE(toolString().startsWith("Zolt "));
+    EXPECT_EQ(tools_.calls(u"AtomicParsley"_s).size(), 1);
+    EXPECT_EQ(tools_.calls(u"AtomicParsley"_s).at(0).at(0), path(u"a.m4a"_s));
+    EXPECT_EQ(task->stage(), 1);
+    EXPECT_EQ(task->stageCount(), 1);
+    EXPECT_EQ(othersThan({u"a.wav"_s, u"a.m4a"_s}), QStringList());
+    EXPECT_TRUE(queue_.outputWindows().empty());
+}
+
+TEST_F(AAC, EachModeSaysItselfInTheToolString)
+{
+    const auto textOf = [this](const QString& type, int32_t level) {
+        return make(path(u"a.wav"_s), type, level)->getEncoderSettingsForTag();
+    };
+    EXPECT_EQ(textOf(lossyTitle::CBR, 160), u"CBR 160kbps"_s);
+    EXPECT_EQ(textOf(lossyTitle::ABR, 96), u"ABR 96kbps"_s);
+    EXPECT_EQ(textOf(lossyTitle::VBR_CONSTRAINED, 128), u"VBR Constrained 128kbps"_s);
+    EXPECT_EQ(textOf(lossyTitle::VBR, 88), u"True VBR Quality 88"_s);
+    EXPECT_EQ(textOf(lossyTitle::VBR, 0), u"True VBR Quality 0"_s);
+    EXPECT_EQ(textOf(u"other"_s, 88), std::nullopt);
+}
+
+TEST_F(AAC, TheLevelReachesTheEncoder)
+{
+    const auto sizeWith = [this](const QString& type, int32_t level) {
+        const auto task = run(make(wave(u"a.wav"_s, 44100, 16, 200000), type, level));
+        EXPECT_FALSE(task->error()) << type.toStdString();
+        return QFile(path(u"a.m4a"_s)).size();
+    };
+    for (const QString& type : {lossyTitle::CBR, lossyTitle::ABR, lossyTitle::VBR_CONSTRAINED})
+        EXPECT_LT(sizeWith(type, 64), sizeWith(type, 256)) << type.toStdString();
+    EXPECT_LT(sizeWith(lossyTitle::VBR, 20), sizeWith(lossyTitle::VBR, 120));
+}
+
+TEST_F(AAC, QualityZeroLeavesTheEncodersOwn)
+{
+    run(make(wave(u"a.wav"_s), lossyTitle::VBR, 0));
+    const QByteArray zero = decodedByFfmpeg(path(u"a.m4a"_s), 16);
+    EXPECT_TRUE(toolString().endsWith("True VBR Quality 0"));
+    run(make(wave(u"a.wav"_s), lossyTitle::CBR, 0));
+    EXPECT_EQ(decodedByFfmpeg(path(u"a.m4a"_s), 16), zero);
+}
+
+TEST_F(AAC, AnUnknownModeWritesNoTags)
+{
+    run(make(wave(u"a.wav"_s), u"other"_s));
+    EXPECT_EQ(toolString(), "");
+    EXPECT_EQ(tools_.calls(u"AtomicParsley"_s).size(), 1) << "but the gapless pass runs";
+}
+
+TEST_F(AAC, HighRatesAreHalved)
+{
+    run(make(wave(u"a.wav"_s, 96000, 24)));
+    EXPECT_EQ(probed(path(u"a.m4a"_s), u"sample_rate"_s), "48000");
+}
+
+TEST_F(AAC, ShortenIsDecodedByShntoolFirst)
+{
+    installDecoder(u"shntool"_s, 9, {u"out"_s, u"Converting [a.shn] (0:01.00) --> [x] :  42% "_s});
+    const auto task = run(make(file(u"a.shn"_s)));
+    const QStringList call = tools_.calls(u"shntool"_s).at(0);
+    EXPECT_EQ(call, QStringList({u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"always"_s, u"-o"_s, u"wav"_s, u"-n"_s,
+                                 call.at(8), path(u"a.shn"_s)}));
+    EXPECT_EQ(path::deletingLastComponent(call.at(8)), folder());
+    EXPECT_EQ(othersThan({u"a.shn"_s, u"a.m4a"_s}), QStringList());
+    EXPECT_TRUE(toolString().endsWith("CBR 160kbps"));
+    EXPECT_EQ(task->stage(), 2);
+    EXPECT_EQ(task->stageCount(), 2);
+}
+
+TEST_F(AAC, FlacIsDecodedByFlacAndItsTagsGoWithTheSettings)
+{
+    installDecoder(u"flac"_s, 4);
+    const QString wav = writeFile(elsewhere_.filePath(u"f.wav"_s), waveFile(makeSamples(44100, 2, 16, 30000)));
+    runTool(u"flac"_s,
+            {u"-s"_s, u"-T"_s, u"TITLE=Späti"_s, u"-T"_s, u"ARTIST=Привет"_s, u"-o"_s, path(u"a.flac"_s), wav});
+    const auto task = run(make(path(u"a.flac"_s), lossyTitle::VBR, 88));
+    const QStringList call = tools_.calls(u"flac"_s).at(0);
+    EXPECT_EQ(call, QStringList({u"-d"_s, path(u"a.flac"_s), u"-o"_s, call.at(3), u"-f"_s}));
+    EXPECT_TRUE(hasTag("TAG:title=Späti"));
+    EXPECT_TRUE(hasTag("TAG:artist=Привет"));
+    EXPECT_TRUE(toolString().endsWith("True VBR Quality 88"));
+    EXPECT_EQ(othersThan({u"a.flac"_s, u"a.m4a"_s}), QStringList());
+    EXPECT_EQ(task->stage(), 2);
+}
+
+TEST_F(AAC, EachStageShowsItsStatus)
+{
+    struct Case
+    {
+        QString tool, source, first, piece, shown;
+    };
+    for (const auto& [tool, source, first, piece, shown] :
+         {Case{u"shntool"_s, u"a.shn"_s, u"Decoding SHN to Wav"_s, u"\b 42% "_s, u"Decoding to WAV: 42.000000%"_s},
+          Case{u"flac"_s, u"a.flac"_s, u"Decoding FLAC to Wav"_s, u"a.flac: 42% complete"_s,
+               u"Decoding to Wav: 42%"_s}}) {
+        const QString go = path(u"go"_s), on = path(u"on"_s);
+        tools_.install(tool, {u"wait-file"_s, go, u"out"_s, piece, u"wait-file"_s, on});
+        const auto task = make(file(source));
+        queue_.addTask(task);
+        ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == first; }));
+        touch(go);
+        ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == shown; }));
+        EXPECT_EQ(task->progressIndicator()->doubleValue(), 42);
+        touch(on);
+        settle();
+        QFile::remove(go);
+        QFile::remove(on);
+    }
+}
+
+TEST_F(AAC, ADecodersBadStatusStopsTheDeletionAlone)
+{
+    installDecoder(u"flac"_s, 4, {}, u"1"_s);
+    const auto task = make(file(u"a.flac"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Error"_s);
+    EXPECT_TRUE(exists(u"a.flac"_s));
+    EXPECT_TRUE(toolString().endsWith("CBR 160kbps"));
+    EXPECT_EQ(tools_.calls(u"AtomicParsley"_s).size(), 1);
+    EXPECT_EQ(othersThan({u"a.flac"_s, u"a.m4a"_s}), QStringList());
+}
+
+TEST_F(AAC, AFailedEncodingSkipsTagsAndGaplessPassAndKeepsTheText)
+{
+    tools_.install(u"flac"_s, {u"exit"_s, u"0"_s}); // leaves the temporary file empty
+    const auto task = make(file(u"a.flac"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_TRUE(task->error());
+    EXPECT_TRUE(exists(u"a.flac"_s));
+    EXPECT_TRUE(onlyReport().startsWith(u"Error encoding "_s));
+    EXPECT_TRUE(onlyReport().contains(u"to Apple Lossless:\n"_s));
+    EXPECT_EQ(othersThan({u"a.flac"_s}), QStringList());
+    EXPECT_TRUE(tools_.calls(u"AtomicParsley"_s).isEmpty());
+}
+
+TEST_F(AAC, WavpackAndTrueAudioGoStraightToTheServiceWhichDeclines)
+{
+    for (const QString& name : {u"a.wv"_s, u"a.tta"_s}) {
+        const auto task = run(make(file(name)));
+        EXPECT_TRUE(task->error());
+        EXPECT_TRUE(queue_.outputWindows().back()->textField()->string().startsWith(
+            u"Error encoding %1 to Apple Lossless:\n"_s.arg(path(name))));
+    }
+    EXPECT_FALSE(exists(u"a.m4a"_s));
+}
+
+TEST_F(AAC, AppleLosslessIsDeclinedAndNeverLost)
+{
+    const QString wav = wave(u"a.wav"_s);
+    runTool(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, wav, u"-c:a"_s, u"alac"_s, path(u"a.m4a"_s)});
+    const QByteArray before = fileBytes(path(u"a.m4a"_s));
+    const auto task = make(path(u"a.m4a"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_TRUE(task->error());
+    EXPECT_EQ(fileBytes(path(u"a.m4a"_s)), before);
+    EXPECT_TRUE(tools_.calls(u"AtomicParsley"_s).isEmpty());
+}
+
+TEST_F(AAC, ACancelDuringADecodingWaitsForTheToolAndEndsShort)
+{
+    installDecoder(u"flac"_s, 4, {u"wait-file"_s, path(u"go"_s)});
+    const auto task = make(file(u"a.flac"_s));
+    task->setDeleteOriginal(true);
+    cancelAt(task, u"Decoding FLAC to Wav"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_TRUE(exists(u"a.flac"_s));
+    EXPECT_EQ(othersThan({u"a.flac"_s, u"go"_s, u"a.m4a"_s}), QStringList()) << "no temporary file";
+    EXPECT_EQ(statedLength(path(u"a.m4a"_s)), 0);
+    EXPECT_TRUE(toolString().endsWith("CBR 160kbps")) << "kept: what is there gets tags";
+    EXPECT_EQ(tools_.calls(u"AtomicParsley"_s).size(), 1);
+}
+
+TEST_F(AAC, ACancelDuringTheEncodingLeavesAShortFileWithTags)
+{
+    // A long silent source that takes no room on the disk.
+    constexpr int64_t frames = 100000000;
+    auto bytes = waveFile(makeSamples(44100, 2, 16, 0));
+    bytes.replace(4, 4, littleEndian(36 + frames * 4, 4)).replace(40, 4, littleEndian(frames * 4, 4));
+    const QString source = writeFile(path(u"a.wav"_s), bytes);
+    ASSERT_TRUE(QFile::resize(source, 44 + frames * 4));
+    const auto task = make(source);
+    task->setDeleteOriginal(true);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue().startsWith(u"Encoding to AAC: "_s); }));
+    task->cancelTask(nullptr);
+    settle();
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_TRUE(exists(u"a.wav"_s));
+    EXPECT_GT(statedLength(path(u"a.m4a"_s)), 0);
+    EXPECT_LT(statedLength(path(u"a.m4a"_s)), frames);
+    EXPECT_TRUE(toolString().endsWith("CBR 160kbps"));
+}
+
+TEST_F(AAC, TheSourceGoesAfterSuccess)
+{
+    const auto task = make(wave(u"a.wav"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_FALSE(exists(u"a.wav"_s));
+    EXPECT_TRUE(exists(u"a.m4a"_s));
+}

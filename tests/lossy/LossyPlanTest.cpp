@@ -1,0 +1,144 @@
+#include "LossyFixture.h"
+
+#include "lossy/LossyPlan.h"
+#include "shell/Outlook.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+class Plan : public LossyTest
+{
+protected:
+    void list(const QStringList& files)
+    {
+        for (const QString& each : files)
+            tab.addFile(each);
+    }
+    Outlook outlook() const
+    {
+        const std::atomic<bool> stop = false;
+        return outlookOf(tab.workPlan(), LocalDisk(), stop);
+    }
+};
+
+QString mp3(const QString& source)
+{
+    return lossyPlan::outputPath(source, u"/o"_s, true);
+}
+
+} // namespace
+
+TEST_F(Plan, MP3sAreNamedAsTheToolsNameThem)
+{
+    for (const auto* name :
+         {"a.wav", "a.aiff", "a.flac", "a.FLAC", "a.Flac", "a.shn", "a.wv", "a.tta", "a.m4a", "a.M4A"})
+        EXPECT_EQ(mp3(QLatin1String(name)), u"/o/a.mp3"_s) << name;
+    // Spellings that shntool does not strip.
+    EXPECT_EQ(mp3(u"/s/a.aif"_s), u"/o/a.aif.mp3"_s);
+    EXPECT_EQ(mp3(u"/s/a.WAV"_s), u"/o/a.WAV.mp3"_s);
+    EXPECT_EQ(mp3(u"/s/a.Aiff"_s), u"/o/a.Aiff.mp3"_s);
+    EXPECT_EQ(mp3(u"/s/a.SHN"_s), u"/o/a.SHN.mp3"_s);
+}
+
+TEST_F(Plan, AACFilesAreNamedAfterTheirSources)
+{
+    for (const auto* name : {"a.wav", "a.aif", "a.FLAC", "a.SHN"})
+        EXPECT_EQ(lossyPlan::outputPath(QLatin1String(name), u"/o"_s, false), u"/o/a.m4a"_s);
+}
+
+TEST_F(Plan, SaysWhatWillBeMadeAndWithWhichTools)
+{
+    list({u"/s/a.wav"_s, u"/s/b.flac"_s, u"/s/c.shn"_s, u"/s/d.aif"_s});
+    EXPECT_THAT(tab.toolsNeeded(), UnorderedElementsAre(u"shntool"_s, u"lame"_s, u"flac"_s, u"shorten"_s, u"sox"_s));
+    EXPECT_EQ(tab.workPlan().words, u"4 AIF, FLAC, SHN and WAV files to MP3"_s);
+    choose(lossyTitle::AAC, lossyTitle::VBR);
+    EXPECT_THAT(tab.toolsNeeded(), UnorderedElementsAre(u"AtomicParsley"_s, u"flac"_s, u"shntool"_s, u"shorten"_s));
+    EXPECT_EQ(tab.workPlan().words, u"4 AIF, FLAC, SHN and WAV files to AAC"_s);
+    tab.clearFiles();
+    list({u"/s/a.wav"_s});
+    EXPECT_THAT(tab.toolsNeeded(), ElementsAre(u"AtomicParsley"_s));
+}
+
+TEST_F(Plan, AnExistingMP3IsRefusedAndAnExistingAACOverwritten)
+{
+    list({file(u"a.wav"_s)});
+    file(u"a.mp3"_s);
+    file(u"a.m4a"_s);
+    EXPECT_THAT(outlook().sentences(), ElementsAre(u"a.mp3 exists already and will not be overwritten"_s));
+    choose(lossyTitle::AAC, lossyTitle::CBR);
+    EXPECT_THAT(outlook().sentences(), ElementsAre(u"a.m4a exists already and will be overwritten"_s));
+}
+
+TEST_F(Plan, SourcesThatTheAudioServiceAnswersForAreNamedForAACAlone)
+{
+    list({file(u"a.wv"_s), file(u"b.tta"_s), file(u"c.m4a"_s), file(u"d.wav"_s)});
+    tab.setDestination(folder() + u"/"_s);
+    tab.sourceEncodeButton->setState(false);
+    const auto cautions = [this] {
+        QStringList texts;
+        for (const auto& problem : outlook().problems)
+            if (problem.kind == OutlookProblem::Kind::Caution) texts += problem.text;
+        return texts;
+    };
+    EXPECT_THAT(cautions(), IsEmpty());
+    choose(lossyTitle::AAC, lossyTitle::CBR);
+    tab.setDestination(u"/tmp"_s);
+    EXPECT_THAT(cautions(),
+                ElementsAre(u"Wavpack can't be turned into AAC, the audio service does not read it: decode it first"_s,
+                            u"TTA can't be turned into AAC, the audio service does not read it: decode it first"_s,
+                            u"Apple Lossless can't be turned into AAC as it is: decode it to WAV first"_s));
+}
+
+TEST_F(Plan, AnAACThatWouldReplaceItsOwnSourceIsNamedAndLeftOut)
+{
+    list({file(u"a.m4a"_s), file(u"b.wav"_s)});
+    choose(lossyTitle::AAC, lossyTitle::CBR);
+    const WorkPlan plan = tab.workPlan();
+    EXPECT_THAT(plan.passedOver, ElementsAre(0));
+    EXPECT_THAT(plan.cautions, ElementsAre(u"a.m4a would be written over itself and is left out"_s));
+    ASSERT_EQ(plan.items.size(), 1u);
+    EXPECT_EQ(plan.items[0].source, pathOf(u"b.wav"_s));
+}
+
+TEST_F(Plan, TwoSourcesForOneOutputAreSeen)
+{
+    list({file(u"a.wav"_s), file(u"a.flac"_s), file(u"a.aif"_s)});
+    const Outlook seen = outlook();
+    const auto* const collision = seen.problem(OutlookProblem::Kind::Collision);
+    ASSERT_TRUE(collision);
+    EXPECT_EQ(collision->rows.size(), 1); // a.aif.mp3 is another one
+    choose(lossyTitle::AAC, lossyTitle::CBR);
+    const Outlook aac = outlook();
+    EXPECT_EQ(aac.problem(OutlookProblem::Kind::Collision)->rows.size(), 2);
+}
+
+TEST_F(Plan, RoomIsReckonedForTheWavOnTheWay)
+{
+    list({u"/s/a.flac"_s, u"/s/b.wav"_s, u"/s/c.m4a"_s});
+    const auto sizes = [this] {
+        std::vector<WorkItem::Size> all;
+        for (const auto& item : tab.workPlan().items)
+            all.push_back(item.outputSize);
+        return all;
+    };
+    using enum WorkItem::Size;
+    EXPECT_THAT(sizes(), ElementsAre(LikeSource, LikeSource, PlainAudio));
+    choose(lossyTitle::AAC, lossyTitle::CBR);
+    tab.setDestination(u"/o"_s);
+    tab.sourceEncodeButton->setState(false);
+    EXPECT_THAT(sizes(), ElementsAre(PlainAudio, LikeSource, LikeSource));
+}
+
+TEST_F(Plan, OtherKindsArePassedOver)
+{
+    list({u"/s/a.ape"_s});
+    EXPECT_THAT(tab.workPlan().passedOver, ElementsAre(0));
+    EXPECT_EQ(tab.workPlan().words, u"Nothing in the list can be encoded"_s);
+}
