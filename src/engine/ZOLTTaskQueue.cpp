@@ -373,6 +373,12 @@ void ZOLTTaskQueue::tableViewWillDisplayCellForTableColumnRow(StatusQueueCell& c
     task->topTextField()->addToSuperview();
 }
 
+ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::rowTask(qsizetype row) const
+{
+    const std::lock_guard guard(containers_);
+    return row >= 0 && std::size_t(row) < panelArray_.size() ? panelArray_[std::size_t(row)] : nullptr;
+}
+
 int ZOLTTaskQueue::taskCount() const
 {
     const std::lock_guard guard(containers_);

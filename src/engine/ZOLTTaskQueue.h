@@ -62,6 +62,9 @@ public:
     /// Gives the cell the four controls of the row and puts them on the table. Main thread.
     void tableViewWillDisplayCellForTableColumnRow(StatusQueueCell& cell, qsizetype row);
 
+    /// The task of a row; none past the end. Any thread.
+    TaskPointer rowTask(qsizetype row) const;
+
     /// How many tasks have not reported their end.
     int taskCount() const;
     /// The application's badge shows the count of open tasks, or nothing for none.

@@ -1,5 +1,6 @@
 #include "shell/Outlook.h"
 
+#include "platform/desktop/UserDefaults.h"
 #include "platform/files/FileNames.h"
 #include "shell/OutlookChecks.h"
 #include "shell/Wording.h"
@@ -21,7 +22,9 @@ QString deletion(const WorkPlan& plan)
 {
     if (!plan.deletes) return QString();
     const auto count = qsizetype(plan.items.size());
-    return u", and delete the "_s + (count == 1 ? u"original"_s : counted(count, u"original"_s));
+    const QString originals = count == 1 ? u"original"_s : counted(count, u"original"_s);
+    const bool trash = UserDefaults::standard().integerForKey(u"trashOrDelete"_s) != 0;
+    return (trash ? u", and move the %1 to the trash"_s : u", and delete the %1 for good"_s).arg(originals);
 }
 
 } // namespace

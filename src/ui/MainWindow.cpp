@@ -1,19 +1,16 @@
 #include "ui/MainWindow.h"
 
-#include "engine/ZOLTTaskQueue.h"
-#include "platform/desktop/Desktop.h"
 #include "platform/errors/Exceptions.h"
 #include "shell/ZOLTController.h"
+#include "ui/DroppedPaths.h"
+#include "ui/MenuActions.h"
 #include "ui/Mnemonics.h"
 #include "ui/WindowPlaces.h"
-#include "ui/files/FilesPanel.h"
 #include "ui/pages/TabPage.h"
 #include "ui_MainMenu.h"
 
 #include <QCloseEvent>
 #include <QMimeData>
-#include <QShortcut>
-#include <QUrl>
 
 namespace zolt {
 
@@ -34,10 +31,11 @@ MainWindow::MainWindow(ZOLTController& controller, const PageBuilders& pages)
     setAcceptDrops(true);
     for (std::size_t index = 0; index < tabView_->items().size(); ++index)
         addPage(int(index), pages);
-    wireMenus();
+    menus_ = new MenuActions(*form_, controller, *this);
     tabView_->setObserver(this);
     controlChanged(*tabView_);
     restorePlace(*this, placeName);
+    fitToScreen(*this);
     connect(form_->tabView, &QTabWidget::currentChanged, this, [this](int index) { selectTab(index); });
 }
 
@@ -57,25 +55,14 @@ void MainWindow::addPage(int index, const PageBuilders& pages)
     if (index < tabKeys) action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + index)));
 }
 
-void MainWindow::wireMenus()
-{
-    const auto connectTo = [this](QAction* action, const char* where, std::function<void()> work) {
-        connect(action, &QAction::triggered, this, [where, work] { guarded(where, work); });
-    };
-    connectTo(form_->addFilesAction, "add files", [this] {
-        if (page()->files()) page()->files()->addFiles();
-    });
-    connectTo(form_->commandAction, "command", [this] { page()->pressCommand(); });
-    connectTo(form_->quitAction, "quit", [] { desktop().terminate(); });
-    connectTo(form_->queueAction, "queue", [this] { controller_.taskQueue()->panel()->makeKeyAndOrderFront(); });
-    // The same key on the number pad.
-    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Enter), this), &QShortcut::activated, form_->commandAction,
-            &QAction::trigger);
-}
-
 TabPage* MainWindow::page() const
 {
     return static_cast<TabPage*>(form_->tabView->currentWidget());
+}
+
+RunFoot& MainWindow::runFoot() const
+{
+    return *form_->runFoot;
 }
 
 void MainWindow::selectTab(int index)
@@ -87,10 +74,13 @@ void MainWindow::selectTab(int index)
 void MainWindow::controlChanged(Control&)
 {
     form_->tabView->setCurrentIndex(tabView_->selectedIndex());
-    const QString command = page() ? page()->commandName() : QString();
-    form_->commandAction->setText(command.isEmpty() ? u"&Start"_s : command);
-    form_->commandAction->setEnabled(!command.isEmpty());
-    form_->addFilesAction->setEnabled(!command.isEmpty());
+    menus_->followPage();
+}
+
+void MainWindow::setEnding(bool ending)
+{
+    ending_ = ending;
+    keepPlace(*this, placeName); // on every way out
 }
 
 void MainWindow::present()
@@ -114,24 +104,20 @@ void MainWindow::askToClose()
     const bool closes = controller_.windowShouldClose();
     asking_ = false;
     if (!closes) return;
-    keepPlace(*this, placeName);
     hide();
     controller_.windowWillClose();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+    if (!droppedPaths(*event->mimeData()).isEmpty()) acceptAsCopy(*event);
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    // Beside the list: as files that reach the program from outside, by the rules of the tab in front.
-    QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls()) {
-        if (url.isLocalFile()) paths += url.toLocalFile();
-    }
-    event->acceptProposedAction();
+    // Beside the pages: as files that reach the program from outside, by the rules of the tab in front.
+    const QStringList paths = droppedPaths(*event->mimeData());
+    acceptAsCopy(*event);
     QMetaObject::invokeMethod(
         this, [this, paths] { guarded("drop", [&] { controller_.applicationOpenFiles(paths); }); },
         Qt::QueuedConnection);

@@ -15,6 +15,8 @@ class MainMenu;
 
 namespace zolt {
 
+class MenuActions;
+class RunFoot;
 class TabPage;
 class ZOLTController;
 
@@ -35,7 +37,11 @@ public:
     /// Brings the window to the front with the keyboard, as when the program is started again.
     void present();
     /// From now on the window closes without a question: the program is ending.
-    void setEnding(bool ending) { ending_ = ending; }
+    void setEnding(bool ending);
+    /// The page in front.
+    TabPage* page() const;
+    void selectTab(int index);
+    RunFoot& runFoot() const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -44,14 +50,12 @@ protected:
 
 private:
     void addPage(int index, const PageBuilders& pages);
-    void wireMenus();
-    void selectTab(int index);
     void askToClose();
-    TabPage* page() const;
 
     const std::unique_ptr<Ui::MainMenu> form_;
     ZOLTController& controller_;
     const std::shared_ptr<TabView> tabView_;
+    MenuActions* menus_ = nullptr;
     bool asking_ = false;
     bool ending_ = false;
 };

@@ -5,6 +5,7 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/Interfaces.h"
 #include "shell/ZOLTStringGetterPanel.h"
+#include "ui/ViewChoices.h"
 #include "ui/panels/StatusPanelWindow.h"
 #include "ui/panels/StringGetterDialog.h"
 #include "ui/panels/TrackNamesWindow.h"
@@ -21,6 +22,8 @@ namespace {
 
 const char16_t* const names[] = {u"StatusQueue",          u"StringGetterPanel", u"StatusPanel",   u"OutputWindow",
                                  u"TrackNameInputWindow", u"CustomTagsPanel",   u"TrimCharsPanel"};
+
+constexpr int manyReports = 5; // in one run: the fifth window offers to gather them
 
 /// Output windows go by themselves when they are closed; this knows those that are left.
 QList<QPointer<QWidget>>& outputWindows()
@@ -48,10 +51,31 @@ QtInterfaces::QtInterfaces()
     installInterface(QString::fromUtf16(names[6]), [last = std::make_shared<std::unique_ptr<QWidget>>()](void* owner) {
         *last = std::make_unique<TrimCharsDialog>(*static_cast<ZOLTTrimCharsPanel*>(owner));
     });
-    installInterface(QString::fromUtf16(names[3]), [](void* owner) {
-        outputWindows().removeIf([](const auto& window) { return !window; });
-        outputWindows().append(new OutputWindow(*static_cast<OutputWindowController*>(owner)));
-    });
+    installInterface(QString::fromUtf16(names[3]), [this](void* owner) { buildReport(owner); });
+}
+
+void QtInterfaces::buildReport(void* owner)
+{
+    ++reports_;
+    if (gathered_ && viewChoices::gathersReports()) return gathered_();
+    outputWindows().removeIf([](const auto& window) { return !window; });
+    auto* const window = new OutputWindow(*static_cast<OutputWindowController*>(owner));
+    outputWindows().append(window);
+    if (gathered_ && reports_ == manyReports) window->offerGathering([this] { gather(); });
+}
+
+void QtInterfaces::gather()
+{
+    viewChoices::setGathersReports(true);
+    closeReports();
+    gathered_();
+}
+
+void QtInterfaces::closeReports()
+{
+    for (const auto& window : outputWindows()) {
+        if (window) window->close();
+    }
 }
 
 QtInterfaces::~QtInterfaces()

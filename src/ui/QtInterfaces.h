@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -20,12 +21,31 @@ public:
 
     /// Closes every window it has built; output windows too. Called before the owners go.
     void closeAll();
+    /// Closes the output windows; the reports stay with the queue.
+    void closeReports();
+    /// Called in place of opening a report's own window while reports are gathered. Empty for nobody.
+    void setGathered(std::function<void()> gathered) { gathered_ = std::move(gathered); }
+    /// A new run begins: the fifth report from now on offers to gather them.
+    void countReportsAnew() { reports_ = 0; }
+    /// The window of that class that stays for the life of its owner; none while it was not built.
+    template <class View> View* window() const
+    {
+        for (const auto& each : windows_) {
+            if (auto* const found = dynamic_cast<View*>(each.get())) return found;
+        }
+        return nullptr;
+    }
     /// The windows built so far that are still there.
     std::vector<QWidget*> windows() const;
 
 private:
     template <class View, class Owner> void install(const char16_t* name);
+    void buildReport(void* owner);
+    void gather();
+
     std::vector<std::unique_ptr<QWidget>> windows_;
+    std::function<void()> gathered_;
+    int reports_ = 0;
 };
 
 } // namespace zolt

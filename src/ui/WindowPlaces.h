@@ -12,7 +12,12 @@ bool restorePlace(QWidget& window, const QString& name);
 /// Keeps the window's place and size for the next start. Main thread.
 void keepPlace(const QWidget& window, const QString& name);
 
-/// Puts a window that was never placed beside the one that has the keyboard, where the screen has room for it.
+/// Makes the window no larger than its screen and brings it inside, title bar and all; its smallest size gives way
+/// where the screen has no room for it.
+void fitToScreen(QWidget& window);
+
+/// Puts a window that was never placed beside the one that has the keyboard, on whichever side the
+/// screen has room for it.
 void placeBesideActive(QWidget& window);
 
 } // namespace zolt

@@ -101,7 +101,8 @@ TEST_F(OutlookTest, TellsWhatWillHappen)
 TEST_F(OutlookTest, SpeaksOfOneFileInTheSingular)
 {
     plan.deletes = true;
-    EXPECT_EQ(told({u"/a/1.flac"_s}).intention, u"1 FLAC file to WAV beside its source, and delete the original"_s);
+    EXPECT_EQ(told({u"/a/1.flac"_s}).intention,
+              u"1 FLAC file to WAV beside its source, and delete the original for good"_s);
 }
 
 TEST_F(OutlookTest, TellsOfDeletionAndOfTheFolder)
@@ -109,10 +110,10 @@ TEST_F(OutlookTest, TellsOfDeletionAndOfTheFolder)
     plan.setPlaces(false, std::nullopt);
     plan.deletes = true;
     EXPECT_EQ(told({u"/a/1.flac"_s, u"/a/2.flac"_s}).intention,
-              u"2 FLAC files to WAV in a folder that you choose, and delete the 2 originals"_s);
+              u"2 FLAC files to WAV in a folder that you choose, and delete the 2 originals for good"_s);
     plan.setPlaces(false, u"/out"_s);
     disk.present += u"/out"_s;
-    EXPECT_EQ(told({u"/a/1.flac"_s}).intention, u"1 FLAC file to WAV in /out, and delete the original"_s);
+    EXPECT_EQ(told({u"/a/1.flac"_s}).intention, u"1 FLAC file to WAV in /out, and delete the original for good"_s);
 }
 
 TEST_F(OutlookTest, ACommandThatWritesNothingTellsNoPlace)

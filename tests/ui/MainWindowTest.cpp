@@ -3,10 +3,17 @@
 #include "app/Tabs.h"
 #include "engine/ZOLTTask.h"
 #include "shell/Constants.h"
+#include "ui/Drags.h"
+#include "ui/Mnemonics.h"
 #include "ui/WindowFixture.h"
+#include "ui/WindowPlaces.h"
 
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QScreen>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTextBrowser>
 #include <QTimer>
 
 namespace zolt::test {
@@ -130,8 +137,8 @@ TEST_F(MainWindowTest, TheWindowsPlaceIsKept)
 {
     window().resize(800, 555);
     closeAnswering(alertReply::alternateButton);
-    EXPECT_FALSE(UserDefaults::standard().stringForKey(u"windowPlace.main"_s).isEmpty());
     EXPECT_TRUE(runUntil([this] { return ended_; }));
+    EXPECT_FALSE(UserDefaults::standard().stringForKey(u"windowPlace.main"_s).isEmpty());
     WindowProgram again;
     EXPECT_EQ(again.mainWindow().size(), QSize(800, 555));
 }
@@ -141,6 +148,82 @@ TEST_F(MainWindowTest, TheWindowIsNeverSmallerThanItsContents)
     EXPECT_EQ(window().minimumSize(), QSize(720, 480));
     EXPECT_LE(window().centralWidget()->minimumSizeHint().width(), 720);
     EXPECT_LE(window().centralWidget()->minimumSizeHint().height(), 440);
+}
+
+TEST_F(MainWindowTest, EveryMenuHasEachMnemonicOnceAndEachKeyIsThereOnce)
+{
+    QSet<QChar> menus;
+    QSet<QString> keys;
+    for (const QAction* menu : window().menuBar()->actions()) {
+        EXPECT_FALSE(menus.contains(mnemonicOf(menu->text()))) << menu->text().toStdString();
+        menus += mnemonicOf(menu->text());
+        QSet<QChar> seen;
+        for (const QAction* action : menu->menu()->actions()) {
+            const QChar key = mnemonicOf(action->text());
+            EXPECT_FALSE(!key.isNull() && seen.contains(key)) << action->text().toStdString();
+            seen += key;
+            const QString shortcut = action->shortcut().toString();
+            EXPECT_FALSE(!shortcut.isEmpty() && keys.contains(shortcut)) << shortcut.toStdString();
+            keys += shortcut;
+        }
+    }
+}
+
+TEST_F(MainWindowTest, ThePagesTurnByKeyAndGoRound)
+{
+    QTest::keyClick(&window(), Qt::Key_PageDown, Qt::ControlModifier);
+    runPosted();
+    EXPECT_EQ(tabs().currentIndex(), 1);
+    for (int step = 0; step < 2; ++step) {
+        QTest::keyClick(&window(), Qt::Key_PageUp, Qt::ControlModifier);
+        runPosted();
+    }
+    EXPECT_EQ(tabs().currentIndex(), aboutTab());
+}
+
+TEST_F(MainWindowTest, HelpShowsTheGuideAndEveryKey)
+{
+    QTest::keyClick(&window(), Qt::Key_F1);
+    const auto* const guide = window().findChild<QTextBrowser*>(u"guide"_s);
+    ASSERT_NE(guide, nullptr);
+    EXPECT_TRUE(guide->toPlainText().contains(u"Decoding"));
+    delete guide;
+    window().findChild<QAction*>(u"shortcutsAction"_s)->trigger();
+    EXPECT_TRUE(window().findChild<QTextBrowser*>(u"guide"_s)->toPlainText().contains(u"Ctrl+Shift+O"));
+}
+
+TEST_F(MainWindowTest, ChoicesAreKeptOnEveryWayOutButNeverToDelete)
+{
+    tab().outputFormatMatrix->selectTitle(u"AIFF"_s);
+    tab().deleteOriginalsButton->setState(true);
+    tab().sourceDecodeButton->setState(false);
+    runPosted();
+    widget<QLineEdit>("destinationField").setText(u"/music"_s);
+    ASSERT_TRUE(
+        runUntil([] { return UserDefaults::standard().stringForKey(u"page.decode.destination"_s) == u"/music"; }));
+    WindowProgram again;
+    auto& other = again.program().tab<DecodeTab>();
+    EXPECT_EQ(other.outputFormat(), u"AIFF"_s);
+    EXPECT_FALSE(other.sourceDecodeButton->state());
+    EXPECT_FALSE(other.deleteOriginalsButton->state());
+    EXPECT_EQ(other.destination(), u"/music"_s);
+}
+
+TEST_F(MainWindowTest, ADropBesideThePagesIsACopyToo)
+{
+    EXPECT_EQ(dropOn(*window().menuBar()->parentWidget(), {file(u"a.flac"_s)}), Qt::CopyAction);
+    EXPECT_TRUE(listBecomes(1));
+}
+
+TEST_F(MainWindowTest, TheWindowFitsItsScreen)
+{
+    QWidget large;
+    large.setMinimumSize(3000, 2000);
+    large.move(-500, -400);
+    large.show();
+    fitToScreen(large);
+    const QRect room = large.screen()->availableGeometry();
+    EXPECT_TRUE(room.contains(large.geometry())) << large.width() << " by " << large.height();
 }
 
 } // namespace

@@ -84,7 +84,7 @@ TEST_F(DropCountTest, EndsEarlyWhenTold)
 TEST_F(DropCountTest, SaysItInWords)
 {
     EXPECT_EQ(dropText({1, true}), u"Drop to add 1 file"_s);
-    EXPECT_EQ(dropText({100000, false}), u"Drop to add more than 100000 files"_s);
+    EXPECT_EQ(dropText({100000, false}), u"Drop to add more than 100,000 files"_s);
     EXPECT_EQ(dropText({0, true}), u"Nothing here that this list takes"_s);
 }
 

@@ -11,6 +11,7 @@
 #include "support/EventLoop.h"
 #include "support/ScriptedPanels.h"
 #include "ui/MainWindow.h"
+#include "ui/pages/TabPage.h"
 
 #include <QDir>
 #include <QFile>
@@ -36,10 +37,11 @@ protected:
 
     /// The about tab stands behind those of the table.
     static int aboutTab() { return int(tabRows().size()); }
-    /// The widget of that name in the main window.
+    /// The widget of that name on the page in front, or else in the main window.
     template <class Widget> Widget& widget(const char* name)
     {
-        auto* const found = window().findChild<Widget*>(QString::fromLatin1(name));
+        auto* found = window().page()->findChild<Widget*>(QString::fromLatin1(name));
+        if (!found) found = window().findChild<Widget*>(QString::fromLatin1(name));
         EXPECT_NE(found, nullptr) << name;
         return *found;
     }
@@ -70,6 +72,10 @@ protected:
         ASSERT_TRUE(made.open(QIODevice::WriteOnly));
         made.write("#!/bin/sh\n" + script);
         made.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    bool listBecomes(qsizetype count)
+    {
+        return runUntil([&] { return tab().fileNames().count() == count; });
     }
     void add(const QStringList& files)
     {

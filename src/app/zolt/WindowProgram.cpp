@@ -9,6 +9,8 @@
 #include "shell/DockMenuController.h"
 #include "shell/ZOLTController.h"
 #include "ui/bus/RunOnBus.h"
+#include "ui/queue/StatusQueueWindow.h"
+#include "ui/runs/RunDesk.h"
 
 #include <QApplication>
 #include <QProgressDialog>
@@ -43,7 +45,9 @@ WindowProgram::WindowProgram()
     mainWindow_ = std::make_unique<MainWindow>(program_->controller(), pagesOf(*program_));
     desktop_.setMainWindow(mainWindow_.get());
     onBus_ = std::make_unique<RunOnBus>(program_->record(), [] { return QApplication::activeWindow() != nullptr; });
-    onBus_->setShowReport([this] { present(); });
+    runDesk_ = std::make_unique<RunDesk>(program_->record(), program_->controller(), *mainWindow_, interfaces_);
+    onBus_->setShowReport([this] { runDesk_->showLastRun(); });
+    if (auto* const panel = interfaces_.window<StatusQueueWindow>()) panel->setRecord(&program_->record());
     // From the event loop itself: ending waits, and whoever asked for it is still on his way out.
     desktop_.setTerminateHandler([this] { QTimer::singleShot(0, mainWindow_.get(), [this] { terminate(); }); });
 }
@@ -51,6 +55,7 @@ WindowProgram::WindowProgram()
 WindowProgram::~WindowProgram()
 {
     onBus_.reset();
+    runDesk_.reset();
     mainWindow_.reset();
     interfaces_.closeAll();
     program_.reset();
@@ -106,6 +111,8 @@ void WindowProgram::end()
     const bool busy = program_->controller().taskQueue()->taskCount() > 0 || detachedThreadCount() > 0;
     const auto note = busy ? waitingNote() : nullptr;
     program_->finish();
+    runDesk_.reset();
+    if (auto* const panel = interfaces_.window<StatusQueueWindow>()) panel->setRecord(nullptr);
     interfaces_.closeAll();
     if (ended_) ended_();
 }

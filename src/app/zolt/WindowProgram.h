@@ -15,6 +15,7 @@ namespace zolt {
 class MainWindow;
 class Program;
 class RunOnBus;
+class RunDesk;
 
 /// Made after the application object. Main thread.
 class WindowProgram
@@ -41,6 +42,7 @@ public:
     Program& program() { return *program_; }
     MainWindow& mainWindow() { return *mainWindow_; }
     QtInterfaces& interfaces() { return interfaces_; }
+    RunDesk& runDesk() { return *runDesk_; }
 
 private:
     void terminate();
@@ -53,6 +55,7 @@ private:
     std::unique_ptr<Program> program_;
     std::unique_ptr<MainWindow> mainWindow_;
     std::unique_ptr<RunOnBus> onBus_;
+    std::unique_ptr<RunDesk> runDesk_;
     std::function<void()> ending_;
     std::function<void(const QStringList&)> startAnew_;
     std::function<void()> ended_;

@@ -52,6 +52,8 @@ public:
     void setAction(std::function<void()> action) { action_ = std::move(action); }
     /// What runs ahead of the action: a binding's save. Main thread.
     void setSaver(std::function<void()> saver) { saver_ = std::move(saver); }
+    /// Whether something else keeps the control's value. Main thread.
+    bool hasSaver() const { return bool(saver_); }
     /// Runs the saver and then the action, as far as they are there. Main thread.
     void performAction();
 

@@ -14,7 +14,12 @@ ToolRow rowOf(const QString& line)
 {
     const QStringList fields = line.split(u'|');
     const auto field = [&](Column column) { return fields.value(column).trimmed(); };
-    ToolRow row{.name = field(Name), .package = field(Package), .question = {}, .option = {}, .advice = field(Advice)};
+    ToolRow row{.name = field(Name),
+                .package = field(Package),
+                .program = field(Program),
+                .question = {},
+                .option = {},
+                .advice = field(Advice)};
     row.question = field(Option).split(u' ', Qt::SkipEmptyParts);
     if (!row.question.isEmpty()) row.option = row.question.takeLast();
     return row;

@@ -12,6 +12,7 @@ struct ToolRow
 {
     QString name;         ///< in the tools directory
     QString package;      ///< the Debian package that brings it; empty if there is none
+    QString program;      ///< what the package calls it; empty where a companion or nothing stands for it
     QStringList question; ///< the arguments by which it tells its options; empty where nobody asks
     QString option;       ///< one that it must tell then
     QString advice;       ///< a sentence for the user about a missing one; empty for the usual

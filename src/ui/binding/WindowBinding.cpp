@@ -2,8 +2,11 @@
 
 #include "platform/errors/Exceptions.h"
 
+#include <QAbstractSpinBox>
 #include <QEvent>
 #include <QHash>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 
 namespace zolt {
 
@@ -15,6 +18,14 @@ QHash<const Window*, QWidget*>& shownWindows()
 {
     static QHash<const Window*, QWidget*> table; // main thread only
     return table;
+}
+
+bool isTypedIn(const QWidget* widget)
+{
+    const auto* const line = qobject_cast<const QLineEdit*>(widget);
+    const auto* const text = qobject_cast<const QPlainTextEdit*>(widget);
+    return (line && !line->isReadOnly()) || (text && !text->isReadOnly()) ||
+           qobject_cast<const QAbstractSpinBox*>(widget);
 }
 
 } // namespace
@@ -44,6 +55,8 @@ void WindowBinding::controlChanged(Control&)
     if (const QString title = model_->title(); !title.isEmpty()) widget_.setWindowTitle(title);
     const bool ordered = orders_ != model_->ordersToFront();
     orders_ = model_->ordersToFront();
+    const QPointF place = model_->frameTopLeftPoint();
+    if (std::exchange(place_, place) != place && widget_.isVisible() && moved_) moved_();
     if (model_->isHidden()) {
         if (!widget_.isVisible()) return;
         widget_.hide();
@@ -57,12 +70,17 @@ void WindowBinding::bringToFront()
 {
     const bool comesUp = !widget_.isVisible();
     if (comesUp && comingUp_) comingUp_();
+    const bool atWork = QApplication::activeWindow();
+    const bool takesKeyboard = comesUp && atWork && !isTypedIn(QApplication::focusWidget());
+    widget_.setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
     widget_.show();
+    if (!atWork) return; // another program has the screen
+    if (!comesUp && keepsInFront_ && !keepsInFront_()) return;
     if (!comesUp && raised_.isValid() && raised_.elapsed() < pause)
         return; // a queue of small files orders it all the time
     raised_.start();
     widget_.raise();
-    if (comesUp) widget_.activateWindow();
+    if (takesKeyboard) widget_.activateWindow();
 }
 
 bool WindowBinding::eventFilter(QObject* watched, QEvent* event)

@@ -11,9 +11,9 @@
 
 namespace zolt {
 
-/// Shows and hides the widget as the model says; a window that a person closes is closed in the model too. It takes the
-/// keyboard only when it comes up: a queue that brings its panel forward with each task must not take the typing away.
-/// A child of its widget. Main thread.
+/// Shows and hides the widget as the model says; a window that a person closes is closed in the model too. An order to
+/// the front is followed while the program is the one that a person works with, and takes the keyboard only from where
+/// nothing is typed; otherwise the window is shown without being activated. A child of its widget. Main thread.
 class WindowBinding : public QObject, public ControlObserver
 {
 public:
@@ -22,6 +22,10 @@ public:
 
     /// Called just before the window shows for an order to the front.
     void setComingUp(std::function<void()> comingUp) { comingUp_ = std::move(comingUp); }
+    /// Called when the model's place has changed while the window is up.
+    void setMoved(std::function<void()> moved) { moved_ = std::move(moved); }
+    /// Whether a window that is up already is raised by an order to the front; at first it is.
+    void setKeepsInFront(std::function<bool()> keeps) { keepsInFront_ = std::move(keeps); }
     /// Called after the window was hidden, by whomever.
     void setGone(std::function<void()> gone) { gone_ = std::move(gone); }
 
@@ -38,7 +42,10 @@ private:
     const std::shared_ptr<Window> model_;
     unsigned orders_ = 0;
     QElapsedTimer raised_;
+    QPointF place_;
     std::function<void()> comingUp_;
+    std::function<void()> moved_;
+    std::function<bool()> keepsInFront_;
     std::function<void()> gone_;
 };
 

@@ -1,7 +1,12 @@
 #include "ui/files/FileListModel.h"
 
 #include "platform/text/Text.h"
+#include "ui/PlainText.h"
 #include "ui/Symbols.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QLocale>
 
 namespace zolt {
 
@@ -9,9 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString toolTip(const QString& file, const QString& said)
+/// Where the file lies and what the disk knows of it.
+QStringList factsOf(const QString& file)
 {
-    return said.isEmpty() ? file : file + u'\n' + said;
+    const QFileInfo facts(file);
+    if (!facts.exists()) return {file, u"This file is not there"_s};
+    const QLocale locale;
+    return {file, u"%1, changed %2"_s.arg(locale.formattedDataSize(facts.size(), 1, QLocale::DataSizeSIFormat),
+                                          locale.toString(facts.lastModified(), QLocale::ShortFormat))};
 }
 
 } // namespace
@@ -62,7 +72,8 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= files_.size()) return {};
     const QString& file = files_[index.row()];
     const QString said = mark(index.row());
-    if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole) return toolTip(file, said);
+    if (role == Qt::AccessibleDescriptionRole) return said.isEmpty() ? file : said + u'\n' + file;
+    if (role == Qt::ToolTipRole) return plainToolTip((factsOf(file) + QStringList(said)).join(u'\n').trimmed());
     if (role == Qt::DecorationRole && index.column() == nameColumn && !said.isEmpty())
         return symbolIcon(isLeftOut(index.row()) ? u"bar"_s : u"dialog-warning"_s);
     if (role != Qt::DisplayRole) return {};

@@ -1,5 +1,6 @@
 #include "ui/files/FilesPanel.h"
 
+#include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
 #include "shell/BaseTab.h"
 #include "shell/ZOLTController.h"
@@ -10,7 +11,9 @@
 #include "ui/files/ListFacts.h"
 #include "ui_FilesPanel.h"
 
+#include <QClipboard>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QScrollBar>
 
@@ -40,8 +43,9 @@ FilesPanel::FilesPanel(QWidget* parent)
     connect(view.selectionModel(), &QItemSelectionModel::currentChanged, this, [this] { showFacts(); });
     connect(&view, &QWidget::customContextMenuRequested, this, [this](const QPoint& place) { showMenu(place); });
     connect(form_->addButton, &QPushButton::clicked, this, [this] { addFiles(); });
-    connect(form_->clearButton, &QPushButton::clicked, this,
-            [this] { guarded("clear", [this] { tab_->clearButtonClick(nullptr); }); });
+    connect(form_->clearButton, &QPushButton::clicked, this, &FilesPanel::clear);
+    connect(form_->filterField, &QLineEdit::textChanged, this, &FilesPanel::filter);
+    form_->filterField->installEventFilter(this);
 }
 
 FilesPanel::~FilesPanel()
@@ -71,6 +75,79 @@ void FilesPanel::addFiles()
     guarded("add files", [this] { tab_->addButtonClick(nullptr); });
 }
 
+void FilesPanel::addFolders()
+{
+    OpenPanelRequest request;
+    request.title = u"Choose folders for processing"_s;
+    request.prompt = u"Add Folder"_s;
+    request.canChooseFiles = false;
+    request.canChooseDirectories = true;
+    request.allowsMultipleSelection = true;
+    guarded("add folder", [&] {
+        if (const auto folders = panels().openPanel(request)) tab_->addFiles(*folders);
+    });
+}
+
+void FilesPanel::selectAll()
+{
+    list().setFocus();
+    list().selectAll();
+}
+
+void FilesPanel::removeSelected()
+{
+    list().removeSelected();
+}
+
+void FilesPanel::clear()
+{
+    guarded("clear", [this] { tab_->clearButtonClick(nullptr); });
+}
+
+void FilesPanel::removeDuplicates()
+{
+    QSet<QString> seen;
+    QList<qsizetype> again;
+    for (qsizetype row = 0; row < model_->files().size(); ++row) {
+        if (seen.contains(model_->files()[row])) again += row;
+        seen += model_->files()[row];
+    }
+    if (!again.isEmpty()) guarded("remove duplicates", [&] { tab_->removeRows(again); });
+}
+
+void FilesPanel::openFilter()
+{
+    form_->filterField->show();
+    form_->filterField->setFocus();
+    form_->filterField->selectAll();
+}
+
+bool FilesPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool escapes = watched == form_->filterField && event->type() == QEvent::KeyPress &&
+                         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    if (!escapes) return QWidget::eventFilter(watched, event);
+    form_->filterField->clear();
+    form_->filterField->hide();
+    list().setFocus();
+    return true;
+}
+
+void FilesPanel::filter()
+{
+    const QStringList words = form_->filterField->text().split(u' ', Qt::SkipEmptyParts);
+    const QStringList& files = model_->files();
+    shownFiles_ = 0;
+    for (qsizetype row = 0; row < files.size(); ++row) {
+        const bool shown = std::all_of(words.begin(), words.end(), [&](const QString& word) {
+            return files[row].contains(word, Qt::CaseInsensitive);
+        });
+        shownFiles_ += shown;
+        if (list().isRowHidden(int(row), {}) == shown) list().setRowHidden(int(row), {}, !shown);
+    }
+    showFacts();
+}
+
 void FilesPanel::controlChanged(Control&)
 {
     const QStringList files = tab_->fileNames().copy();
@@ -81,6 +158,7 @@ void FilesPanel::controlChanged(Control&)
     model_->setTable(*table_);
     model_->setFiles(files);
     selectFiles(selected);
+    filter();
     showColumns();
     view.verticalScrollBar()->setValue(scrolled);
     if (const int row = std::min(std::exchange(rowToKeep_, -1), model_->rowCount() - 1); row >= 0)
@@ -119,7 +197,9 @@ void FilesPanel::showFacts()
 {
     // What the mark of the row says is told here too, for who has no mouse to point with.
     const QString mark = model_->mark(list().currentIndex().row());
-    const QString text = list().hasFocus() && !mark.isEmpty() ? mark : facts_;
+    const bool filtered = shownFiles_ < model_->files().size();
+    const QString facts = filtered ? u"%1 shown of %2"_s.arg(shownFiles_).arg(facts_) : facts_;
+    const QString text = list().hasFocus() && !mark.isEmpty() ? mark : facts;
     const QString shown = form_->countLabel->fontMetrics().elidedText(text.section(u'\n', 0, 0), Qt::ElideRight,
                                                                       form_->countLabel->width());
     form_->countLabel->setText(shown);
@@ -165,6 +245,14 @@ void FilesPanel::removeRows(const QList<qsizetype>& rows)
     tab_->removeRows(rows);
 }
 
+void FilesPanel::copyPaths() const
+{
+    QStringList paths;
+    for (const qsizetype row : list().selectedRowNumbers())
+        paths += model_->files()[row];
+    QApplication::clipboard()->setText(paths.join(u'\n'));
+}
+
 void FilesPanel::showMenu(const QPoint& place)
 {
     const QModelIndex row = list().indexAt(place);
@@ -172,6 +260,7 @@ void FilesPanel::showMenu(const QPoint& place)
     QMenu menu(this);
     menu.addAction(u"&Remove from List"_s, this, [this] { list().removeSelected(); })->setEnabled(row.isValid());
     menu.addAction(u"Show in &Folder"_s, this, [file] { showInFolder(file); })->setEnabled(row.isValid());
+    menu.addAction(u"&Copy Path"_s, this, [this] { copyPaths(); })->setEnabled(row.isValid());
     menu.addSeparator();
     menu.addAction(u"&Select All"_s, &list(), &QAbstractItemView::selectAll)->setEnabled(model_->rowCount() > 0);
     menu.exec(list().viewport()->mapToGlobal(place));

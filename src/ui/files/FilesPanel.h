@@ -32,7 +32,17 @@ public:
     void attach(BaseTab& tab);
     /// Called after the list has changed and is shown.
     void setChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+    // What the menus do with the list.
     void addFiles();
+    void addFolders();
+    void selectAll();
+    void removeSelected();
+    /// Takes out all but the first of each path.
+    void removeDuplicates();
+    void clear();
+    /// Shows the line that has the list show only files with these words in their path; Escape in it shows all again.
+    void openFilter();
+
     /// Marks rows of the list with a sign and a sentence. @param leftOut  rows that the next run leaves out
     void setMarks(const QHash<int, QString>& marks, const QList<qsizetype>& leftOut);
     /// Selects the rows and brings the first of them into sight, with the keyboard in the list.
@@ -44,12 +54,15 @@ public:
 
 private:
     void showMenu(const QPoint& place);
+    void copyPaths() const;
     void removeRows(const QList<qsizetype>& rows);
     void showColumns();
     void measure();
     QSet<QString> selectedFiles() const;
     void selectFiles(const QSet<QString>& files);
     void showFacts();
+    void filter();
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     const std::unique_ptr<Ui::FilesPanel> form_;
     FileListModel* const model_;
@@ -58,6 +71,7 @@ private:
     std::function<void()> changed_;
     LatestJob measuring_;
     QString facts_;
+    qsizetype shownFiles_ = 0;
     int rowToKeep_ = -1;
 };
 

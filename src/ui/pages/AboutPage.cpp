@@ -1,7 +1,12 @@
 #include "ui/pages/AboutPage.h"
 
+#include "platform/desktop/ToolVersion.h"
 #include "platform/desktop/ToolsDirectory.h"
+#include "platform/desktop/ToolsFilling.h"
+#include "platform/errors/Exceptions.h"
+#include "shell/Wording.h"
 #include "shell/ZOLTController.h"
+#include "ui/PlainText.h"
 #include "ui/Symbols.h"
 #include "ui/binding/Bindings.h"
 #include "ui_AboutTab.h"
@@ -14,14 +19,53 @@ namespace {
 
 constexpr int pictureSize = 64;
 
-QTreeWidgetItem* toolRow(const QString& name, bool missing)
+/// A tool as the list shows it.
+struct ToolState
 {
-    const QString package = packageOfTool(name);
-    auto* const row = new QTreeWidgetItem({name, missing ? u"missing"_s : u"found"_s,
-                                           package.isEmpty() ? u"none: put the tool there yourself"_s : package});
-    row->setIcon(1, symbolIcon(missing ? u"cross"_s : u"tick"_s));
-    if (missing) row->setToolTip(1, missingToolMessage({name, package}));
+    QString name;
+    bool missing = false;
+    QString version;
+    QString advice; ///< what to do about a missing one
+};
+
+std::vector<ToolState> statesOfTools(const std::atomic<bool>& stop)
+{
+    QHash<QString, MissingTool> missing;
+    for (const MissingTool& tool : missingTools(knownTools()))
+        missing.insert(tool.name, tool);
+    std::vector<ToolState> states;
+    for (const QString& name : knownTools()) {
+        if (stop) break;
+        const bool lacks = missing.contains(name);
+        states.push_back({name, lacks, lacks ? QString() : toolVersion(toolPath(name)),
+                          lacks ? missingToolMessage(missing[name]) : QString()});
+    }
+    return states;
+}
+
+QString bringer(const ToolState& tool)
+{
+    const QString package = packageOfTool(tool.name);
+    if (!package.isEmpty()) return tool.missing ? u"apt install "_s + package : u"package "_s + package;
+    return tool.missing ? u"no package: put the tool there yourself"_s : u"not a package"_s;
+}
+
+QTreeWidgetItem* rowOf(const ToolState& tool)
+{
+    auto* const row =
+        new QTreeWidgetItem({tool.name, tool.missing ? u"missing"_s : u"found"_s, tool.version, bringer(tool)});
+    row->setIcon(1, symbolIcon(tool.missing ? u"cross"_s : u"tick"_s));
+    for (int column = 0; column < row->columnCount(); ++column)
+        row->setToolTip(column, plainToolTip(tool.advice));
     return row;
+}
+
+QString heading(const std::vector<ToolState>& tools)
+{
+    const auto missing = std::count_if(tools.begin(), tools.end(), [](const auto& tool) { return tool.missing; });
+    if (missing == 0) return u"All external tools are there."_s;
+    return missing == 1 ? u"1 external tool is missing; what needs it cannot be started."_s
+                        : u"%1 external tools are missing; what needs them cannot be started."_s.arg(missing);
 }
 
 } // namespace
@@ -38,7 +82,8 @@ AboutPage::AboutPage(ZOLTController& controller, QWidget* parent)
     Bindings bindings(*this);
     bindings.bind(u"ZoltTitleTextField"_s, controller.ZoltTitleTextField);
     bindings.bind(u"buildTextField"_s, controller.buildTextField);
-    listTools();
+    form_->placeLabel->setText(place({}));
+    connect(form_->refillButton, &QPushButton::clicked, this, [this] { guarded("tools", [this] { refill(); }); });
 }
 
 AboutPage::~AboutPage() = default;
@@ -49,22 +94,34 @@ void AboutPage::showEvent(QShowEvent* event)
     listTools(); // a person who has just installed one looks here
 }
 
+void AboutPage::refill()
+{
+    form_->placeLabel->setText(place(fillToolsDirectory()));
+    listTools();
+}
+
 void AboutPage::listTools()
 {
-    QSet<QString> missing;
-    for (const MissingTool& tool : missingTools(knownTools()))
-        missing += tool.name;
-    form_->toolsHeading->setText(
-        missing.isEmpty() ? u"All external tools are there."_s
-        : missing.size() == 1
-            ? u"1 external tool is missing; what needs it cannot be started."_s
-            : u"%1 external tools are missing; what needs them cannot be started."_s.arg(missing.size()));
-    form_->toolsList->clear();
-    for (const QString& name : knownTools())
-        form_->toolsList->addTopLevelItem(toolRow(name, missing.contains(name)));
-    for (int column = 0; column < form_->toolsList->columnCount(); ++column)
-        form_->toolsList->resizeColumnToContents(column);
-    form_->placeLabel->setText(u"The tools are looked for in %1"_s.arg(toolsDirectory()));
+    looking_.start([this](const std::atomic<bool>& stop) {
+        const auto tools = statesOfTools(stop);
+        return [this, tools] {
+            form_->toolsHeading->setText(heading(tools));
+            form_->toolsList->clear();
+            for (const ToolState& tool : tools)
+                form_->toolsList->addTopLevelItem(rowOf(tool));
+            for (int column = 0; column < form_->toolsList->columnCount(); ++column)
+                form_->toolsList->resizeColumnToContents(column);
+        };
+    });
+}
+
+QString AboutPage::place(const ToolsFilling& filling)
+{
+    const QString where = u"The tools are looked for in %1."_s.arg(toolsDirectory());
+    if (!filling.unplaced.isEmpty())
+        return where + u" %1 found, but that folder cannot be written to: have root run the installation again."_s.arg(
+                           enumerated(filling.unplaced));
+    return filling.placed.isEmpty() ? where : where + u" New there: %1."_s.arg(enumerated(filling.placed));
 }
 
 } // namespace zolt

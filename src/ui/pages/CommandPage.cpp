@@ -7,6 +7,7 @@
 #include "ui/files/FileListView.h"
 #include "ui/files/FilesPanel.h"
 #include "ui/pages/DestinationField.h"
+#include "ui/panels/AlertContext.h"
 #include "ui_CommandPage.h"
 
 #include <QEvent>
@@ -64,6 +65,7 @@ CommandPage::CommandPage(BaseTab& tab, const PageForm& form, QWidget* parent)
     bindOutlets();
     bindDestination();
     bindOutlook();
+    restoreChoices();
     form_->filesPanel->setChanged([this] { followList(); });
     form_->filesPanel->attach(tab_);
 }
@@ -80,15 +82,31 @@ void CommandPage::bindOutlets()
     }
 }
 
+DestinationField* CommandPage::destination() const
+{
+    return static_cast<DestinationField*>(choices_->findChild<QWidget*>(u"destination"_s));
+}
+
 void CommandPage::bindDestination()
 {
-    auto* const field = choices_->findChild<QWidget*>(u"destination"_s);
-    if (!field) return;
-    auto& destination = *static_cast<DestinationField*>(field);
-    destination.setChanged([this](const QString& folder) {
+    if (!destination()) return;
+    destination()->setChanged([this](const QString& folder) {
         tab_.setDestination(folder.isEmpty() ? OptionalText() : OptionalText(folder));
         refresh();
     });
+}
+
+void CommandPage::restoreChoices()
+{
+    Outlets kept = tab_.outlets();
+    std::erase_if(kept, [this](const Outlet& outlet) {
+        const auto* const widget = choices_->findChild<QWidget*>(outlet.name);
+        return widget && widget->property("notKept").toBool();
+    });
+    memory_ = std::make_unique<ChoiceMemory>(tab_.tabViewItem->label(), kept);
+    memory_->restore();
+    if (destination()) destination()->setFolder(memory_->text(u"destination"_s));
+    tab_.displayRelevantOptions();
 }
 
 void CommandPage::bindOutlook()
@@ -166,8 +184,11 @@ WorkPlan CommandPage::remainingPlan() const
 void CommandPage::lookAhead()
 {
     const WorkPlan plan = remainingPlan();
-    if (auto* const field = choices_->findChild<QWidget*>(u"destination"_s))
-        static_cast<DestinationField*>(field)->setUsed(plan.needsFolder);
+    if (destination()) {
+        destination()->setUsed(plan.needsFolder);
+        memory_->keepText(u"destination"_s, destination()->folder());
+    }
+    memory_->keep();
     lookingAhead_.start([this, plan](const std::atomic<bool>& stop) {
         const Outlook outlook = outlookOf(plan, LocalDisk(), stop);
         return [this, outlook] { show(outlook); };
@@ -209,7 +230,9 @@ void CommandPage::pressCommand()
         // What is no audio file is passed over without a word; a format that waits for its time is kept.
         if (!path::extension(plan.files[row]).isEmpty() && !aside.contains(row)) aside += row;
     }
-    if (hasWork(plan, aside) && toolsAreThere(plan.tools)) tab_.executeCommandWithout(aside);
+    if (!hasWork(plan, aside) || !toolsAreThere(plan.tools)) return;
+    const AlertContext context(intentionOf(plan)); // a question about deletion says what becomes of what
+    tab_.executeCommandWithout(aside);
 }
 
 void CommandPage::dragEnterEvent(QDragEnterEvent* event)

@@ -3,6 +3,7 @@
 
 #include "shell/Outlook.h"
 #include "ui/LatestJob.h"
+#include "ui/pages/ChoiceMemory.h"
 #include "ui/pages/LeftOut.h"
 #include "ui/pages/TabPage.h"
 
@@ -18,6 +19,7 @@ class CommandPage;
 namespace zolt {
 
 class BaseTab;
+class DestinationField;
 class FilesPanel;
 
 /// What is special of a tab's page.
@@ -70,7 +72,9 @@ private:
     struct Line;
     void bindOutlets();
     void bindDestination();
+    DestinationField* destination() const;
     void bindOutlook();
+    void restoreChoices();
     void followList();
     void lookAhead();
     void show(const Outlook& outlook);
@@ -85,6 +89,7 @@ private:
     QTimer pause_;
     LatestJob lookingAhead_;
     std::vector<std::unique_ptr<Line>> lines_;
+    std::unique_ptr<ChoiceMemory> memory_;
     LeftOut leftOut_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/errors/Exceptions.h"
 #include "shell/Wording.h"
+#include "ui/PlainText.h"
 #include "ui/Symbols.h"
 
 #include <QPushButton>
@@ -96,7 +97,7 @@ void OutlookLine::refresh()
     nextButton_->setText(u"%1 of %2 ›"_s.arg(shown_ + 1).arg(outlook_.problems.size()));
     takeBackButton_->setVisible(leftOut_ > 0);
     QStringList told = problem() ? QStringList(problem()->text) + problem()->details : QStringList();
-    setToolTip((QStringList(outlook_.intention) + told).join(u"\n"_s).trimmed());
+    setToolTip(plainToolTip((QStringList(outlook_.intention) + told).join(u"\n"_s).trimmed()));
     setAccessibleDescription(text());
     placeButtons();
     update();

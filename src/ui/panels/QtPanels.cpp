@@ -3,6 +3,7 @@
 #include "platform/Product.h"
 #include "platform/threads/MainQueue.h"
 #include "ui/binding/WindowBinding.h"
+#include "ui/panels/AlertContext.h"
 
 #include <QFileDialog>
 #include <QGridLayout>
@@ -125,7 +126,7 @@ int QtPanels::runAlert(const QString& title, const QString& message, const QStri
     std::vector<AlertButton> buttons;
     std::copy_if(all.begin(), all.end(), std::back_inserter(buttons),
                  [](const auto& button) { return !button.text.isEmpty(); });
-    return onMain([&] { return ask(title, message, buttons); });
+    return onMain([&] { return ask(title, message.isEmpty() ? AlertContext::current() : message, buttons); });
 }
 
 std::optional<QStringList> QtPanels::openPanel(const OpenPanelRequest& request)

@@ -2,6 +2,7 @@
 
 #include "ui/OutcomeColours.h"
 #include "ui/Symbols.h"
+#include "ui/queue/QueueBar.h"
 #include "ui/queue/StatusQueueModel.h"
 
 #include <QApplication>
@@ -25,13 +26,6 @@ QString signOf(const StatusQueueCell& cell)
     return cell.topTextField()->stringValue() == u"Error" ? u"cross"_s : u"bar"_s;
 }
 
-/// The status line; a tool that runs and has not told anything yet is not left to look like one that waits.
-QString statusOf(const StatusQueueCell& cell)
-{
-    const QString text = cell.topTextField()->stringValue();
-    return text == u"Waiting..." && !cell.cancelButton()->isHidden() ? u"Working..."_s : text;
-}
-
 QString oneLine(QString text)
 {
     return text.replace(u'\n', u' ');
@@ -43,22 +37,6 @@ void drawText(QPainter& painter, const QRectF& place, const QString& text, const
     painter.setPen(colour);
     const QString shown = QFontMetricsF(font).elidedText(oneLine(text), Qt::ElideRight, place.width());
     painter.drawText(place, int(Qt::AlignLeft) | int(Qt::AlignVCenter) | int(Qt::TextSingleLine), shown);
-}
-
-void drawBar(QPainter& painter, const QRectF& place, const ProgressIndicator& bar, const QStyleOptionViewItem& row)
-{
-    QStyleOptionProgressBar option;
-    option.initFrom(row.widget);
-    option.state |= QStyle::State_Horizontal;
-    option.rect = place.toRect();
-    option.textVisible = false;
-    option.minimum = 0;
-    // A value below the range means that the tool names no number: drawn as busy.
-    option.maximum = bar.doubleValue() < bar.minValue() && bar.isAnimating() ? 0 : 1000;
-    const double range = bar.maxValue() - bar.minValue();
-    const double part = range > 0 ? (bar.doubleValue() - bar.minValue()) / range : 0.0;
-    option.progress = int(std::clamp(part, 0.0, 1.0) * option.maximum);
-    row.widget->style()->drawControl(QStyle::CE_ProgressBar, &option, &painter, row.widget);
 }
 
 } // namespace
@@ -106,9 +84,9 @@ void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     QFont small = option.font;
     small.setPointSizeF(option.font.pointSizeF() * smallText);
     drawText(*painter, places.textField, cell.textField()->stringValue(), bold, outcome);
-    drawText(*painter, places.topTextField, statusOf(cell), small, plain);
+    drawText(*painter, places.topTextField, model->status(index.row()), small, plain);
     if (!cell.progressIndicator()->isHidden())
-        drawBar(*painter, places.progressIndicator, *cell.progressIndicator(), option);
+        drawQueueBar(*painter, places.progressIndicator, *cell.progressIndicator(), option);
     if (!cell.cancelButton()->isHidden())
         paintSymbol(*painter, u"process-stop"_s, places.cancelButton, plain);
     else if (const QString sign = signOf(cell); !sign.isEmpty())

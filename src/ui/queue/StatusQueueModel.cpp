@@ -1,6 +1,7 @@
 #include "ui/queue/StatusQueueModel.h"
 
-#include "engine/ZOLTTaskQueue.h"
+#include "engine/ZOLTTask.h"
+#include "ui/queue/QueueCommands.h"
 
 namespace zolt {
 
@@ -34,12 +35,24 @@ int StatusQueueModel::rowCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : rows_;
 }
 
+QString StatusQueueModel::status(int row) const
+{
+    const auto task = queue_.rowTask(row);
+    if (!task) return QString();
+    if (queueCommands::isStopping(*task)) return u"Stopping when the tool ends"_s;
+    const QString text = task->topTextField()->stringValue();
+    // A tool that runs and has not told anything yet is not left to look like one that waits.
+    return text == u"Waiting..." && task->isActive() ? u"Working..."_s : text;
+}
+
 QVariant StatusQueueModel::data(const QModelIndex& index, int role) const
 {
-    if (!index.isValid() || (role != Qt::AccessibleTextRole && role != Qt::DisplayRole)) return {};
-    const StatusQueueCell row = cell(index.row());
-    if (!row.textField()) return {};
-    return u"%1: %2"_s.arg(row.textField()->stringValue(), row.topTextField()->stringValue());
+    const bool asked = role == Qt::AccessibleTextRole || role == Qt::DisplayRole || role == Qt::ToolTipRole;
+    const auto task = index.isValid() && asked ? queue_.rowTask(index.row()) : nullptr;
+    if (!task) return {};
+    const QString name = task->textField()->stringValue();
+    if (role == Qt::ToolTipRole) return task->source().isEmpty() ? name : task->source();
+    return u"%1: %2"_s.arg(name, status(index.row()));
 }
 
 } // namespace zolt

@@ -25,6 +25,9 @@ public:
     /// The controls of a row; empty ones for a row that was swept since.
     StatusQueueCell cell(int row) const;
 
+    /// What the row's status line says: the tool's words, or that the tool is still to end.
+    QString status(int row) const;
+
     int rowCount(const QModelIndex& parent = {}) const override;
     /// The row in words, for readers aloud and for copying.
     QVariant data(const QModelIndex& index, int role) const override;

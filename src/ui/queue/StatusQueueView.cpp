@@ -1,6 +1,8 @@
 #include "ui/queue/StatusQueueView.h"
 
 #include "platform/threads/MainQueue.h"
+#include "ui/PlainText.h"
+#include "ui/queue/QueueBar.h"
 #include "ui/queue/StatusQueueDelegate.h"
 #include "ui/queue/StatusQueueModel.h"
 
@@ -67,8 +69,7 @@ void StatusQueueView::mouseReleaseEvent(QMouseEvent* event)
 void StatusQueueView::keyPressEvent(QKeyEvent* event)
 {
     if (!event->matches(QKeySequence::Delete)) return QListView::keyPressEvent(event);
-    for (const QModelIndex& index : selectedIndexes())
-        stopRow(index);
+    if (remove_) remove_();
 }
 
 bool StatusQueueView::viewportEvent(QEvent* event)
@@ -79,9 +80,9 @@ bool StatusQueueView::viewportEvent(QEvent* event)
     const bool onButton = stopButtonAt(help->pos()).isValid();
     const StatusQueueCell cell = cellOf(row);
     QToolTip::showText(help->globalPos(),
-                       onButton           ? cell.cancelButton()->toolTip()
-                       : cell.textField() ? cell.textField()->stringValue()
-                                          : QString(),
+                       plainToolTip(onButton           ? cell.cancelButton()->toolTip()
+                                    : cell.textField() ? row.data(Qt::ToolTipRole).toString()
+                                                       : QString()),
                        this);
     return true;
 }
@@ -97,8 +98,11 @@ QString StatusQueueView::visibleText() const
         const StatusQueueCell cell = cellOf(index);
         if (!cell.textField()) break;
         const Colour colour = cell.textField()->textColour();
-        text += u"%1\n%2\n%3 %4 %5 %6 %7\n"_s.arg(cell.textField()->stringValue(), cell.topTextField()->stringValue())
-                    .arg(cell.progressIndicator()->doubleValue())
+        const auto part = shownPart(*cell.progressIndicator());
+        const bool moves = !part && !cell.progressIndicator()->isHidden();
+        text += u"%1\n%2\n%3 %4 %5 %6 %7\n"_s.arg(index.data().toString())
+                    .arg(part.value_or(0.0))
+                    .arg(moves ? movingStep() : 0)
                     .arg(cell.progressIndicator()->isHidden())
                     .arg(cell.cancelButton()->isHidden())
                     .arg(colour.red)

@@ -5,6 +5,8 @@
 
 #include <QListView>
 
+#include <functional>
+
 namespace zolt {
 
 /// Rows draw themselves; their stop buttons are pressed here. Main thread.
@@ -15,6 +17,8 @@ public:
 
     /// Presses the stop button of a row, if it shows one.
     void stopRow(const QModelIndex& index);
+    /// Called when a person asks for the selected rows to be stopped or taken out.
+    void setRemoveHandler(std::function<void()> remove) { remove_ = std::move(remove); }
     /// The rows that are on screen now: what they show, in one text that changes whenever they have to be drawn again.
     QString visibleText() const;
 
@@ -28,6 +32,7 @@ private:
     StatusQueueCell cellOf(const QModelIndex& index) const;
     QModelIndex stopButtonAt(QPoint place) const;
 
+    std::function<void()> remove_;
     QPersistentModelIndex pressed_;
 };
 

@@ -1,14 +1,15 @@
 #include "ui/queue/StatusQueueWindow.h"
 
-#include "engine/OutputWindowController.h"
-#include "engine/ZOLTAsyncNSTask.h"
-#include "engine/ZOLTTaskQueue.h"
+#include "engine/RunRecord.h"
+#include "engine/ZOLTTask.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/text/Counts.h"
 #include "ui/Symbols.h"
+#include "ui/ViewChoices.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui/bus/FileManager.h"
+#include "ui/queue/QueueCommands.h"
 #include "ui/queue/StatusQueueModel.h"
 #include "ui_StatusQueue.h"
 
@@ -20,24 +21,12 @@
 namespace zolt {
 
 using namespace Qt::StringLiterals;
+using queueCommands::waits;
 
 namespace {
 
 constexpr int milliseconds = 50; // 20 drawings a second
 const QString placeName = u"queue"_s;
-
-/// The file that the task works on: the first of its tool's arguments that is a file's full path and bears the row's
-/// name; none where no argument does.
-QString sourceOf(const ZOLTTask& task)
-{
-    const auto* const toolTask = dynamic_cast<const ZOLTAsyncNSTask*>(&task);
-    if (!toolTask) return QString();
-    const QString ending = u'/' + task.title();
-    for (const QString& argument : toolTask->arguments()) {
-        if (argument.endsWith(ending)) return argument;
-    }
-    return QString();
-}
 
 } // namespace
 
@@ -49,17 +38,38 @@ StatusQueueWindow::StatusQueueWindow(ZOLTTaskQueue& queue)
     form_->tableView->setModel(model_);
     form_->cancelAllButton->setIcon(symbolIcon(u"process-stop"_s));
     restorePlace(*this, placeName);
+    fitToScreen(*this);
     timer_.setInterval(milliseconds);
+    wireButtons();
     connect(&timer_, &QTimer::timeout, this, [this] { guarded("queue panel", [this] { refresh(); }); });
-    connect(form_->cancelAllButton, &QPushButton::clicked, this,
-            [this] { guarded("cancel all", [this] { cancelAll(); }); });
     connect(form_->tableView, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& place) { showMenu(place); });
     connect(new QShortcut(QKeySequence::Copy, form_->tableView), &QShortcut::activated, this,
             [this] { copySelected(); });
     connect(new QShortcut(QKeySequence(u"Ctrl+W"_s), this), &QShortcut::activated, this, &QWidget::close);
     table_->setObserver(this);
-    (new WindowBinding(*this, queue.panel()))->setComingUp([this] { placeBesideActive(*this); });
+    auto* const binding = new WindowBinding(*this, queue.panel());
+    binding->setComingUp([this] { placeBesideActive(*this); });
+    binding->setKeepsInFront(viewChoices::keepsQueueInFront);
+    refreshTexts();
+}
+
+void StatusQueueWindow::wireButtons()
+{
+    connect(form_->pauseButton, &QPushButton::clicked, this,
+            [this](bool held) { guarded("pause", [&] { queue_.setHeld(held); }); });
+    connect(form_->cancelAllButton, &QPushButton::clicked, this,
+            [this] { guarded("cancel all", [this] { queueCommands::cancelAll(queue_); }); });
+    form_->paceField->setValue(queue_.maxThreads());
+    connect(form_->paceField, &QSpinBox::valueChanged, this, [this](int tasks) {
+        if (tasks != queue_.maxThreads()) guarded("pace", [&] { queueCommands::setPace(tasks); });
+    });
+    form_->tableView->setRemoveHandler([this] { removeSelected(); });
+}
+
+void StatusQueueWindow::setRecord(RunRecord* record)
+{
+    record_ = record;
     refreshTexts();
 }
 
@@ -75,8 +85,6 @@ void StatusQueueWindow::controlChanged(Control&)
 
 void StatusQueueWindow::refresh()
 {
-    const bool atWork = queue_.taskCount() > 0;
-    if (atWork && !atWork_.isValid()) atWork_.start();
     const bool rowsChanged = model_->refresh();
     if (isVisible()) {
         followRunningRow();
@@ -87,20 +95,29 @@ void StatusQueueWindow::refresh()
         }
     }
     refreshTexts();
-    if (atWork) return;
-    atWork_.invalidate();
-    timer_.stop();
+    if (queue_.taskCount() == 0 && (!record_ || !record_->isRunning())) timer_.stop();
+}
+
+QString StatusQueueWindow::headText() const
+{
+    if (!record_) return QString();
+    if (record_->isRunning()) return (queue_.isHeld() ? u"Paused: "_s : QString()) + record_->progressInWords();
+    return record_->current() ? inWords(*record_->current()) : QString();
 }
 
 void StatusQueueWindow::refreshTexts()
 {
-    const int open = queue_.taskCount();
-    const QString title = open > 0 ? u"Queue: %1 to go"_s.arg(open) : u"Queue"_s;
+    const bool open = queue_.taskCount() > 0;
+    const QString head = headText();
+    const QString title = open && !head.isEmpty() ? u"Queue: "_s + head : u"Queue"_s;
     if (title != windowTitle()) setWindowTitle(title);
-    QString pace = u"%1 at a time"_s.arg(queue_.maxThreads());
-    if (atWork_.isValid()) pace += u", "_s + clockText(atWork_.elapsed());
-    form_->paceLabel->setText(pace); // does nothing where the text stands already
-    form_->cancelAllButton->setEnabled(open > 0);
+    form_->headLabel->setText(head.isEmpty() ? u"Nothing in the queue"_s
+                                             : head); // does nothing where it stands already
+    form_->totalBar->setValue(record_ && record_->isRunning() ? int(record_->progress() * form_->totalBar->maximum())
+                                                              : 0);
+    form_->cancelAllButton->setEnabled(open);
+    form_->pauseButton->setChecked(queue_.isHeld());
+    if (!form_->paceField->hasFocus()) form_->paceField->setValue(queue_.maxThreads());
 }
 
 void StatusQueueWindow::followRunningRow()
@@ -114,42 +131,43 @@ void StatusQueueWindow::followRunningRow()
 
 std::shared_ptr<ZOLTTask> StatusQueueWindow::taskOf(int row) const
 {
-    const auto rows = queue_.panelArray();
-    return row >= 0 && std::size_t(row) < rows.size() ? rows[std::size_t(row)] : nullptr;
+    return queue_.rowTask(row);
 }
 
-void StatusQueueWindow::cancelAll()
+std::vector<std::shared_ptr<ZOLTTask>> StatusQueueWindow::selectedTasks() const
 {
-    queue_.endEverything([this] { queue_.cancelAllTasks(nullptr); });
+    std::vector<std::shared_ptr<ZOLTTask>> tasks;
+    for (const QModelIndex& row : form_->tableView->selectionModel()->selectedRows()) {
+        if (const auto task = taskOf(row.row())) tasks.push_back(task);
+    }
+    return tasks;
+}
+
+void StatusQueueWindow::removeSelected()
+{
+    guarded("remove from queue", [this] { queueCommands::remove(queue_, selectedTasks()); });
 }
 
 void StatusQueueWindow::showMenu(const QPoint& place)
 {
+    const auto tasks = selectedTasks();
     const auto task = taskOf(form_->tableView->indexAt(place).row());
-    const auto report = task ? task->results() : nullptr;
-    const QString source = task ? sourceOf(*task) : QString();
+    const bool waiting = std::any_of(tasks.begin(), tasks.end(), [](const auto& each) { return waits(*each); });
+    const bool running = std::any_of(tasks.begin(), tasks.end(),
+                                     [](const auto& each) { return each->isActive() && !each->cancelled(); });
     QMenu menu(this);
+    menu.addAction(u"&Stop"_s, this, [this] { removeSelected(); })->setEnabled(running && !waiting);
+    menu.addAction(u"&Remove from Queue"_s, this, [this] { removeSelected(); })->setEnabled(waiting);
     menu.addAction(u"Remove All &Errors"_s, this,
                    [this] { guarded("remove errors", [this] { queue_.removeAllErrors(nullptr); }); });
     menu.addSeparator();
-    menu.addAction(u"Show &Output"_s, this, [&] { guarded("show output", [&] { showOutput(*task); }); })
-        ->setEnabled(report != nullptr);
-    menu.addAction(u"Show in &Folder"_s, this, [&] { showInFolder(source); })->setEnabled(!source.isEmpty());
-    menu.addAction(u"&Copy Text"_s, this, [this] { copySelected(); })->setEnabled(task != nullptr);
+    menu.addAction(u"Show &Output"_s, this,
+                   [&] { guarded("show output", [&] { queueCommands::showReport(queue_, *task); }); })
+        ->setEnabled(task && task->results());
+    menu.addAction(u"Show in &Folder"_s, this, [&] { showInFolder(task->source()); })
+        ->setEnabled(task && !task->source().isEmpty());
+    menu.addAction(u"&Copy Text"_s, this, [this] { copySelected(); })->setEnabled(!tasks.empty());
     menu.exec(form_->tableView->viewport()->mapToGlobal(place));
-}
-
-void StatusQueueWindow::showOutput(const ZOLTTask& task)
-{
-    const auto report = task.results();
-    if (!report) return; // its end came while the menu was open
-    const QString text = report->results();
-    for (const auto& shown : queue_.outputWindows()) {
-        if (shown->window()->title() != task.title() || shown->textField()->string() != text) continue;
-        if (!WindowBinding::widgetOf(*shown->window())) shown->loadWindow();
-        return shown->showWindow();
-    }
-    queue_.showOutputWindowTitle(text, task.title());
 }
 
 void StatusQueueWindow::copySelected() const

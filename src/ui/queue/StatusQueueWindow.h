@@ -3,11 +3,11 @@
 
 #include "platform/controls/Table.h"
 
-#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 namespace Ui {
 class StatusQueue;
@@ -15,6 +15,7 @@ class StatusQueue;
 
 namespace zolt {
 
+class RunRecord;
 class StatusQueueModel;
 class ZOLTTask;
 class ZOLTTaskQueue;
@@ -30,6 +31,8 @@ public:
 
     /// The queue's table has changed: rows came or went, or one is to be shown.
     void controlChanged(Control& control) override;
+    /// From now on the head tells how far the record's run is. @param record  outlives this object; nullptr for none
+    void setRecord(RunRecord* record);
     /// How often the rows were drawn because they had changed.
     int refreshes() const { return refreshes_; }
 
@@ -41,18 +44,20 @@ private:
     void refresh();
     void refreshTexts();
     void followRunningRow();
+    void wireButtons();
     void showMenu(const QPoint& place);
     std::shared_ptr<ZOLTTask> taskOf(int row) const;
-    void showOutput(const ZOLTTask& task);
+    std::vector<std::shared_ptr<ZOLTTask>> selectedTasks() const;
+    void removeSelected();
     void copySelected() const;
-    void cancelAll();
+    QString headText() const;
 
     const std::unique_ptr<Ui::StatusQueue> form_;
     ZOLTTaskQueue& queue_;
     const std::shared_ptr<Table> table_;
     StatusQueueModel* const model_;
     QTimer timer_;
-    QElapsedTimer atWork_;
+    RunRecord* record_ = nullptr;
     QString lastVisible_;
     int shownRow_ = -1;
     int refreshes_ = 0;

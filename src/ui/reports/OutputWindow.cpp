@@ -1,12 +1,8 @@
 #include "ui/reports/OutputWindow.h"
 
 #include "engine/OutputWindowController.h"
-#include "engine/ReportVerdict.h"
-#include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
-#include "platform/files/Files.h"
-#include "ui/Fonts.h"
-#include "ui/Symbols.h"
+#include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui_OutputWindow.h"
 
@@ -37,14 +33,15 @@ OutputWindow::OutputWindow(OutputWindowController& controller)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     form_->setupUi(this);
-    form_->findButton->setIcon(symbolIcon(u"edit-find"_s));
-    form_->saveButton->setIcon(symbolIcon(u"document-save-as"_s));
-    form_->findBar->setView(form_->textField);
+    fitToScreen(*this);
+    form_->gatherBar->hide();
+    connect(form_->gatherButton, &QPushButton::clicked, this, [this] { guarded("gather", [this] { gather_(); }); });
     addKeys();
     text_->setObserver(this);
     controlChanged(*text_);
     auto* const binding = new WindowBinding(*this, model_);
     binding->setComingUp([this] { place(); });
+    binding->setMoved([this] { place(); }); // a report from a task's thread is told its place once it is up
 }
 
 OutputWindow::~OutputWindow()
@@ -57,50 +54,35 @@ void OutputWindow::addKeys()
     const auto key = [this](const QKeySequence& keys, auto work) {
         connect(new QShortcut(keys, this), &QShortcut::activated, this, work);
     };
-    const auto find = [this] { form_->findBar->open(); };
-    const auto save = [this] { guarded("save report", [this] { saveAs(); }); };
-    key(QKeySequence(u"Ctrl+F"_s), find);
-    key(QKeySequence(u"F3"_s), [this] { form_->findBar->find(false); });
-    key(QKeySequence(u"Ctrl+S"_s), save);
+    key(QKeySequence(u"Ctrl+F"_s), [this] { form_->pane->openFind(); });
+    key(QKeySequence(u"F3"_s), [this] { form_->pane->findNext(); });
+    key(QKeySequence(u"Ctrl+S"_s), [this] { guarded("save report", [this] { form_->pane->saveAs(); }); });
     key(QKeySequence(u"Ctrl+W"_s), [this] { close(); });
     key(QKeySequence(u"Escape"_s), [this] { escape(); });
-    connect(form_->findButton, &QPushButton::clicked, this, find);
-    connect(form_->saveButton, &QPushButton::clicked, this, save);
 }
 
 void OutputWindow::controlChanged(Control&)
 {
-    const QString report = text_->string();
-    form_->textField->setFont(shownFont(text_->font()));
-    form_->textField->setPlainText(report);
-    form_->countLabel->setText(inWords(verdictOf(report)));
+    form_->pane->setFont(text_->font());
+    form_->pane->setReport(model_->title(), text_->string());
+}
+
+void OutputWindow::offerGathering(std::function<void()> gather)
+{
+    gather_ = std::move(gather);
+    form_->gatherBar->show();
 }
 
 void OutputWindow::place()
 {
     const QScreen* const onScreen = screen();
     if (onScreen) move(placeOnScreen(*onScreen, model_->frameTopLeftPoint(), frameSize()));
-    form_->textField->setFocus();
+    form_->pane->setFocus();
 }
 
 void OutputWindow::escape()
 {
-    if (form_->findBar->isVisible())
-        form_->findBar->close();
-    else
-        close();
-}
-
-void OutputWindow::saveAs()
-{
-    SavePanelRequest request;
-    request.title = u"Save report"_s;
-    request.fileName = model_->title().replace(u'/', u'-') + u".txt"_s;
-    const auto path = panels().savePanel(request);
-    if (!path || writeTextAtomically(*path, text_->string())) return;
-    panels().runAlert(u"The report could not be saved"_s,
-                      u"%1 could not be written. Choose a folder that you may write to and that has room."_s.arg(*path),
-                      u"OK"_s);
+    if (!form_->pane->closeFind()) close();
 }
 
 } // namespace zolt

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -26,18 +27,18 @@ public:
 
     /// The text view's model has changed.
     void controlChanged(Control& control) override;
-    /// Asks where to, and saves the report as text.
-    void saveAs();
-    /// Closes the line that finds words, or else the window.
-    void escape();
+    /// Offers to gather reports from now on. @param gather  called when a person wants that
+    void offerGathering(std::function<void()> gather);
 
 private:
     void addKeys();
     void place();
+    void escape();
 
     const std::unique_ptr<Ui::OutputWindow> form_;
     const std::shared_ptr<Window> model_;
     const std::shared_ptr<TextView> text_;
+    std::function<void()> gather_;
 };
 
 } // namespace zolt

@@ -8,6 +8,7 @@
 
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 
@@ -38,7 +39,7 @@ TEST_F(FilesPanelTest, ADropFillsTheListSortedWithFoldersWhole)
 {
     const QString folder = QFileInfo(file(u"a/2/c.flac"_s)).path();
     EXPECT_EQ(dropOn(*list().viewport(), {file(u"b.flac"_s), folder}), Qt::CopyAction);
-    ASSERT_EQ(list().model()->rowCount(), 2);
+    ASSERT_TRUE(runUntil([this] { return list().model()->rowCount() == 2; }));
     EXPECT_EQ(shown(0), u"c.flac"_s);
     EXPECT_EQ(shown(1), u"b.flac"_s);
 }
@@ -103,6 +104,53 @@ TEST_F(FilesPanelTest, TheTabIsToldWhichRowsAreSelectedAndAnAdditionKeepsThem)
     tab().tableView->setAction({});
 }
 
+TEST_F(FilesPanelTest, ANameThatLooksLikeMarkupIsShownAsItStands)
+{
+    add({file(u"<b>bold<b>.flac"_s)});
+    EXPECT_TRUE(list().model()->index(0, 0).data(Qt::ToolTipRole).toString().contains(u"&lt;b&gt;bold"));
+}
+
+TEST_F(FilesPanelTest, TheMenusWorkOnTheListWhereverTheKeyboardIs)
+{
+    const auto trigger = [this](const char* action) {
+        window().findChild<QAction*>(QString::fromLatin1(action))->trigger();
+        runPosted();
+    };
+    add({file(u"a.flac"_s), file(u"b.flac"_s), pathOf(u"a.flac"_s)});
+    ASSERT_TRUE(listBecomes(3));
+    widget<QPushButton>("commandButton").setFocus();
+    trigger("removeDuplicatesAction");
+    EXPECT_EQ(tab().fileNames().count(), 2);
+    trigger("selectAllAction");
+    EXPECT_EQ(list().selectedRowNumbers().size(), 2);
+    trigger("removeAction");
+    EXPECT_TRUE(tab().fileNames().isEmpty());
+    panels_.answerOpenPanel(QStringList{QFileInfo(file(u"sub/c.flac"_s)).path()});
+    QTest::keyClick(&window(), Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(listBecomes(1));
+    EXPECT_TRUE(panels_.openRequests()[0].canChooseDirectories);
+    trigger("clearListAction");
+    EXPECT_TRUE(tab().fileNames().isEmpty());
+}
+
+TEST_F(FilesPanelTest, AFilterShowsAndSelectsOnlyWhatMatches)
+{
+    add({file(u"jam.flac"_s), file(u"drums.flac"_s)});
+    ASSERT_TRUE(listBecomes(2));
+    QTest::keyClick(&window(), Qt::Key_F, Qt::ControlModifier);
+    auto& field = widget<QLineEdit>("filterField");
+    ASSERT_TRUE(field.isVisible());
+    QTest::keyClicks(&field, u"JAM"_s);
+    EXPECT_TRUE(list().isRowHidden(0, {}));
+    EXPECT_FALSE(list().isRowHidden(1, {}));
+    list().selectAll();
+    EXPECT_THAT(list().selectedRowNumbers(), ElementsAre(1));
+    EXPECT_TRUE(runUntil([this] { return countLine().startsWith(u"1 shown of 2 files"); }));
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_FALSE(field.isVisible());
+    EXPECT_FALSE(list().isRowHidden(0, {}));
+}
+
 TEST_F(FilesPanelTest, DeleteTakesTheSelectedRowsOutAndKeepsThePlace)
 {
     add({file(u"a.flac"_s), file(u"b.flac"_s), file(u"c.flac"_s)});
@@ -136,7 +184,7 @@ TEST_F(FilesPanelTest, TheFolderShowsOnlyWhenFilesOfSeveralAreListed)
 TEST_F(FilesPanelTest, TheFullPathIsTheToolTip)
 {
     add({file(u"a.flac"_s)});
-    EXPECT_EQ(list().model()->index(0, 0).data(Qt::ToolTipRole).toString(), pathOf(u"a.flac"_s));
+    EXPECT_TRUE(list().model()->index(0, 0).data(Qt::ToolTipRole).toString().contains(pathOf(u"a.flac"_s)));
 }
 
 TEST_F(FilesPanelTest, ALineTellsWhatTheListAmountsTo)

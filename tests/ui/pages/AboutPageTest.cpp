@@ -3,6 +3,8 @@
 #include "platform/Product.h"
 #include "ui/WindowFixture.h"
 
+#include <QLabel>
+#include <QPushButton>
 #include <QTreeWidget>
 
 namespace zolt::test {
@@ -28,13 +30,28 @@ TEST_F(AboutPageTest, ShowsNameVersionAndBuild)
 
 TEST_F(AboutPageTest, ShowsWhichToolsAreMissingAndWhatBringsThem)
 {
-    ASSERT_NE(row(u"flac"_s), nullptr);
+    program_.selectTab(aboutTab());
+    ASSERT_TRUE(runUntil([this] { return row(u"flac"_s) != nullptr; }));
     EXPECT_EQ(row(u"flac"_s)->text(1), u"missing"_s);
-    EXPECT_EQ(row(u"mkisofs"_s)->text(2), u"genisoimage"_s);
-    tool(u"flac"_s, "exit 0\n");
+    EXPECT_EQ(row(u"flac"_s)->text(3), u"apt install flac"_s);
+    tool(u"flac"_s, "echo flac 1.4.2\n");
+    program_.selectTab(0);
+    runPosted();
     program_.selectTab(aboutTab());
     runPosted();
-    EXPECT_EQ(row(u"flac"_s)->text(1), u"found"_s);
+    EXPECT_TRUE(runUntil([this] { return row(u"flac"_s) && row(u"flac"_s)->text(1) == u"found"; }));
+    EXPECT_EQ(row(u"flac"_s)->text(2), u"1.4.2"_s);
+}
+
+TEST_F(AboutPageTest, ToolsThatWereInstalledMeanwhileArePutInPlaceOnAPress)
+{
+    program_.selectTab(aboutTab());
+    ASSERT_TRUE(runUntil([this] { return row(u"metaflac"_s) != nullptr; }));
+    EXPECT_EQ(row(u"metaflac"_s)->text(1), u"missing"_s);
+    QTest::mouseClick(&widget<QPushButton>("refillButton"), Qt::LeftButton);
+    EXPECT_TRUE(runUntil([this] { return row(u"metaflac"_s) && row(u"metaflac"_s)->text(1) == u"found"; }));
+    EXPECT_TRUE(widget<QLabel>("placeLabel").text().contains(u"metaflac"));
+    EXPECT_TRUE(QFile::exists(tools_.filePath(u".placed"_s)));
 }
 
 } // namespace

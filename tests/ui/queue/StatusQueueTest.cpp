@@ -2,12 +2,15 @@
 
 #include "engine/ZOLTTask.h"
 #include "ui/WindowFixture.h"
+#include "ui/queue/QueueBar.h"
 #include "ui/queue/StatusQueueDelegate.h"
 #include "ui/queue/StatusQueueModel.h"
 #include "ui/queue/StatusQueueView.h"
 
 #include <QClipboard>
+#include <QLineEdit>
 #include <QMenu>
+#include <QSpinBox>
 #include <QTimer>
 
 namespace zolt::test {
@@ -94,8 +97,8 @@ TEST_F(StatusQueueTest, AddingATaskShowsThePanelWithItsRow)
     queued(u"a.flac"_s);
     EXPECT_TRUE(rowsBecome(1));
     EXPECT_TRUE(panel().isVisible());
-    EXPECT_TRUE(titleBecomes(u"Queue: 1 to go"_s));
-    EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"a.flac: Waiting..."_s);
+    EXPECT_TRUE(titleBecomes(u"Queue: 0 of 1, 0 %"_s));
+    EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"a.flac: Working..."_s);
 }
 
 TEST_F(StatusQueueTest, ThePanelTakesTheKeyboardOnlyWhenItComesUp)
@@ -206,7 +209,7 @@ TEST_F(StatusQueueTest, CopyTextCopiesTheSelectedRows)
     view().selectAll();
     chooseInMenu(u"Copy Text"_s);
     menuOnRow(0);
-    EXPECT_EQ(QApplication::clipboard()->text(), u"a.flac: Waiting...\nb.flac: Waiting..."_s);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"a.flac: Working...\nb.flac: Working..."_s);
 }
 
 TEST_F(StatusQueueTest, ManyChangesAreDrawnOnce)
@@ -276,6 +279,118 @@ TEST_F(StatusQueueTest, OutcomesCarryASignBesideTheirColour)
     good->stopTask(nullptr);
     EXPECT_TRUE(runUntil([&] { return good->cancelButton()->isHidden(); }));
     EXPECT_NE(signArea(0), blank);
+}
+
+TEST_F(StatusQueueTest, AWaitingRowIsTakenOutByDelete)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 0});
+    const auto task = queued(u"a.flac"_s), other = queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    view().setCurrentIndex(view().model()->index(0, 0));
+    QTest::keyClick(&view(), Qt::Key_Delete);
+    runPosted();
+    EXPECT_TRUE(task->cancelled());
+    EXPECT_FALSE(other->cancelled());
+    EXPECT_EQ(queue().taskCount(), 1);
+}
+
+TEST_F(StatusQueueTest, TheMenuTakesOutWaitingRowsAndStopsRunningOnes)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 1});
+    const auto running = queued(u"a.flac"_s), waiting = queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    view().setCurrentIndex(view().model()->index(1, 0));
+    const auto offersStop = chooseInMenu(u"Stop"_s);
+    menuOnRow(1);
+    EXPECT_FALSE(*offersStop);
+    chooseInMenu(u"Remove from Queue"_s);
+    menuOnRow(1);
+    runPosted();
+    EXPECT_TRUE(waiting->cancelled());
+    EXPECT_FALSE(running->cancelled());
+    view().setCurrentIndex(view().model()->index(0, 0));
+    chooseInMenu(u"Stop"_s);
+    menuOnRow(0);
+    runPosted();
+    EXPECT_TRUE(running->cancelled());
+}
+
+TEST_F(StatusQueueTest, PauseHoldsTheQueueAndTheHeadSaysSo)
+{
+    auto& pause = *panel().findChild<QPushButton*>(u"pauseButton"_s);
+    queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    QTest::mouseClick(&pause, Qt::LeftButton);
+    EXPECT_TRUE(queue().isHeld());
+    const auto second = queued(u"b.flac"_s);
+    EXPECT_FALSE(second->isActive());
+    EXPECT_TRUE(runUntil([this] { return panel().windowTitle().startsWith(u"Queue: Paused: "); }));
+    QTest::mouseClick(&pause, Qt::LeftButton);
+    EXPECT_TRUE(second->isActive());
+}
+
+TEST_F(StatusQueueTest, AtATimeIsSavedAndReachesTheQueue)
+{
+    auto& field = *panel().findChild<QSpinBox*>(u"paceField"_s);
+    EXPECT_EQ(field.value(), 2);
+    panel().show();
+    field.setFocus();
+    QTest::keyClick(&field, Qt::Key_Up);
+    EXPECT_EQ(queue().maxThreads(), 3);
+    EXPECT_EQ(UserDefaults::standard().integerForKey(u"maxThreads"_s), 3);
+}
+
+/// A task whose tool takes its time to end.
+class SlowTask : public HandTask
+{
+public:
+    static std::shared_ptr<SlowTask> makeSlow(ZOLTTaskQueue& queue)
+    {
+        std::shared_ptr<SlowTask> task(new SlowTask);
+        task->setUpWithQueue(&queue);
+        task->showTitle(u"slow.flac"_s);
+        return task;
+    }
+    void stopTask(Sender) override {}
+    void end() { HandTask::stopTask(nullptr); }
+};
+
+TEST_F(StatusQueueTest, ARowThatWasAskedToStopSaysWhatItWaitsFor)
+{
+    const auto task = SlowTask::makeSlow(queue());
+    queue().addTask(task);
+    ASSERT_TRUE(rowsBecome(1));
+    task->cancelTask(nullptr);
+    EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"slow.flac: Stopping when the tool ends"_s);
+    task->end();
+    EXPECT_EQ(queue().taskCount(), 0);
+}
+
+TEST_F(StatusQueueTest, ABarWithoutAReadingMovesAndAPieceWithoutANumberCostsNone)
+{
+    ProgressIndicator bar;
+    EXPECT_EQ(shownPart(bar), std::nullopt);
+    bar.setDoubleValue(42);
+    bar.setDoubleValue(-1);
+    EXPECT_EQ(shownPart(bar), 0.42);
+    EXPECT_EQ(bar.doubleValue(), -1);
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    const int before = panel().refreshes();
+    EXPECT_TRUE(runUntil([&] { return panel().refreshes() > before + 2; })); // nothing changes but the bar
+}
+
+TEST_F(StatusQueueTest, WhileSomethingIsTypedThePanelLeavesTheKeyboardAlone)
+{
+    QWidget other;
+    QLineEdit field(&other);
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    field.setFocus();
+    queued(u"a.flac"_s);
+    ASSERT_TRUE(runUntil([this] { return panel().isVisible(); }));
+    EXPECT_TRUE(panel().testAttribute(Qt::WA_ShowWithoutActivating));
 }
 
 } // namespace

@@ -1,12 +1,18 @@
 #include "ui/reports/OutputWindow.h"
 
+#include "engine/OutputWindowController.h"
 #include "ui/Fonts.h"
+#include "ui/ViewChoices.h"
 #include "ui/WindowFixture.h"
 #include "ui/reports/FindBar.h"
 #include "ui/reports/ReportView.h"
+#include "ui/runs/RunDesk.h"
 
-#include <QFontDatabase>
+#include <QCheckBox>
+#include <QFontInfo>
 #include <QLineEdit>
+#include <QScrollBar>
+#include <QTextBlock>
 
 namespace zolt::test {
 namespace {
@@ -129,6 +135,59 @@ TEST_F(OutputWindowTest, AReportThatCannotBeSavedIsTold)
     QTest::keyClick(&textOf(window), Qt::Key_S, Qt::ControlModifier);
     ASSERT_EQ(panels_.alerts().size(), 1U);
     EXPECT_TRUE(panels_.alerts()[0].message.contains(u"none/report.txt"));
+}
+
+TEST_F(OutputWindowTest, TheCauseStandsAboveAndTheToolsBannerIsScrolledPast)
+{
+    QString text = u"flac 1.4.2\n"_s;
+    for (int line = 0; line < 200; ++line)
+        text += u"banner\n"_s;
+    text += u"a.flac: ERROR: output file a.wav already exists, use -f to override\n"_s;
+    QWidget& window = report(text);
+    EXPECT_TRUE(window.findChild<QLabel*>(u"causeLabel"_s)->isVisible());
+    EXPECT_GT(textOf(window).verticalScrollBar()->value(), 100);
+    EXPECT_EQ(textOf(window).toPlainText(), text);
+    QWidget& good = report(u"a.flac : OK\n"_s);
+    EXPECT_FALSE(good.findChild<QLabel*>(u"causeLabel"_s)->isVisible());
+}
+
+TEST_F(OutputWindowTest, BadLinesAloneCanBeShownAndLinesWrapped)
+{
+    QWidget& window = report(u"a.flac : OK\nb.flac : FAILED\n"_s);
+    auto& bad = *window.findChild<QCheckBox*>(u"badBox"_s);
+    QTest::mouseClick(&bad, Qt::LeftButton, {}, QPoint(6, bad.height() / 2));
+    EXPECT_FALSE(textOf(window).document()->findBlockByNumber(0).isVisible());
+    EXPECT_TRUE(textOf(window).document()->findBlockByNumber(1).isVisible());
+    EXPECT_EQ(textOf(window).toPlainText(), u"a.flac : OK\nb.flac : FAILED\n"_s);
+    auto& wrap = *window.findChild<QCheckBox*>(u"wrapBox"_s);
+    QTest::mouseClick(&wrap, Qt::LeftButton, {}, QPoint(6, wrap.height() / 2));
+    EXPECT_EQ(textOf(window).lineWrapMode(), QPlainTextEdit::WidgetWidth);
+}
+
+TEST_F(OutputWindowTest, AReportFromAThreadGoesToItsPlaceOnceItIsTold)
+{
+    QWidget& first = report(u"one"_s);
+    const QPoint before = first.pos();
+    queue().outputWindows()[0]->window()->setFrameTopLeftPoint(QPointF(120, 90));
+    runPosted();
+    EXPECT_NE(first.pos(), before);
+}
+
+TEST_F(OutputWindowTest, TheFifthReportOffersToGatherThem)
+{
+    for (int count = 1; count <= 4; ++count)
+        EXPECT_FALSE(report(u"text"_s).findChild<QWidget*>(u"gatherBar"_s)->isVisible());
+    QWidget& fifth = report(u"text"_s);
+    EXPECT_TRUE(fifth.findChild<QWidget*>(u"gatherBar"_s)->isVisible());
+    QTest::mouseClick(fifth.findChild<QPushButton*>(u"gatherButton"_s), Qt::LeftButton);
+    settleDeletions();
+    EXPECT_EQ(openReports(), 0U);
+    EXPECT_TRUE(viewChoices::gathersReports());
+    EXPECT_TRUE(program_.runDesk().history().isVisible());
+    queue().showOutputWindowTitle(u"one more"_s, u"x"_s);
+    runPosted();
+    EXPECT_EQ(openReports(), 0U);
+    EXPECT_EQ(queue().outputWindows().size(), 6U);
 }
 
 } // namespace

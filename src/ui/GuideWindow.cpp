@@ -1,0 +1,86 @@
+#include "ui/GuideWindow.h"
+
+#include "ui/WindowPlaces.h"
+
+#include <QFile>
+#include <QMenu>
+#include <QPointer>
+#include <QShortcut>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const char16_t otherKeys[] = u"\n## In lists, the queue and reports\n\n"
+                             "| | |\n|---|---|\n"
+                             "| Take the selected files out of the list | Delete |\n"
+                             "| Stop a running row of the queue, remove a waiting one | Delete |\n"
+                             "| Copy the selected rows of the queue | Ctrl+C |\n"
+                             "| Find in a report, find again | Ctrl+F, F3 |\n"
+                             "| Save a report | Ctrl+S |\n"
+                             "| Close a report or the queue | Ctrl+W, Escape |\n";
+
+QString row(const QAction& action)
+{
+    QStringList keys;
+    for (const QKeySequence& key : action.shortcuts())
+        keys += key.toString(QKeySequence::NativeText);
+    return keys.isEmpty() ? QString()
+                          : u"| %1 | %2 |\n"_s.arg(action.text().remove(u'&').remove(u'…'), keys.join(u", "_s));
+}
+
+QString keysOf(const QMenuBar& menus)
+{
+    QString text;
+    for (const QAction* const entry : menus.actions()) {
+        if (!entry->menu()) continue;
+        text += u"\n## %1\n\n| | |\n|---|---|\n"_s.arg(entry->text().remove(u'&'));
+        for (const QAction* const action : entry->menu()->actions())
+            text += row(*action);
+    }
+    return text;
+}
+
+/// One window of a kind; asking again brings it to the front.
+void show(QPointer<GuideWindow>& window, const QString& title, const QString& markdown, QWidget* parent)
+{
+    if (!window) window = new GuideWindow(title, markdown, parent);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+} // namespace
+
+GuideWindow::GuideWindow(const QString& title, const QString& markdown, QWidget* parent) : QTextBrowser(parent)
+{
+    setWindowFlag(Qt::Window);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(title);
+    setObjectName(u"guide"_s);
+    setOpenExternalLinks(true);
+    setMarkdown(markdown);
+    resize(640, 560);
+    fitToScreen(*this);
+    for (const char16_t* const key : {u"Escape", u"Ctrl+W"})
+        connect(new QShortcut(QKeySequence(QString::fromUtf16(key)), this), &QShortcut::activated, this,
+                &QWidget::close);
+}
+
+void showGuide(QWidget* parent)
+{
+    static QPointer<GuideWindow> window; // main thread only
+    QFile guide(u":/guide.md"_s);
+    show(window, u"User guide"_s, guide.open(QIODevice::ReadOnly) ? QString::fromUtf8(guide.readAll()) : QString(),
+         parent);
+}
+
+void showShortcuts(const QMenuBar& menus, QWidget* parent)
+{
+    static QPointer<GuideWindow> window; // main thread only
+    show(window, u"Keyboard shortcuts"_s, keysOf(menus) + QString::fromUtf16(otherKeys), parent);
+}
+
+} // namespace zolt

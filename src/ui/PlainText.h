@@ -1,0 +1,11 @@
+// Texts that hold names, where a widget would take them for markup.
+#pragma once
+
+#include <QString>
+
+namespace zolt {
+
+/// The text as a tool tip that shows it as it stands, line by line: a name that looks like markup is none.
+QString plainToolTip(const QString& text);
+
+} // namespace zolt

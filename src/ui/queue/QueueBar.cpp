@@ -1,0 +1,77 @@
+#include "ui/queue/QueueBar.h"
+
+#include "platform/controls/ProgressIndicator.h"
+
+#include <QApplication>
+#include <QDateTime>
+
+#include <cmath>
+
+namespace zolt {
+
+namespace {
+
+constexpr qint64 milliseconds = 50; // a step of the movement
+constexpr qint64 steps = 48;        // there and back
+constexpr double movingPart = 0.25; // of the bar's width
+constexpr int fine = 1000;
+
+/// The filled piece of a bar, in parts of its width.
+struct Filled
+{
+    double from;
+    double to;
+};
+
+Filled filled(const ProgressIndicator& bar)
+{
+    if (const auto part = shownPart(bar)) return {0.0, *part};
+    const double swing = 1.0 - std::abs(double(movingStep() % steps) / (steps / 2) - 1.0);
+    return {swing * (1.0 - movingPart), swing * (1.0 - movingPart) + movingPart};
+}
+
+void drawPlain(QPainter& painter, const QRectF& place, Filled piece, const QColor& colour)
+{
+    painter.setPen(colour);
+    painter.setBrush(Qt::NoBrush);
+    const QRectF frame = place.adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.drawRoundedRect(frame, 2, 2);
+    const QRectF inside = frame.adjusted(2, 2, -2, -2);
+    painter.fillRect(QRectF(inside.left() + piece.from * inside.width(), inside.top(),
+                            (piece.to - piece.from) * inside.width(), inside.height()),
+                     colour);
+}
+
+} // namespace
+
+std::optional<double> shownPart(const ProgressIndicator& bar)
+{
+    const auto reading = bar.reading();
+    if (!reading) return std::nullopt;
+    const double range = bar.maxValue() - bar.minValue();
+    return range > 0 ? std::clamp((*reading - bar.minValue()) / range, 0.0, 1.0) : 0.0;
+}
+
+qint64 movingStep()
+{
+    return QDateTime::currentMSecsSinceEpoch() / milliseconds;
+}
+
+void drawQueueBar(QPainter& painter, const QRectF& place, const ProgressIndicator& bar, const QStyleOptionViewItem& row)
+{
+    const Filled piece = filled(bar);
+    if (row.state & QStyle::State_Selected)
+        return drawPlain(painter, place, piece, row.palette.color(QPalette::HighlightedText));
+    if (!shownPart(bar)) return drawPlain(painter, place, piece, row.palette.color(QPalette::Highlight));
+    QStyleOptionProgressBar option;
+    option.initFrom(row.widget);
+    option.state |= QStyle::State_Horizontal;
+    option.rect = place.toRect();
+    option.textVisible = false;
+    option.minimum = 0;
+    option.maximum = fine;
+    option.progress = int(piece.to * fine);
+    row.widget->style()->drawControl(QStyle::CE_ProgressBar, &option, &painter, row.widget);
+}
+
+} // namespace zolt

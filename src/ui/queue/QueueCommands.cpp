@@ -1,0 +1,58 @@
+#include "ui/queue/QueueCommands.h"
+
+#include "engine/OutputWindowController.h"
+#include "engine/ZOLTTask.h"
+#include "platform/desktop/UserDefaults.h"
+#include "platform/threads/MainQueue.h"
+#include "shell/Constants.h"
+#include "ui/binding/WindowBinding.h"
+
+namespace zolt::queueCommands {
+
+bool waits(const ZOLTTask& task)
+{
+    return !task.isActive() && !task.isDone() && !task.cancelled();
+}
+
+bool isStopping(const ZOLTTask& task)
+{
+    return task.cancelled() && !task.isDone();
+}
+
+void remove(ZOLTTaskQueue& queue, const std::vector<Task>& tasks)
+{
+    for (auto task = tasks.rbegin(); task != tasks.rend(); ++task) {
+        if (waits(**task)) queue.withdrawTask(*task);
+    }
+    for (const Task& task : tasks) {
+        postToMain([button = task->cancelButton()] {
+            if (!button->isHidden()) button->performAction(); // the task may have ended meanwhile
+        });
+    }
+}
+
+void cancelAll(ZOLTTaskQueue& queue)
+{
+    queue.endEverything([&queue] { queue.cancelAllTasks(nullptr); });
+}
+
+void setPace(int tasks)
+{
+    UserDefaults::standard().set(QStringLiteral("maxThreads"), tasks);
+    NotificationCenter::standard().post({Constants::ZOLTMaxThreadsChangedNotification, nullptr, tasks});
+}
+
+void showReport(ZOLTTaskQueue& queue, const ZOLTTask& task)
+{
+    const auto report = task.results();
+    if (!report) return; // its end came while the menu was open
+    const QString text = report->results();
+    for (const auto& shown : queue.outputWindows()) {
+        if (shown->window()->title() != task.title() || shown->textField()->string() != text) continue;
+        if (!WindowBinding::widgetOf(*shown->window())) shown->loadWindow();
+        return shown->showWindow();
+    }
+    queue.showOutputWindowTitle(text, task.title());
+}
+
+} // namespace zolt::queueCommands

@@ -1,0 +1,52 @@
+// A report with what can be done about it, in a window of its own or beside a list.
+#pragma once
+
+#include "platform/controls/TextView.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class ReportPane;
+}
+
+namespace zolt {
+
+/// The text is exactly the report; above it stands the cause in words, where it is known. Main thread.
+class ReportPane : public QWidget
+{
+public:
+    explicit ReportPane(QWidget* parent = nullptr);
+    ~ReportPane() override;
+
+    /// Shows a report from its first bad line on, past what the tool says of itself.
+    /// @param source  the file that it is about; empty where that is none or not known
+    void setReport(const QString& title, const QString& report, const QString& source = {});
+    void setFont(const Font& font);
+    const QString& report() const { return report_; }
+
+    /// Asks where to, and saves the report as text.
+    void saveAs();
+    void openFind();
+    void findNext();
+    /// Closes the line that finds words. @return false if it was not open
+    bool closeFind();
+
+private:
+    void wire();
+    void showBadLines(bool only);
+    void scrollPastBanner();
+
+    const std::unique_ptr<Ui::ReportPane> form_;
+    QString title_;
+    QString report_;
+    QString source_;
+};
+
+/// Asks where to, and saves the text; tells if that fails. Main thread.
+void saveText(const QString& panelTitle, const QString& fileName, const QString& text);
+/// As above with the path given.
+void saveTextTo(const QString& path, const QString& text);
+
+} // namespace zolt

@@ -1,0 +1,154 @@
+#include "ui/runs/RunDesk.h"
+
+#include "engine/ZOLTTask.h"
+#include "ui/WindowFixture.h"
+#include "ui/reports/ReportPane.h"
+#include "ui/runs/RunFoot.h"
+#include "ui/runs/RunTexts.h"
+
+#include <QComboBox>
+#include <QTreeView>
+
+namespace zolt::test {
+namespace {
+
+using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class RunsTest : public WindowTest
+{
+protected:
+    HistoryWindow& history() { return program_.runDesk().history(); }
+    QTreeView& rows() { return *history().findChild<QTreeView*>(u"rowsView"_s); }
+    RunFoot& foot() { return window().runFoot(); }
+    RunRecord& record() { return program_.program().record(); }
+    void press(const char* name) { QTest::mouseClick(&widget<QPushButton>(name), Qt::LeftButton); }
+
+    /// A run of two files; the tool fails on the one named bad.
+    void runTwo()
+    {
+        tool(u"flac"_s, "case \"$*\" in *bad*) echo 'ERROR: it is broken'; exit 1;; esac\n");
+        add({file(u"bad.flac"_s), file(u"good.flac"_s)});
+        const std::size_t before = record().runs().size();
+        press("commandButton");
+        ASSERT_TRUE(runUntil([&] { return record().runs().size() > before && !record().isRunning(); }));
+        runPosted();
+    }
+};
+
+TEST_F(RunsTest, TheFootKeepsWhatBecameOfTheLastRun)
+{
+    const int height = foot().height();
+    EXPECT_EQ(foot().text(), QString());
+    runTwo();
+    EXPECT_THAT(foot().text().toStdString(), testing::StartsWith("1 OK, 1 failed, 0:0"));
+    EXPECT_TRUE(widget<QPushButton>("footShowButton").isVisible());
+    EXPECT_TRUE(widget<QPushButton>("footRetryButton").isVisible());
+    EXPECT_FALSE(widget<QPushButton>("footQueueButton").isVisible());
+    EXPECT_EQ(foot().height(), height);
+}
+
+TEST_F(RunsTest, WhileARunIsOnTheFootShowsTheQueue)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 0});
+    const auto task = ZOLTTask::initWithQueue(&queue());
+    queue().addTask(task);
+    EXPECT_TRUE(runUntil([this] { return foot().text().startsWith(u"Queue: 0 of 1"); }));
+    queue().panel()->close();
+    runPosted();
+    press("footQueueButton");
+    runPosted();
+    EXPECT_TRUE(windowNamed<QWidget>("StatusQueue").isVisible());
+    queue().withdrawTask(task);
+}
+
+TEST_F(RunsTest, RetryPutsTheFailedFilesBackIntoTheirListInFront)
+{
+    runTwo();
+    EXPECT_TRUE(tab().fileNames().isEmpty());
+    program_.selectTab(aboutTab());
+    runPosted();
+    QTest::mouseClick(window().findChild<QPushButton*>(u"footRetryButton"_s), Qt::LeftButton);
+    EXPECT_TRUE(listBecomes(1));
+    EXPECT_THAT(tab().fileNames().copy(), ElementsAre(pathOf(u"bad.flac"_s)));
+    EXPECT_EQ(controller().tabView->selectedIndex(), 0);
+    QTest::mouseClick(window().findChild<QPushButton*>(u"footRetryButton"_s), Qt::LeftButton);
+    runPosted();
+    EXPECT_EQ(tab().fileNames().count(), 1); // it is there already
+}
+
+TEST_F(RunsTest, ShowListsTheReportsOfTheLastRun)
+{
+    runTwo();
+    press("footShowButton");
+    EXPECT_TRUE(history().isVisible());
+    ASSERT_EQ(rows().model()->rowCount(), 1);
+    EXPECT_EQ(rows().model()->index(0, 0).data().toString(), u"bad.flac"_s);
+    EXPECT_TRUE(history().findChild<ReportPane*>(u"pane"_s)->report().contains(u"it is broken"));
+}
+
+TEST_F(RunsTest, TheHistoryListsRunsTheNewestFirstAndFilters)
+{
+    runTwo();
+    runTwo();
+    window().findChild<QAction*>(u"historyAction"_s)->trigger();
+    ASSERT_TRUE(history().isVisible());
+    EXPECT_EQ(history().findChild<QComboBox*>(u"runBox"_s)->count(), 2);
+    EXPECT_EQ(history().run(), record().runs().back().get());
+    EXPECT_EQ(rows().model()->rowCount(), 2);
+    auto& filter = *history().findChild<QComboBox*>(u"filterBox"_s);
+    filter.setCurrentIndex(1);
+    EXPECT_EQ(rows().model()->rowCount(), 1);
+    history().findChild<QComboBox*>(u"runBox"_s)->setCurrentIndex(1);
+    EXPECT_EQ(history().run(), record().runs().front().get());
+}
+
+TEST_F(RunsTest, ARunIsSavedAsTextOrAsATable)
+{
+    runTwo();
+    history().showLatest(RunFilter::All);
+    const auto exported = [this](const QString& name) {
+        panels_.answerSavePanel(pathOf(name));
+        QTest::mouseClick(history().findChild<QPushButton*>(u"exportButton"_s), Qt::LeftButton);
+        QFile saved(pathOf(name));
+        EXPECT_TRUE(saved.open(QIODevice::ReadOnly));
+        return saved.readAll().toStdString();
+    };
+    const std::string table = exported(u"run.csv"_s);
+    EXPECT_THAT(table, HasSubstr("\"name\",\"outcome\""));
+    EXPECT_THAT(table, HasSubstr("\"bad.flac\",\"failed\""));
+    const std::string text = exported(u"run.txt"_s);
+    EXPECT_THAT(text, HasSubstr("it is broken"));
+    EXPECT_THAT(text, HasSubstr("1 complete, 1 failed, 0 canceled"));
+}
+
+TEST_F(RunsTest, AllReportsAreSavedInOneText)
+{
+    runTwo();
+    panels_.answerSavePanel(pathOf(u"all.txt"_s));
+    window().findChild<QAction*>(u"saveReportsAction"_s)->trigger();
+    QFile saved(pathOf(u"all.txt"_s));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_THAT(saved.readAll().toStdString(), HasSubstr("bad.flac\n\n"));
+}
+
+TEST_F(RunsTest, AllReportWindowsAreClosedAtOnce)
+{
+    runTwo();
+    ASSERT_EQ(program_.interfaces().windows().size(), 2U);
+    window().findChild<QAction*>(u"closeReportsAction"_s)->trigger();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(program_.interfaces().windows().size(), 1U);
+    EXPECT_EQ(queue().outputWindows().size(), 1U);
+}
+
+TEST(RunTextsTest, ATableQuotesWhatNeedsIt)
+{
+    zolt::Run run;
+    run.rows.push_back({.title = u"a \"b\", c"_s, .outcome = Outcome::Complete});
+    EXPECT_THAT(runAsCsv(run).toStdString(), HasSubstr("\"a \"\"b\"\", c\",\"complete\""));
+}
+
+} // namespace
+} // namespace zolt::test
