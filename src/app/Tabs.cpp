@@ -5,6 +5,8 @@
 #include "encode/EncodeTab.h"
 #include "lossy/LossyTab.h"
 #include "shell/Constants.h"
+#include "shntool/FixTab.h"
+#include "shntool/SHNtoolTab.h"
 #include "tags/TagsTab.h"
 #include "util/UtilTab.h"
 
@@ -23,7 +25,8 @@ const std::vector<TabRow>& tabRows()
 {
     static const std::vector<TabRow> rows{
         {Constants::DECODE, make<DecodeTab>},     {Constants::ENCODE, make<EncodeTab>},
-        {Constants::CHECKSUM, make<ChecksumTab>}, {Constants::UTIL, make<UtilTab>},
+        {Constants::CHECKSUM, make<ChecksumTab>}, {Constants::SHNTOOL, make<SHNtoolTab>},
+        {Constants::FIX_SBE, make<FixTab>},       {Constants::UTIL, make<UtilTab>},
         {Constants::LOSSY, make<LossyTab>},       {Constants::TAGS, make<TagsTab>},
     };
     return rows;

@@ -80,6 +80,7 @@ struct ConsoleGrammar
     static const ConsoleGrammar shnDecode, shnEncode, shnToFlac;
     static const ConsoleGrammar shnToWavDecoding, shnToWavEncoding;
     static const ConsoleGrammar mp3Encode;
+    static const ConsoleGrammar shntoolJoin, shntoolPad, shntoolSplit, shntoolStrip, shntoolTrim;
 
 private:
     void readProgress(ConsoleReading& reading) const;

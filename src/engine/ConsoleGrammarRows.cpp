@@ -147,4 +147,24 @@ const ConsoleGrammar ConsoleGrammar::shnToWavDecoding = shntoolToWav(u"Decoding 
 const ConsoleGrammar ConsoleGrammar::mp3Encode = shntoolToMP3();
 const ConsoleGrammar ConsoleGrammar::shnToWavEncoding = shntoolToWav(u"Encoding to WAV: {value}%"_s);
 
+// shntool's other commands ---------------------------------------------------------------------------------------
+
+const ConsoleGrammar ConsoleGrammar::shntoolJoin{.markers = {u"%"_s},
+                                                 .steps = {{u"%"_s, 0}},
+                                                 .status = u"Joining Files: {digits}%"_s,
+                                                 .namesRow = false,
+                                                 .headWords = {u"Joining"_s},
+                                                 .closingWords = {u"ERROR"_s, u"OK"_s}};
+const ConsoleGrammar ConsoleGrammar::shntoolTrim{.markers = {u"%"_s},
+                                                 .steps = {{u"%"_s, 0}},
+                                                 .status = u"{subject} Files: {digits}%"_s,
+                                                 .namesRow = false,
+                                                 .headWords = {u"Scanning"_s, u"Trimming"_s},
+                                                 .closingWords = {u"ERROR"_s, u"OK"_s}};
+const ConsoleGrammar ConsoleGrammar::shntoolPad{
+    .markers = {u"%"_s}, .steps = {{u"%"_s, 0}}, .status = u"Padding: {digits}%"_s};
+const ConsoleGrammar ConsoleGrammar::shntoolStrip = shntoolPad; // kept: this one says "Padding" too
+const ConsoleGrammar ConsoleGrammar::shntoolSplit{
+    .markers = {u"%"_s}, .steps = {{u"%"_s, 0}}, .status = u"Splitting: {digits}%"_s};
+
 } // namespace zolt

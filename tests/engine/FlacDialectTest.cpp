@@ -128,7 +128,7 @@ TEST(FlacDialect, IsFoundByTheToolsNameAlone)
     const QByteArray cut = "a.flac: 1";
     EXPECT_EQ(dialectFor(u"/tools/flac"_s, {u"-d"_s})->complete(cut), "a.flac: ");
     EXPECT_EQ(dialectFor(u"flac"_s, {u"-d"_s})->complete(cut), "a.flac: ");
-    EXPECT_EQ(dialectFor(u"/flac/shntool"_s, {u"-d"_s})->complete(cut), cut);
+    EXPECT_EQ(dialectFor(u"/flac/metaflac"_s, {u"-d"_s})->complete(cut), cut);
 }
 
 TEST(FlacDialect, RecordedRunsReachTheGrammarsReadByRead)

@@ -3,7 +3,9 @@
 #include "app/batch/ChecksumCommand.h"
 #include "app/batch/DecodeCommand.h"
 #include "app/batch/EncodeCommand.h"
+#include "app/batch/FixCommand.h"
 #include "app/batch/LossyCommand.h"
+#include "app/batch/ShntoolCommand.h"
 #include "app/batch/UtilCommand.h"
 
 #include <algorithm>
@@ -15,9 +17,11 @@ namespace {
 std::vector<BatchCommand> allCommands()
 {
     std::vector<BatchCommand> all{
-        decodeCommand(),         encodeCommand(),         checksumTestCommand(),
-        checksumCreateCommand(), checksumVerifyCommand(), lossyCommand(),
+        decodeCommand(),         encodeCommand(), checksumTestCommand(), checksumCreateCommand(),
+        checksumVerifyCommand(), lossyCommand(),  fixCommand(),
     };
+    for (const BatchCommand& command : shntoolCommands())
+        all.push_back(command);
     for (const BatchCommand& command : utilCommands())
         all.push_back(command);
     return all;

@@ -37,7 +37,9 @@ constexpr int millisecondsBetweenStops = 50;
 BatchOptions withAbsolutePaths(BatchOptions options)
 {
     options.files = absolutePaths(options.files);
-    if (options.has(u"out"_s)) options.options[u"out"_s] = absolutePaths({options.value(u"out"_s)}).first();
+    for (const QString& path : {u"out"_s, u"points"_s}) {
+        if (options.has(path)) options.options[path] = absolutePaths({options.value(path)}).first();
+    }
     return options;
 }
 
@@ -45,6 +47,7 @@ BatchPanels::Answers answersOf(const BatchOptions& options, int interruptDescrip
 {
     return {.yes = options.has(u"yes"_s),
             .terminal = ::isatty(STDIN_FILENO) == 1,
+            .file = options.has(u"points"_s) ? OptionalText(options.value(u"points"_s)) : std::nullopt,
             .savePath = options.has(u"out"_s) ? OptionalText(options.value(u"out"_s)) : std::nullopt,
             .interruptDescriptor = interruptDescriptor};
 }

@@ -1,6 +1,7 @@
 #include "app/batch/CommonOptions.h"
 
 #include "shell/BaseTab.h"
+#include "shell/Constants.h"
 
 namespace zolt::batch {
 
@@ -9,6 +10,19 @@ using namespace Qt::StringLiterals;
 OptionSyntax outOption()
 {
     return {u"out"_s, u"DIR"_s, {}, u"writes into DIR (otherwise beside each source)"_s};
+}
+
+OptionSyntax requiredOutOption()
+{
+    return {u"out"_s, u"DIR"_s, {}, u"writes into DIR; must be given"_s};
+}
+
+OptionSyntax shntoolFormatOption()
+{
+    return {u"format"_s,
+            u"FORMAT"_s,
+            {Constants::SHN, Constants::FLAC, Constants::AIFF, Constants::WAV},
+            u"the format of what is written (otherwise FLAC)"_s};
 }
 
 OptionSyntax deleteOption()
@@ -21,6 +35,11 @@ bool setOutputFolder(BaseTab& tab, const BatchOptions& options)
     const bool given = options.has(u"out"_s);
     tab.setDestination(given ? OptionalText(options.value(u"out"_s)) : std::nullopt);
     return !given;
+}
+
+void requireOutputFolder(BaseTab& tab, const BatchOptions& options)
+{
+    if (setOutputFolder(tab, options)) throw UsageError{options.command + u" needs --out DIR"_s};
 }
 
 } // namespace zolt::batch

@@ -11,11 +11,17 @@ namespace batch {
 
 /// --out DIR
 OptionSyntax outOption();
+/// --out DIR, of a command that cannot do without
+OptionSyntax requiredOutOption();
+/// --format FORMAT, of what shntool writes
+OptionSyntax shntoolFormatOption();
 /// --delete-originals
 OptionSyntax deleteOption();
 
 /// Has the tab write into the folder of --out, if it is given. @return whether outputs stand beside their sources
 bool setOutputFolder(BaseTab& tab, const BatchOptions& options);
+/// As setOutputFolder. @throws UsageError if --out is not given
+void requireOutputFolder(BaseTab& tab, const BatchOptions& options);
 
 } // namespace batch
 } // namespace zolt

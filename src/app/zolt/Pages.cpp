@@ -6,13 +6,18 @@
 #include "encode/EncodeTab.h"
 #include "lossy/LossyTab.h"
 #include "shell/Constants.h"
+#include "shntool/FixTab.h"
+#include "shntool/SHNtoolTab.h"
+#include "shntool/SectorBoundary.h"
 #include "tags/TagsTab.h"
 #include "ui/pages/AboutPage.h"
 #include "ui/pages/CommandPage.h"
 #include "ui_ChecksumChoices.h"
 #include "ui_DecodeChoices.h"
 #include "ui_EncodeChoices.h"
+#include "ui_FixChoices.h"
 #include "ui_LossyChoices.h"
+#include "ui_ShntoolChoices.h"
 #include "ui_TagsChoices.h"
 #include "ui_UtilChoices.h"
 #include "util/UtilTab.h"
@@ -75,6 +80,26 @@ MainWindow::PageBuilder checksumPage(Program& program)
     };
 }
 
+MainWindow::PageBuilder shntoolPage(Program& program)
+{
+    return [&tab = program.tab<SHNtoolTab>()](QWidget* parent) {
+        return (new CommandPage(tab, {u"&Run"_s, setUp<Ui::ShntoolChoices>}, parent))
+            ->withLiveLine(u"commandSentence"_s, saying(tab, &SHNtoolTab::aboutCommand));
+    };
+}
+
+MainWindow::PageBuilder fixPage(Program& program)
+{
+    return [&tab = program.tab<FixTab>()](QWidget* parent) {
+        return (new CommandPage(tab, {u"&Fix"_s, setUp<Ui::FixChoices>}, parent))
+            ->withLiveLine(u"boundaries"_s, [&tab] {
+                return [files = tab.fileNames().copy()](const std::atomic<bool>& stop) {
+                    return boundariesInWords(files, stop);
+                };
+            });
+    };
+}
+
 /// The files are written on the main thread: between two of them the window is painted, but takes no input.
 void paintOnly()
 {
@@ -98,6 +123,8 @@ MainWindow::PageBuilders pagesOf(Program& program)
         {C::DECODE, page<DecodeTab, Ui::DecodeChoices>(program, u"&Decode"_s)},
         {C::ENCODE, encodePage(program)},
         {C::CHECKSUM, checksumPage(program)},
+        {C::SHNTOOL, shntoolPage(program)},
+        {C::FIX_SBE, fixPage(program)},
         {C::UTIL, page<UtilTab, Ui::UtilChoices>(program, u"&Start"_s)},
         {C::LOSSY, lossyPage(program)},
         {C::TAGS, tagsPage(program)},

@@ -1,5 +1,6 @@
 // Loaded into the packaged shntool alone: what that opens for reading is shown with a header that it takes.
 
+#include "shntool/reading/MarkedText.h"
 #include "shntool/reading/ShownFile.h"
 
 #include <cstdlib>
@@ -46,8 +47,9 @@ std::FILE* openShown(const char* path)
 {
     const int descriptor = ::open(path, O_RDONLY);
     if (descriptor < 0) return nullptr;
-    std::FILE* const stream = ShownFile::stream(descriptor);
-    if (!stream) ::close(descriptor);
+    std::FILE* const text = zolt::reading::markedText(descriptor);
+    std::FILE* const stream = text ? text : ShownFile::stream(descriptor);
+    if (text || !stream) ::close(descriptor);
     return stream;
 }
 

@@ -1,0 +1,34 @@
+// The tab that has shntool repair the sector boundaries of a set of files.
+#pragma once
+
+#include "platform/controls/CheckBox.h"
+#include "platform/controls/Matrix.h"
+#include "platform/controls/Slider.h"
+#include "shell/BaseTab.h"
+
+namespace zolt {
+
+class FixTab : public BaseTab
+{
+public:
+    FixTab();
+
+    void awakeFromNib() override;
+    /// The list stays until the task has ended; it works on the list itself.
+    void executeCommand(Sender sender) override;
+    /// Kept: a choice that is disabled still counts.
+    void displayRelevantOptions() override;
+    Outlets outlets() const override;
+    WorkPlan workPlan() const override;
+
+    // Outlets.
+    std::shared_ptr<Matrix> outputFormatMatrix;
+    std::shared_ptr<Slider> flacLevelSlider = std::make_shared<Slider>(0, 8, 5); ///< kept: reaches no tool
+    std::shared_ptr<Matrix> shnMd5Option;
+    std::shared_ptr<CheckBox> deleteOriginalsButton = std::make_shared<CheckBox>();
+
+private:
+    QString format() const;
+};
+
+} // namespace zolt

@@ -1,0 +1,90 @@
+#include "shntool/SectorBoundary.h"
+
+#include "encode/CoreAudioHelper.h"
+#include "platform/files/FileNames.h"
+#include "platform/text/Text.h"
+#include "shell/Wording.h"
+
+#include <taglib/apefile.h>
+#include <taglib/fileref.h>
+#include <taglib/flacfile.h>
+#include <taglib/trueaudiofile.h>
+#include <taglib/wavpackfile.h>
+
+namespace zolt {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int framesInSector = 588, bytesInFrame = 4;
+constexpr qsizetype mostNamed = 8;
+
+template <class Properties> bool read(const TagLib::AudioProperties* any, AudioFormatObject& format)
+{
+    const auto* const properties = dynamic_cast<const Properties*>(any);
+    if (!properties) return false;
+    format.setSampleRate(properties->sampleRate());
+    format.setBitsPerChannel(properties->bitsPerSample());
+    format.setChannels(properties->channels());
+    format.setTotalSamples(properties->sampleFrames());
+    return true;
+}
+
+/// "a.wav by 12 bytes, b.wav by 4 bytes and 3 more".
+QString listed(const QStringList& all)
+{
+    if (all.size() <= mostNamed) return enumerated(all);
+    return all.first(mostNamed).join(u", "_s) + u" and %1 more"_s.arg(all.size() - mostNamed);
+}
+
+} // namespace
+
+std::optional<AudioFormatObject> audioFormatOf(const QString& path)
+{
+    const TagLib::FileRef file(bytesOfName(path).constData(), true, TagLib::AudioProperties::Average);
+    const auto* const properties = file.isNull() ? nullptr : file.audioProperties();
+    AudioFormatObject format;
+    const bool known =
+        read<TagLib::FLAC::Properties>(properties, format) || read<TagLib::WavPack::Properties>(properties, format) ||
+        read<TagLib::APE::Properties>(properties, format) || read<TagLib::TrueAudio::Properties>(properties, format);
+    if (known) return format;
+    const auto plain = CoreAudioHelper::getFormatInfo(path);
+    return plain ? std::optional(*plain) : std::nullopt;
+}
+
+bool isCdAudio(const AudioFormatObject& format)
+{
+    return format.sampleRate() == 44100 && format.bitsPerChannel() == 16 && format.channels() == 2;
+}
+
+int bytesOffBoundary(const AudioFormatObject& format)
+{
+    return int(format.totalSamples() % framesInSector) * bytesInFrame;
+}
+
+QString boundariesInWords(const QStringList& files, const std::atomic<bool>& stop)
+{
+    QStringList off, other, unknown;
+    for (const QString& file : files) {
+        if (stop) return QString();
+        const QString name = path::lastComponent(file);
+        const auto format = audioFormatOf(file);
+        if (!format)
+            unknown += name;
+        else if (!isCdAudio(*format))
+            other += name;
+        else if (const int bytes = bytesOffBoundary(*format))
+            off += u"%1 by %2"_s.arg(name, counted(bytes, u"byte"_s));
+    }
+    QStringList sentences;
+    if (!off.isEmpty())
+        sentences += u"Off a sector boundary: %1."_s.arg(listed(off));
+    else if (other.size() + unknown.size() < files.size())
+        sentences += u"Every file of CD audio ends on a sector boundary."_s;
+    if (!other.isEmpty()) sentences += u"No CD audio, so without sectors: %1."_s.arg(listed(other));
+    if (!unknown.isEmpty()) sentences += u"Not known without the tool: %1."_s.arg(listed(unknown));
+    return readableName(sentences.join(u' '));
+}
+
+} // namespace zolt

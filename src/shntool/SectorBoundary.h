@@ -1,0 +1,28 @@
+// Which files hold audio as a CD does, and whether they end on a boundary of its sectors. No tool is run. Any thread.
+#pragma once
+
+#include "encode/AudioFormatObject.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <atomic>
+#include <optional>
+
+namespace zolt {
+
+/// Rate, depth, channels and length as the file's header tells them. @return nothing for a file that cannot be read or
+/// is of a kind that does not tell them, such as Shorten
+std::optional<AudioFormatObject> audioFormatOf(const QString& path);
+
+/// 44.1 kHz, 16 bits, stereo: what alone has sectors.
+bool isCdAudio(const AudioFormatObject& format);
+
+/// How many bytes of CD audio lie behind the last whole sector; 0 on a boundary.
+int bytesOffBoundary(const AudioFormatObject& format);
+
+/// Which of the files end off a boundary and by how many bytes, in sentences for a person; empty for no files. Reads
+/// every file's header. @param stop  set by another thread to end early
+QString boundariesInWords(const QStringList& files, const std::atomic<bool>& stop);
+
+} // namespace zolt

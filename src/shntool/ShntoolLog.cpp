@@ -1,0 +1,7 @@
+#include "shntool/ShntoolLog.h"
+
+namespace zolt {
+
+Q_LOGGING_CATEGORY(shntoolLog, "zolt.shntool")
+
+} // namespace zolt

@@ -1,0 +1,120 @@
+#include "shntool/FixTab.h"
+#include "shntool/FixTask.h"
+#include "support/TabFixture.h"
+
+using namespace zolt;
+using namespace zolt::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using C = Constants;
+
+class FixTabTest : public TabFixture<FixTab>
+{
+protected:
+    FixTabTest() : TabFixture(C::FIX_SBE) { holdQueue(); }
+
+    void choose(const QString& format)
+    {
+        tab.outputFormatMatrix->selectTitle(format);
+        tab.displayRelevantOptions();
+    }
+    std::shared_ptr<FixTask> pressed()
+    {
+        tab.addFiles({pathOf(u"d1t01.wav"_s), pathOf(u"d1t02.wav"_s)});
+        panels_.answerOpenPanel(QStringList{pathOf(u"out"_s)});
+        tab.executeCommand(nullptr);
+        const auto tasks = queued<FixTask>();
+        return tasks.empty() ? nullptr : tasks.front();
+    }
+};
+
+} // namespace
+
+TEST_F(FixTabTest, BeginsWithFlac)
+{
+    QStringList titles;
+    for (int i = 0; i < 4; ++i)
+        titles += tab.outputFormatMatrix->cellAt(i / 2, i % 2).title;
+    EXPECT_EQ(titles, QStringList({C::SHN, C::FLAC, C::AIFF, C::WAV}));
+    EXPECT_EQ(tab.outputFormatMatrix->selectedCell().title, C::FLAC);
+    EXPECT_EQ(tab.shnMd5Option->selectedCell().title, u"None"_s);
+    EXPECT_TRUE(tab.flacLevelSlider->isEnabled());
+    EXPECT_FALSE(tab.shnMd5Option->isEnabled());
+}
+
+TEST_F(FixTabTest, FormatEnablesItsOwnChoices)
+{
+    choose(C::SHN);
+    EXPECT_FALSE(tab.flacLevelSlider->isEnabled());
+    EXPECT_TRUE(tab.shnMd5Option->isEnabled());
+    choose(C::WAV);
+    EXPECT_FALSE(tab.flacLevelSlider->isEnabled());
+    EXPECT_FALSE(tab.shnMd5Option->isEnabled());
+    tab.outputFormatMatrix->clickCell(0, 1);
+    EXPECT_TRUE(tab.flacLevelSlider->isEnabled());
+}
+
+TEST_F(FixTabTest, TaskGetsTheListItselfAndTheListStays)
+{
+    tab.shnMd5Option->selectTitle(FixTask::MD5ByDisc); // enabled or not
+    tab.flacLevelSlider->setIntValue(3);
+    const auto task = pressed();
+    ASSERT_TRUE(task);
+    EXPECT_EQ(task->outputFormat(), u"flac"_s);
+    EXPECT_EQ(task->outputPath(), pathOf(u"out"_s));
+    EXPECT_EQ(task->md5Option(), FixTask::MD5ByDisc);
+    EXPECT_EQ(task->flacLevel(), 3);
+    EXPECT_FALSE(task->deleteOriginal());
+    EXPECT_EQ(tab.fileNames().count(), 2);
+}
+
+TEST_F(FixTabTest, EmptyListAsksNothing)
+{
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queue().taskCount(), 0);
+}
+
+TEST_F(FixTabTest, DeletionIsConfirmedFirst)
+{
+    tab.deleteOriginalsButton->setState(true);
+    tab.addFiles({pathOf(u"a.wav"_s)});
+    panels_.answerAlert(0);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_EQ(tab.fileNames().count(), 1);
+    const auto asked = panels_.alerts().front();
+    EXPECT_EQ(asked.title, u"You have chosen to delete the original files.  Are you sure you want to continue?"_s);
+    EXPECT_EQ(asked.buttons, QStringList({u"Yes"_s, u"No"_s}));
+    panels_.answerAlert(1);
+    const auto task = pressed();
+    ASSERT_TRUE(task);
+    EXPECT_TRUE(task->deleteOriginal());
+}
+
+TEST_F(FixTabTest, DismissedFolderKeepsTheList)
+{
+    tab.addFiles({pathOf(u"a.wav"_s)});
+    panels_.answerOpenPanel(std::nullopt);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_EQ(tab.fileNames().count(), 1);
+}
+
+TEST_F(FixTabTest, PlanTellsOutputsUnderTheirSourcesNames)
+{
+    tab.addFiles({pathOf(u"a.wav"_s), pathOf(u"B.WAV"_s)});
+    tab.setDestination(u"/out"_s);
+    tab.deleteOriginalsButton->setState(true);
+    const WorkPlan plan = tab.workPlan();
+    ASSERT_EQ(plan.items.size(), 2U);
+    EXPECT_EQ(plan.items[0].outputs, QStringList({u"/out/B.WAV.flac"_s}));
+    EXPECT_EQ(plan.items[1].outputs, QStringList({u"/out/a.flac"_s}));
+    EXPECT_EQ(plan.tools, QStringList({u"shntool"_s, u"flac"_s}));
+    EXPECT_EQ(plan.words, u"2 WAV files with repaired sector boundaries, to FLAC"_s);
+    EXPECT_TRUE(plan.deletes);
+    EXPECT_TRUE(plan.needsFolder);
+    EXPECT_EQ(plan.cautions.size(), 1);
+    EXPECT_EQ(tab.outlets().size(), 4U);
+}
