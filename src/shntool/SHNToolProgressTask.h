@@ -1,4 +1,4 @@
-// What the tasks share that follow shntool while it joins, pads, strips or trims.
+// The common part of the tasks for shntool's join, pad, strip and trim: its progress on the row.
 #pragma once
 
 #include "engine/ConsoleGrammar.h"

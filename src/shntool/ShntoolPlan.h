@@ -6,7 +6,7 @@
 namespace zolt::shntoolPlan {
 
 /// Fills in what the command makes of the plan's list.
-/// @param command  LEN, INFO, CMP, TRIM, SPLIT, JOIN, CUE, PAD, STRIP or FIX of Constants
+/// @param command  a command of shntool as Constants names it
 /// @param format   the extension of what is written
 void plan(WorkPlan& plan, const QString& command, const QString& format, const OptionalText& destination);
 

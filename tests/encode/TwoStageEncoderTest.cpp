@@ -221,6 +221,16 @@ TEST_F(EncodersTexts, TrueAudioIsReadOnWhateverItSays)
     EXPECT_FALSE(run(task)->error());
 }
 
+TEST_F(EncodersTexts, TrueAudioIsReadOnBehindAFailedConversion)
+{
+    const LogCapture log;
+    tools_.install(u"ttaenc"_s, {u"out"_s, u"heard"_s});
+    const auto task =
+        EncodeTTATask::initEncodeTaskWithQueueFileNameOutputPath(&queue_, file(u"a.aiff"_s, "no audio"), folder());
+    EXPECT_TRUE(run(task)->error());
+    EXPECT_TRUE(onlyReport().endsWith(u"heardheard\n"_s));
+}
+
 TEST_F(EncodersTexts, MonkeysAudioFailsByItsTextThoughItExitsWithZero)
 {
     const LogCapture log;

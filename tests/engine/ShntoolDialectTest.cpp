@@ -21,8 +21,20 @@ QByteArrayList completed(const QList<QByteArray>& pieces)
 }
 
 /// What shntool 3.0.10 wrote, read by read.
-const QList<QByteArray> fixing{"Fixing ", "[/s/d1t01.wav] ", "(0:00.38) ", "--> ", "[/o/d1t01.flac] ", ": ", "  0% ",
-                               "\b", "\b", "\b", "\b", "\b", " 99% ", "\b\b\b\b\b100% OK\n",
+const QList<QByteArray> fixing{"Fixing ",
+                               "[/s/d1t01.wav] ",
+                               "(0:00.38) ",
+                               "--> ",
+                               "[/o/d1t01.flac] ",
+                               ": ",
+                               "  0% ",
+                               "\b",
+                               "\b",
+                               "\b",
+                               "\b",
+                               "\b",
+                               " 99% ",
+                               "\b\b\b\b\b100% OK\n",
                                "Fixing [/s/d1t02.wav] (0:00.38) --> [/o/d1t02.flac] :   0% \b\b\b\b\b  1% ",
                                "\b\b\b\b\b 99% \b\b\b\b\b100% OK\nPadded last file with 1884 zero-bytes.\n"};
 const QByteArray firstHead = "Fixing [/s/d1t01.wav] (0:00.38) --> [/o/d1t01.flac] : ";
@@ -32,10 +44,9 @@ const QByteArray secondHead = "Fixing [/s/d1t02.wav] (0:00.38) --> [/o/d1t02.fla
 
 TEST(ShntoolDialect, GivesTheHeadOfALineWholeAndTheNumberBehindItApart)
 {
-    EXPECT_EQ(completed(fixing),
-              QByteArrayList({firstHead, "  0% ", " 99% ", "\b\b\b\b\b100% OK\n", secondHead,
-                              "  0% \b\b\b\b\b  1% \b\b\b\b\b 99% \b\b\b\b\b100% OK\n"
-                              "Padded last file with 1884 zero-bytes.\n"}));
+    EXPECT_EQ(completed(fixing), QByteArrayList({firstHead, "  0% ", " 99% ", "\b\b\b\b\b100% OK\n", secondHead,
+                                                 "  0% \b\b\b\b\b  1% \b\b\b\b\b 99% \b\b\b\b\b100% OK\n"
+                                                 "Padded last file with 1884 zero-bytes.\n"}));
 }
 
 TEST(ShntoolDialect, LosesNothingButBackspacesAloneWhereverAReadParts)
@@ -53,10 +64,10 @@ TEST(ShntoolDialect, LosesNothingButBackspacesAloneWhereverAReadParts)
 
 TEST(ShntoolDialect, WaitsForTheEndOfALineWithoutAHead)
 {
-    EXPECT_EQ(completed({"shntool [cmp]: ", "warning: ", "sizes differ\nComparing ", "[a] (0:01.00) and [b] ", "(0:01.00) ",
-                         ": ", "100% ", "ERROR\n"}),
-              QByteArrayList({"shntool [cmp]: warning: sizes differ\n", "Comparing [a] (0:01.00) and [b] (0:01.00) : ",
-                              "100% ", "ERROR\n"}));
+    EXPECT_EQ(completed({"shntool [cmp]: ", "warning: ", "sizes differ\nComparing ", "[a] (0:01.00) and [b] ",
+                         "(0:01.00) ", ": ", "100% ", "ERROR\n"}),
+              QByteArrayList({"shntool [cmp]: warning: sizes differ\n",
+                              "Comparing [a] (0:01.00) and [b] (0:01.00) : ", "100% ", "ERROR\n"}));
     EXPECT_EQ(completed({"no end"}), QByteArrayList({"no end"})) << "but at the end of output";
 }
 
