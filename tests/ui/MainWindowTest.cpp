@@ -66,8 +66,8 @@ TEST_F(MainWindowTest, FilesFromOutsideReachTheirTab)
 {
     program_.selectTab(aboutTab());
     program_.openFiles({file(u"a.flac"_s)});
+    EXPECT_TRUE(runUntil([this] { return tab().fileNames().count() == 1; }));
     runPosted();
-    EXPECT_EQ(tab().fileNames().count(), 1);
     EXPECT_EQ(tabs().currentIndex(), 0);
 }
 
