@@ -5,9 +5,9 @@
 
 namespace zolt {
 
-OutputWindowController::OutputWindowController()
+OutputWindowController::OutputWindowController(ReportFacts facts)
     : window_(std::make_shared<Window>()),
-      textField_(std::make_shared<TextView>()), font_{QStringLiteral("Courier"), 10.0}
+      textField_(std::make_shared<TextView>()), font_{QStringLiteral("Courier"), 10.0}, facts_(std::move(facts))
 {
 }
 

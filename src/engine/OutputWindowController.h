@@ -4,15 +4,25 @@
 #include "platform/controls/TextView.h"
 #include "platform/controls/Window.h"
 
+#include <QSet>
+#include <QString>
+
 #include <memory>
 
 namespace zolt {
+
+/// What is known of a report beside its text.
+struct ReportFacts
+{
+    QString source = {};        ///< full path of the file that its task works on; empty where that is none, or several
+    QSet<QString> missing = {}; ///< those of its lines that are about a file which is not there
+};
 
 /// Any thread: the models hand their changes to the main thread, where the view is built.
 class OutputWindowController
 {
 public:
-    OutputWindowController();
+    explicit OutputWindowController(ReportFacts facts = {});
 
     /// Loads the interface "OutputWindow".
     void loadWindow();
@@ -25,11 +35,13 @@ public:
     const std::shared_ptr<Window>& window() const { return window_; }
     const std::shared_ptr<TextView>& textField() const { return textField_; }
     const Font& font() const { return font_; }
+    const ReportFacts& facts() const { return facts_; }
 
 private:
     std::shared_ptr<Window> window_;
     std::shared_ptr<TextView> textField_;
     const Font font_;
+    const ReportFacts facts_;
 };
 
 } // namespace zolt

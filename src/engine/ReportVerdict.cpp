@@ -150,13 +150,17 @@ LineVerdict verdictOfLine(QStringView line)
     return rule == std::end(lineRules) ? LineVerdict::Other : rule->verdict;
 }
 
+LineVerdict verdictOfLine(QStringView line, const QSet<QString>& missing)
+{
+    const bool isMissing = !missing.isEmpty() && missing.contains(line.toString());
+    return isMissing ? LineVerdict::Missing : verdictOfLine(line);
+}
+
 ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing)
 {
     ReportVerdict verdict;
     for (const QStringView line : QStringTokenizer(report, u'\n')) {
-        if (line.trimmed().isEmpty()) continue;
-        const bool isMissing = !missing.isEmpty() && missing.contains(line.toString());
-        count(verdict, isMissing ? LineVerdict::Missing : verdictOfLine(line));
+        if (!line.trimmed().isEmpty()) count(verdict, verdictOfLine(line, missing));
     }
     if (verdict.failed()) verdict.cause = causeOf(report);
     return verdict;

@@ -17,6 +17,8 @@ enum class LineVerdict {
 /// How a line of a tool's own text reads. Each failure has one line that counts as bad; what a tool says around it,
 /// such as its advice, does not.
 LineVerdict verdictOfLine(QStringView line);
+/// @param missing  lines that count as missing whatever they say (see ZOLTTaskResults::noteMissing)
+LineVerdict verdictOfLine(QStringView line, const QSet<QString>& missing);
 
 struct ReportVerdict
 {
@@ -31,7 +33,7 @@ struct ReportVerdict
 };
 
 /// Reads the whole report; the work grows with its length.
-/// @param missing  lines that count as missing whatever they say (see ZOLTTaskResults::noteMissing)
+/// @param missing  as above
 ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing = {});
 
 /// "11 OK, 1 failed, 2 missing", or the number of lines where none tells an outcome.

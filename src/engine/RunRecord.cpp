@@ -197,6 +197,7 @@ void RunRecord::report(const Event& event)
     open_.erase(found);
     if (event.report) {
         row.report = event.report;
+        row.missing = event.missing;
         row.verdict = verdictOf(*event.report, event.missing);
         tell([&row](RunListener& listener) { listener.rowReported(row); });
     }

@@ -1,7 +1,6 @@
 #include "engine/ZOLTTaskQueue.h"
 
 #include "engine/Log.h"
-#include "engine/OutputWindowController.h"
 #include "engine/TaskListener.h"
 #include "engine/ZOLTTask.h"
 #include "platform/desktop/Desktop.h"
@@ -156,7 +155,7 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     if (idle) endOfRun(rows);
     if (!showsText) return;
     shown = results->results();
-    showOutputWindowTitle(*shown, task->optionalTitle());
+    showOutputWindowTitle(*shown, task->optionalTitle(), {task->source(), results->missingLines()});
 }
 
 void ZOLTTaskQueue::endOfRun(const Tasks& rows)
@@ -418,9 +417,9 @@ void ZOLTTaskQueue::removeAllErrors(Sender)
     setTaskNumberInDock();
 }
 
-void ZOLTTaskQueue::showOutputWindowTitle(const QString& text, const OptionalText& title)
+void ZOLTTaskQueue::showOutputWindowTitle(const QString& text, const OptionalText& title, const ReportFacts& facts)
 {
-    const auto window = std::make_shared<OutputWindowController>();
+    const auto window = std::make_shared<OutputWindowController>(facts);
     window->loadWindow();
     window->setTextValueTitle(text, title.value_or(QStringLiteral("Output")));
     QPointF topLeft;

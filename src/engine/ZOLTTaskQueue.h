@@ -1,6 +1,7 @@
 // The one queue of the application.
 #pragma once
 
+#include "engine/OutputWindowController.h"
 #include "engine/StatusQueueCell.h"
 #include "platform/controls/Table.h"
 #include "platform/controls/Window.h"
@@ -21,7 +22,6 @@
 
 namespace zolt {
 
-class OutputWindowController;
 class TaskListener;
 class ZOLTController;
 class ZOLTTask;
@@ -76,7 +76,7 @@ public:
     /// Drops the rows of failed tasks.
     void removeAllErrors(Sender sender);
     /// Opens a new window with the text, titled "Output" where the title is absent.
-    void showOutputWindowTitle(const QString& text, const OptionalText& title);
+    void showOutputWindowTitle(const QString& text, const OptionalText& title, const ReportFacts& facts = {});
 
     /// While held, nothing starts, and as long as tasks wait then the run does not end: no row is swept, the panel
     /// stays. Releasing starts what fits. Main thread.

@@ -1,6 +1,5 @@
 #include "ui/reports/OutputWindow.h"
 
-#include "engine/OutputWindowController.h"
 #include "platform/errors/Exceptions.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
@@ -29,7 +28,8 @@ QPoint placeOnScreen(const QScreen& screen, QPointF distance, QSize size)
 } // namespace
 
 OutputWindow::OutputWindow(OutputWindowController& controller)
-    : form_(std::make_unique<Ui::OutputWindow>()), model_(controller.window()), text_(controller.textField())
+    : form_(std::make_unique<Ui::OutputWindow>()), model_(controller.window()), text_(controller.textField()),
+      facts_(controller.facts())
 {
     setAttribute(Qt::WA_DeleteOnClose);
     form_->setupUi(this);
@@ -64,7 +64,7 @@ void OutputWindow::addKeys()
 void OutputWindow::controlChanged(Control&)
 {
     form_->pane->setFont(text_->font());
-    form_->pane->setReport(model_->title(), text_->string());
+    form_->pane->setReport(model_->title(), text_->string(), facts_);
 }
 
 void OutputWindow::offerGathering(std::function<void()> gather)

@@ -1,8 +1,7 @@
 // Shows a report.
 #pragma once
 
-#include "platform/controls/TextView.h"
-#include "platform/controls/Window.h"
+#include "engine/OutputWindowController.h"
 
 #include <QWidget>
 
@@ -15,7 +14,6 @@ class OutputWindow;
 
 namespace zolt {
 
-class OutputWindowController;
 class WindowBinding;
 
 /// Goes for good when it is closed; the report itself stays with the queue. Main thread.
@@ -38,6 +36,7 @@ private:
     const std::unique_ptr<Ui::OutputWindow> form_;
     const std::shared_ptr<Window> model_;
     const std::shared_ptr<TextView> text_;
+    const ReportFacts facts_;
     std::function<void()> gather_;
 };
 

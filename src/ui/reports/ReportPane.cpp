@@ -19,16 +19,10 @@ namespace {
 
 constexpr int linesAbove = 2; // of the report, left in sight above its first bad line
 
-bool isBad(const QTextBlock& block)
+QTextBlock firstBad(const ReportView& report)
 {
-    const LineVerdict verdict = verdictOfLine(block.text());
-    return verdict == LineVerdict::Bad || verdict == LineVerdict::Missing;
-}
-
-QTextBlock firstBad(const QTextDocument& report)
-{
-    QTextBlock block = report.begin();
-    while (block.isValid() && !isBad(block))
+    QTextBlock block = report.document()->begin();
+    while (block.isValid() && !report.isBad(block))
         block = block.next();
     return block;
 }
@@ -54,24 +48,24 @@ void ReportPane::wire()
 {
     connect(form_->findButton, &QPushButton::clicked, this, &ReportPane::openFind);
     connect(form_->saveButton, &QPushButton::clicked, this, [this] { guarded("save", [this] { saveAs(); }); });
-    connect(form_->folderButton, &QPushButton::clicked, this, [this] { showInFolder(source_); });
+    connect(form_->folderButton, &QPushButton::clicked, this, [this] { showInFolder(facts_.source); });
     connect(form_->badBox, &QCheckBox::toggled, this, &ReportPane::showBadLines);
     connect(form_->wrapBox, &QCheckBox::toggled, this, [this](bool wraps) {
         form_->textField->setLineWrapMode(wraps ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
     });
 }
 
-void ReportPane::setReport(const QString& title, const QString& report, const QString& source)
+void ReportPane::setReport(const QString& title, const QString& report, const ReportFacts& facts)
 {
     title_ = title;
     report_ = report;
-    source_ = source;
-    const ReportVerdict verdict = verdictOf(report);
-    form_->textField->setPlainText(report);
+    facts_ = facts;
+    const ReportVerdict verdict = verdictOf(report, facts.missing);
+    form_->textField->setReport(report, facts.missing);
     form_->countLabel->setText(report.isEmpty() ? QString() : inWords(verdict));
     form_->causeLabel->setText(verdict.cause);
     form_->causeLabel->setVisible(!verdict.cause.isEmpty());
-    form_->folderButton->setVisible(!source.isEmpty());
+    form_->folderButton->setVisible(!facts.source.isEmpty());
     form_->badBox->setEnabled(verdict.failed());
     form_->saveButton->setEnabled(!report.isEmpty());
     showBadLines(form_->badBox->isChecked() && verdict.failed());
@@ -87,14 +81,14 @@ void ReportPane::showBadLines(bool only)
 {
     QTextDocument& document = *form_->textField->document();
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
-        block.setVisible(!only || isBad(block));
+        block.setVisible(!only || form_->textField->isBad(block));
     document.markContentsDirty(0, document.characterCount());
     form_->textField->viewport()->update();
 }
 
 void ReportPane::scrollPastBanner()
 {
-    QTextBlock block = firstBad(*form_->textField->document());
+    QTextBlock block = firstBad(*form_->textField);
     if (!block.isValid()) return;
     for (int line = 0; line < linesAbove && block.previous().isValid(); ++line)
         block = block.previous();

@@ -1,7 +1,7 @@
 // A report with what can be done about it, in a window of its own or beside a list.
 #pragma once
 
-#include "platform/controls/TextView.h"
+#include "engine/OutputWindowController.h"
 
 #include <QWidget>
 
@@ -21,8 +21,7 @@ public:
     ~ReportPane() override;
 
     /// Shows a report from its first bad line on, past what the tool says of itself.
-    /// @param source  the file that it is about; empty where that is none or not known
-    void setReport(const QString& title, const QString& report, const QString& source = {});
+    void setReport(const QString& title, const QString& report, const ReportFacts& facts = {});
     void setFont(const Font& font);
     const QString& report() const { return report_; }
 
@@ -41,7 +40,7 @@ private:
     const std::unique_ptr<Ui::ReportPane> form_;
     QString title_;
     QString report_;
-    QString source_;
+    ReportFacts facts_;
 };
 
 /// Asks where to, and saves the text; tells if that fails. Main thread.

@@ -40,6 +40,18 @@ ReportView::ReportView(QWidget* parent) : QPlainTextEdit(parent), margin_(new Ma
     });
 }
 
+void ReportView::setReport(const QString& report, const QSet<QString>& missing)
+{
+    missing_ = missing;
+    setPlainText(report);
+}
+
+bool ReportView::isBad(const QTextBlock& line) const
+{
+    const LineVerdict verdict = verdictOfLine(line.text(), missing_);
+    return verdict == LineVerdict::Bad || verdict == LineVerdict::Missing;
+}
+
 int ReportView::marginWidth() const
 {
     return fontMetrics().horizontalAdvance(u"! "_s) + 6;
@@ -75,8 +87,7 @@ void ReportView::paintMargin(QWidget& margin)
     for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
         const QRectF line = blockBoundingGeometry(block).translated(contentOffset());
         if (line.top() > margin.height()) break;
-        const LineVerdict verdict = verdictOfLine(block.text());
-        if (verdict != LineVerdict::Bad && verdict != LineVerdict::Missing) continue;
+        if (!isBad(block)) continue;
         painter.drawText(QRectF(0, line.top(), margin.width(), fontMetrics().height()), Qt::AlignCenter, u"!"_s);
     }
 }

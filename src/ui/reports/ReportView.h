@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <QSet>
 
 namespace zolt {
 
@@ -11,6 +12,10 @@ class ReportView : public QPlainTextEdit
 public:
     explicit ReportView(QWidget* parent = nullptr);
 
+    /// @param missing  those of the report's lines that are about a file which is not there
+    void setReport(const QString& report, const QSet<QString>& missing);
+    /// Whether the line tells of a failed or missing file.
+    bool isBad(const QTextBlock& line) const;
     int marginWidth() const;
     /// Draws the signs of the lines on screen. @param margin  the widget that lies in the margin
     void paintMargin(QWidget& margin);
@@ -22,6 +27,7 @@ protected:
 private:
     void placeMargin();
     QWidget* const margin_;
+    QSet<QString> missing_;
 };
 
 } // namespace zolt

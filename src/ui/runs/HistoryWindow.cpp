@@ -117,7 +117,8 @@ void HistoryWindow::showReport()
     const RunRow* const row = model_->row(form_->rowsView->currentIndex().row());
     const QString report = row ? row->report.value_or(QString()) : QString();
     if (row == std::exchange(shown_, row) && report == form_->pane->report()) return; // its reader has scrolled in it
-    form_->pane->setReport(row ? row->title : QString(), report, row ? row->source : QString());
+    form_->pane->setReport(row ? row->title : QString(), report,
+                           row ? ReportFacts{row->source, row->missing} : ReportFacts());
 }
 
 void HistoryWindow::showLatest(RunFilter filter, bool takesKeyboard)

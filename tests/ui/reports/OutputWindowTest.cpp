@@ -1,6 +1,7 @@
 #include "ui/reports/OutputWindow.h"
 
-#include "engine/OutputWindowController.h"
+#include "checksum/ChecksumTab.h"
+#include "engine/RunRecord.h"
 #include "ui/Fonts.h"
 #include "ui/ViewChoices.h"
 #include "ui/WindowFixture.h"
@@ -149,6 +150,37 @@ TEST_F(OutputWindowTest, TheCauseStandsAboveAndTheToolsBannerIsScrolledPast)
     EXPECT_EQ(textOf(window).toPlainText(), text);
     QWidget& good = report(u"a.flac : OK\n"_s);
     EXPECT_FALSE(good.findChild<QLabel*>(u"causeLabel"_s)->isVisible());
+}
+
+TEST_F(OutputWindowTest, AFileThatIsNotThereCountsAsMissingWhateverItsLineSays)
+{
+    QFile list(pathOf(u"set.md5"_s));
+    ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+    list.write("00000000000000000000000000000000 *there.wav\n"   // not its sum
+               "d41d8cd98f00b204e9800998ecf8427e *gone.wav\n"    // the sum of nothing, as the report has it: OK
+               "00000000000000000000000000000000 *gone2.wav\n"); // FAILED
+    list.close();
+    file(u"there.wav"_s);
+    auto& checksums = program_.program().tab<ChecksumTab>();
+    checksums.commandOptions->selectCell(ChecksumTab::VerifyLists, 0);
+    checksums.addFiles({list.fileName()});
+    checksums.executeCommand(nullptr);
+    ASSERT_TRUE(runUntil([&] { return openReports() == 1 && !program_.program().record().isRunning(); }));
+    runPosted();
+
+    QWidget& window = *program_.interfaces().windows().back();
+    const QString report = textOf(window).toPlainText();
+    EXPECT_TRUE(report.contains(u"gone.wav : OK\ngone2.wav : FAILED\n"_s)) << report.toStdString();
+    EXPECT_EQ(window.findChild<QLabel*>(u"countLabel"_s)->text(), u"1 failed, 2 missing"_s);
+    EXPECT_EQ(inWords(program_.program().record().current()->rows.front().verdict), u"1 failed, 2 missing"_s);
+    QTest::mouseClick(window.findChild<QCheckBox*>(u"badBox"_s), Qt::LeftButton, {}, QPoint(6, 6));
+    const QTextDocument& lines = *textOf(window).document();
+    EXPECT_FALSE(lines.findBlockByNumber(0).isVisible());
+    for (int bad = 1; bad <= 3; ++bad)
+        EXPECT_TRUE(lines.findBlockByNumber(bad).isVisible()) << bad;
+
+    program_.runDesk().showLastRun();
+    EXPECT_EQ(program_.runDesk().history().findChild<QLabel*>(u"countLabel"_s)->text(), u"1 failed, 2 missing"_s);
 }
 
 TEST_F(OutputWindowTest, BadLinesAloneCanBeShownAndLinesWrapped)

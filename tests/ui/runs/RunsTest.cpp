@@ -143,6 +143,18 @@ TEST_F(RunsTest, AllReportWindowsAreClosedAtOnce)
     EXPECT_EQ(queue().outputWindows().size(), 1U);
 }
 
+TEST_F(RunsTest, AReportsOwnWindowShowsTheFileInItsFolder)
+{
+    runTwo();
+    const auto folderButton = [this] {
+        return program_.interfaces().windows().back()->findChild<QPushButton*>(u"folderButton"_s);
+    };
+    EXPECT_TRUE(folderButton()->isVisible());
+    queue().showOutputWindowTitle(u"about no file"_s, u"Output"_s);
+    runPosted();
+    EXPECT_FALSE(folderButton()->isVisible());
+}
+
 TEST(RunTextsTest, ATableQuotesWhatNeedsIt)
 {
     zolt::Run run;
