@@ -1,3 +1,4 @@
+#include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
 #include "ui/GuardedApplication.h"
 
@@ -10,5 +11,7 @@ int main(int argc, char** argv)
     zolt::GuardedApplication application(argc, argv);
     zolt::MainQueue::instance(); // makes this thread the main one
     testing::InitGoogleMock(&argc, argv);
-    return RUN_ALL_TESTS();
+    const int status = RUN_ALL_TESTS();
+    zolt::waitForDetachedThreads(); // none may outlive the application that it calls
+    return status;
 }
