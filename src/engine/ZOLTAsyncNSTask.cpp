@@ -117,8 +117,7 @@ void ZOLTAsyncNSTask::stopTask(Sender)
                                                       process->standardOutput()->fileHandleForReading().get());
         if (!cancelled()) readStatus(process);
     }
-    setActive(false);
-    setDone(true);
+    markEnded();
     runHook("cleanup", &ZOLTAsyncNSTask::cleanup);
     ZOLTTask::stopTask(nullptr);
     runHook("finalCleanup", &ZOLTAsyncNSTask::finalCleanup);

@@ -109,6 +109,12 @@ void ZOLTTask::markRunning()
     progressIndicator()->setHidden(false);
 }
 
+void ZOLTTask::markEnded()
+{
+    done_ = true;
+    active_ = false;
+}
+
 void ZOLTTask::cancelTask(Sender)
 {
     const Hold hold(shared_from_this());
@@ -118,8 +124,7 @@ void ZOLTTask::cancelTask(Sender)
 
 void ZOLTTask::stopTask(Sender)
 {
-    active_ = false;
-    done_ = true;
+    markEnded();
     markSetDone();
     showOutcome();
 }

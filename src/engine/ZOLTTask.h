@@ -39,6 +39,9 @@ public:
 
     bool isActive() const { return active_; }
     bool isDone() const { return done_; }
+    /// Neither started nor ended. `active` is read first, as markEnded() writes it last: a task that ends at this very
+    /// moment is never taken for a waiting one.
+    bool isWaiting() const { return !active_ && !done_; }
     /// Takes the row's four controls off their table.
     void hide();
 
@@ -121,6 +124,8 @@ protected:
     void tellInReport(const OptionalText& line);
     /// Marks the row running: flags, stop button, bar.
     void markRunning();
+    /// `active` cleared and `done` set.
+    void markEnded();
     void setActive(bool active) { active_ = active; }
     void setDone(bool done) { done_ = done; }
     ZOLTTaskQueue* queue() const { return queue_; }

@@ -168,7 +168,8 @@ void ZOLTTaskQueue::endOfRun(const Tasks& rows)
 void ZOLTTaskQueue::closeAfterRun()
 {
     const std::lock_guard guard(lock_);
-    if (activeTask_ != 0 || adding_ != 0) return; // another run has begun since: its own end closes
+    // Another run has begun since: its own end closes. Less than none is a second report, on its way to be set back.
+    if (activeTask_ > 0 || adding_ != 0) return;
     panel_->close();
     if (adding_ != 0) panel_->makeKeyAndOrderFront(); // for a task that came up to the lock meanwhile
     setTaskNumberInDock();
@@ -201,7 +202,7 @@ bool ZOLTTaskQueue::claimForWithdrawal(const TaskPointer& task)
     const std::lock_guard turn(lock_); // nobody starts it from here on
     const std::lock_guard guard(containers_);
     const bool open = std::find(taskArray_.rbegin(), taskArray_.rend(), task) != taskArray_.rend();
-    return open && !task->isActive() && !task->isDone() && withdrawn_.insert(task).second;
+    return open && task->isWaiting() && withdrawn_.insert(task).second;
 }
 
 bool ZOLTTaskQueue::wasWithdrawn(const TaskPointer& task)
@@ -224,6 +225,9 @@ void ZOLTTaskQueue::endEverything(const std::function<void()>& cancelRunning)
     const bool former = held_;
     setHeld(true);
     const Tasks open = taskArray();
+    // All at once: while the walk waits for one tool another may end, and no source is deleted behind that.
+    for (const auto& task : open)
+        task->setCancelled(true);
     for (auto task = open.rbegin(); task != open.rend(); ++task)
         withdrawTask(*task);
     cancelRunning();
@@ -257,7 +261,7 @@ ZOLTTaskQueue::TaskPointer ZOLTTaskQueue::nextWaiting(std::size_t& index)
     const std::lock_guard guard(containers_);
     const auto isWaiting = [this](std::size_t at) {
         const TaskPointer& task = taskArray_[at];
-        return !task->isActive() && !task->isDone() && !withdrawn_.contains(task);
+        return task->isWaiting() && !withdrawn_.contains(task);
     };
     while (notWaiting_ < taskArray_.size() && !isWaiting(notWaiting_))
         ++notWaiting_;

@@ -85,9 +85,9 @@ public:
     /// Takes a waiting task out: it gets `cancelled` and ends itself in its own way. It was never counted as running
     /// and is not counted down. Main thread. @return false for a task that does not wait, which is left alone
     bool withdrawTask(const TaskPointer& task);
-    /// Ends everything for a front end, so that no tool is started only to be cancelled: holds the queue, withdraws the
-    /// waiting tasks from the last to the first, has the running ones cancelled, and goes back to the former hold.
-    /// Waits for running tools as the cancel does. Main thread.
+    /// Ends everything for a front end, so that no tool is started only to be cancelled: holds the queue, marks every
+    /// open task cancelled, withdraws the waiting ones from the last to the first, has the running ones cancelled, and
+    /// goes back to the former hold. Waits for running tools as the cancel does. Main thread.
     void endEverything(const std::function<void()>& cancelRunning);
 
     /// Who is told of tasks from here on; nullptr for nobody. Main thread, while no task is open.

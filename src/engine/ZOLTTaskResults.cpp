@@ -17,7 +17,7 @@ ZOLTTaskResults::~ZOLTTaskResults()
 {
     // A following task that never came to be queued has no queue to break its ring with its own results.
     const auto& next = taskAfterSetDone_;
-    if (next && !taskAfterSetClaimed_ && !next->isActive() && !next->isDone()) next->setResults(nullptr);
+    if (next && !taskAfterSetClaimed_ && next->isWaiting()) next->setResults(nullptr);
 }
 
 void ZOLTTaskResults::appendResults(const OptionalText& text)
@@ -104,8 +104,7 @@ void ZOLTTaskResults::setTaskAfterSetDone(const std::shared_ptr<ZOLTTask>& task)
 std::shared_ptr<ZOLTTask> ZOLTTaskResults::claimTaskAfterSetDone()
 {
     const std::lock_guard guard(mutex_);
-    if (taskAfterSetClaimed_ || !taskAfterSetDone_ || taskAfterSetDone_->isActive() || taskAfterSetDone_->isDone())
-        return nullptr;
+    if (taskAfterSetClaimed_ || !taskAfterSetDone_ || !taskAfterSetDone_->isWaiting()) return nullptr;
     taskAfterSetClaimed_ = true;
     return taskAfterSetDone_;
 }

@@ -55,6 +55,41 @@ TEST_F(QueueCancel, CountCanReachZeroWhileATaskRunsAndHealsWhenTheQueueRunsEmpty
     EXPECT_EQ(desktop_.attentions(), requests) << "no sweep at -1";
 }
 
+namespace {
+
+/// Does something when it goes.
+class LastWords : public ZOLTTask
+{
+public:
+    static std::shared_ptr<LastWords> make(std::function<void()> words)
+    {
+        std::shared_ptr<LastWords> task(new LastWords);
+        task->setResults(nullptr);
+        task->words_ = std::move(words);
+        return task;
+    }
+    ~LastWords() override { words_(); }
+
+private:
+    std::function<void()> words_;
+};
+
+} // namespace
+
+TEST_F(QueueCancel, SecondReportThatComesDuringTheSweepDoesNotKeepThePanelOpen)
+{
+    const LogCapture log;
+    const auto tasks = addTasks(3);
+    setLimit(1);
+    tasks[0]->results()->addTaskInSet(LastWords::make([&] { tasks[2]->reportAgain(); }));
+    tasks[0]->finish();
+    tasks[2]->cancelTask(nullptr); // counted out though it waited: the count says that nothing runs
+    EXPECT_EQ(log.count(u"Exception in queue taskCompleted"_s), 1);
+    EXPECT_FALSE(queue_.panel()->isVisible());
+    EXPECT_EQ(desktop_.attentions().size(), 1U);
+    tasks[1]->finish();
+}
+
 TEST_F(QueueCancel, CancelledRowsAreSweptLikeCompleteOnes)
 {
     const auto tasks = addTasks(2);

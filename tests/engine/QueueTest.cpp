@@ -539,6 +539,18 @@ TEST_F(TaskQueue, AWithdrawnTaskIsCancelledAndNotCountedDown)
     EXPECT_FALSE(queue_.panel()->isVisible());
 }
 
+TEST_F(TaskQueue, EndingEverythingMarksAllTasksBeforeItWaitsForOne)
+{
+    const auto tasks = addTasks(2);
+    queue_.endEverything([&] {
+        tasks[0]->finish(); // its tool ends by itself while the walk waits for the other
+        EXPECT_TRUE(tasks[0]->cancelled()) << "its source would be deleted";
+        queue_.cancelAllTasks(nullptr);
+    });
+    EXPECT_TRUE(tasks[1]->cancelled());
+    EXPECT_EQ(queue_.taskCount(), 0);
+}
+
 TEST_F(TaskQueue, EndingEverythingStartsNothingAndGoesBackToTheFormerHold)
 {
     class Waiting : public TestTask

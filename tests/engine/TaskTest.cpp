@@ -99,6 +99,32 @@ TEST_F(Task, CancelledAndFailedReadsAsCancelledAndIsNotLogged)
     EXPECT_EQ(task_->title(), u"song.flac"_s);
 }
 
+TEST_F(Task, TaskThatEndsIsAtNoMomentTakenForOneThatWaits)
+{
+    class Ending : public ZOLTTask
+    {
+    public:
+        static std::shared_ptr<Ending> make() { return std::shared_ptr<Ending>(new Ending); }
+        using ZOLTTask::markEnded;
+        using ZOLTTask::markRunning;
+    };
+    const auto task = Ending::make();
+    task->markRunning();
+    std::atomic<bool> over = false;
+    int seenWaiting = 0;
+    std::thread onlooker([&] {
+        while (!over)
+            seenWaiting += task->isWaiting();
+    });
+    for (int round = 0; round < 300000; ++round) {
+        task->markEnded();
+        task->markRunning();
+    }
+    over = true;
+    onlooker.join();
+    EXPECT_EQ(seenWaiting, 0);
+}
+
 TEST_F(Task, StopButtonCancelsTheTask)
 {
     task_->startTask();

@@ -248,25 +248,18 @@ void BatchRun::interrupted(int signal)
     const bool first = signal_ == 0;
     if (first) signal_ = signal;
     if (!first || signal != SIGINT) return stopNow();
-    markAllCancelled();
     rows_->note(u"canceling; running tools go on to their end. Ctrl-C once more ends them."_s);
     queue().endEverything([this] { queue().cancelAllTasks(nullptr); });
-}
-
-void BatchRun::markAllCancelled()
-{
-    // All at once: while the walk through the queue waits for one tool, another may end, and then nothing is deleted.
-    for (const auto& task : queue().taskArray())
-        task->setCancelled(true);
 }
 
 void BatchRun::stopNow()
 {
     interrupts_.letGo();
-    markAllCancelled();                        // a tool may report success for what it was ended in
     stopTick_.start(millisecondsBetweenStops); // again and again: an end lets the queue start the next
-    ChildProcess::terminateAll();
-    queue().endEverything([this] { queue().cancelAllTasks(nullptr); });
+    queue().endEverything([this] {
+        ChildProcess::terminateAll(); // all are cancelled by now: a tool may report success for what it was ended in
+        queue().cancelAllTasks(nullptr);
+    });
 }
 
 void BatchRun::printReports() const

@@ -54,7 +54,6 @@ private:
     void waitForAll();
     bool settled() const;
     void interrupted(int signal);
-    void markAllCancelled();
     void stopNow();
     void printReports() const;
     void printSummary() const;
