@@ -2,6 +2,7 @@
 
 #include "engine/ZOLTTask.h"
 #include "engine/ZOLTTaskQueue.h"
+#include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
 #include "platform/text/Counts.h"
 #include "platform/threads/DetachedThreads.h"
@@ -301,15 +302,19 @@ void RunRecord::measure()
     QStringList paths;
     for (const RunRow* const row : measured_)
         paths.append(row->source);
-    // A file may lie on a disk that takes its time.
-    detachThread([self = self_, run = runs_.back().get(), sizeOf = sizes_, paths] {
-        std::vector<qint64> sizes;
-        for (const QString& path : paths)
-            sizes.push_back(sizeOf(path));
-        postToMain([self, run, sizes] {
-            if (*self) (*self)->learn(*run, sizes);
+    try {
+        // A file may lie on a disk that takes its time.
+        detachThread([self = self_, run = runs_.back().get(), sizeOf = sizes_, paths] {
+            std::vector<qint64> sizes;
+            for (const QString& path : paths)
+                sizes.push_back(sizeOf(path));
+            postToMain([self, run, sizes] {
+                if (*self) (*self)->learn(*run, sizes);
+            });
         });
-    });
+    } catch (const PlatformException&) {
+        measured_.swap(unmeasured_); // no thread to be had now: another call tries again
+    }
 }
 
 void RunRecord::learn(const Run& run, const std::vector<qint64>& sizes)

@@ -53,6 +53,29 @@ public:
     QStringList told;
 };
 
+/// Until it gives them, no thread can be started: each would need a stack larger than all addresses.
+class NoMoreThreads
+{
+public:
+    NoMoreThreads()
+    {
+        ::pthread_getattr_default_np(&attributes_);
+        ::pthread_attr_getstacksize(&attributes_, &usual_);
+        setStackSize(std::size_t(1) << 48);
+    }
+    ~NoMoreThreads() { give(); }
+    void give() { setStackSize(usual_); }
+
+private:
+    void setStackSize(std::size_t bytes)
+    {
+        ::pthread_attr_setstacksize(&attributes_, bytes);
+        ::pthread_setattr_default_np(&attributes_);
+    }
+    pthread_attr_t attributes_;
+    std::size_t usual_ = 0;
+};
+
 class RunRecordTest : public EngineTest
 {
 protected:
@@ -115,6 +138,18 @@ TEST_F(RunRecordTest, OutcomeIsReadAsTheRowShowsIt)
     task->setCancelled(true);
     EXPECT_EQ(outcomeOf(*task), Outcome::Canceled) << "as the row of one that is both";
     task->setResults(nullptr);
+}
+
+TEST_F(RunRecordTest, SizesAreAskedForAgainWhereNoThreadWasToBeHad)
+{
+    NoMoreThreads none;
+    sizes_ = {{u"/a/1.flac"_s, 100}, {u"/a/2.flac"_s, 300}};
+    const auto first = add(u"/a/1.flac"_s), second = add(u"/a/2.flac"_s);
+    first->finish();
+    EXPECT_DOUBLE_EQ(progress(), 0.5) << "they weigh alike";
+    none.give();
+    EXPECT_DOUBLE_EQ(progress(), 0.25);
+    second->finish();
 }
 
 TEST_F(RunRecordTest, WithdrawnTaskNeverRanAndIsCanceled)
