@@ -14,6 +14,8 @@
 #include <csignal>
 
 #include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -215,6 +217,55 @@ TEST(ChildProcess, AllRunningChildrenAreToldToEndWithTheirOwn)
     EXPECT_EQ(other->terminationStatus(), SIGTERM);
     // The grandchild holds the pipe open; its end is the end of file.
     EXPECT_EQ(process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(), "");
+}
+
+namespace {
+
+/// While it lives, this program gets no descriptor more.
+class NoMoreDescriptors
+{
+public:
+    NoMoreDescriptors()
+    {
+        ::getrlimit(RLIMIT_NOFILE, &before_);
+        const int next = ::dup(0);
+        ::close(next);
+        const rlimit none{rlim_t(next), before_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+    ~NoMoreDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+
+private:
+    rlimit before_;
+};
+
+} // namespace
+
+TEST(ChildProcess, WhatAToolLeftBehindIsWaitedForThoughDescriptorsAreShort)
+{
+    const QTemporaryDir directory;
+    const QByteArray go = directory.filePath(u"go"_s).toLocal8Bit(),
+                     ended = directory.filePath(u"ended"_s).toLocal8Bit();
+    const auto process = fakeProcess(
+        {u"child"_s, u"wait-file"_s, QString::fromLocal8Bit(go), u"touch"_s, QString::fromLocal8Bit(ended)});
+    process->launch();
+    process->waitUntilExit();
+    std::atomic<bool> begun = false;
+    bool hadEnded = false;
+    std::thread waiter;
+    {
+        const NoMoreDescriptors none;
+        waiter = std::thread([&] {
+            begun = true;
+            process->waitForAll();
+            hadEnded = ::access(ended.constData(), F_OK) == 0;
+        });
+        while (!begun)
+            std::this_thread::yield();
+        ::mkdir(go.constData(), 0700); // a sign that takes no descriptor to give
+    }
+    waiter.join();
+    EXPECT_TRUE(hadEnded);
 }
 
 TEST(ChildProcess, ChildWhoseOwnerIsGoneIsStillToldToEndAndThenCollected)
