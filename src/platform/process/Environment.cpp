@@ -1,6 +1,7 @@
 #include "platform/process/Environment.h"
 
 #include "platform/desktop/ToolsDirectory.h"
+#include "platform/files/FileNames.h"
 
 #include <mutex>
 
@@ -27,10 +28,20 @@ Environment parsed(const QByteArray& bytes)
     for (const QByteArray& entry : bytes.split('\0')) {
         const qsizetype equals = entry.indexOf('=', 1);
         if (equals < 0) continue;
-        environment.insert(QString::fromLocal8Bit(entry.first(equals)),
-                           QString::fromLocal8Bit(entry.sliced(equals + 1)));
+        environment.insert(nameOfBytes(entry.first(equals)), nameOfBytes(entry.sliced(equals + 1)));
     }
     return environment;
+}
+
+using Entries = std::shared_ptr<const std::vector<QByteArray>>;
+
+Entries encoded(const Environment& environment)
+{
+    std::vector<QByteArray> entries;
+    entries.reserve(std::size_t(environment.size()));
+    for (auto entry = environment.begin(); entry != environment.end(); ++entry)
+        entries.push_back(bytesOfName(entry.key()) + '=' + bytesOfName(entry.value()));
+    return std::make_shared<const std::vector<QByteArray>>(std::move(entries));
 }
 
 /// The last map made and what it was made from, so that equal inputs give maps that share their data.
@@ -41,6 +52,7 @@ struct Remembered
     QString tools;
     Environment environment;
     Environment unbuffered;
+    Entries entries; // of the latter
 };
 
 Remembered& remembered()
@@ -64,6 +76,7 @@ Environment childEnvironment()
         appendDirectoryToPath(last.environment, tools);
         last.unbuffered = last.environment;
         last.unbuffered.insert(unbufferedKey, QStringLiteral("YES"));
+        last.entries = encoded(last.unbuffered);
     }
     return last.environment;
 }
@@ -79,6 +92,16 @@ void setUnbufferedIO(Environment& environment)
         }
     }
     environment.insert(unbufferedKey, QStringLiteral("YES"));
+}
+
+Entries environmentEntries(const Environment& environment)
+{
+    {
+        Remembered& last = remembered();
+        const std::lock_guard guard(last.mutex);
+        if (environment.isSharedWith(last.unbuffered)) return last.entries;
+    }
+    return encoded(environment);
 }
 
 void appendDirectoryToPath(Environment& environment, const QString& directory)

@@ -12,12 +12,13 @@ namespace zolt {
 
 namespace {
 
-std::vector<char*> pointersTo(std::vector<QByteArray>& texts)
+/// As the system takes lists of texts, which it does not write into.
+std::vector<char*> pointersTo(const std::vector<QByteArray>& texts)
 {
     std::vector<char*> pointers;
     pointers.reserve(texts.size() + 1);
-    for (QByteArray& text : texts)
-        pointers.push_back(text.data());
+    for (const QByteArray& text : texts)
+        pointers.push_back(const_cast<char*>(text.constData()));
     pointers.push_back(nullptr);
     return pointers;
 }
@@ -35,16 +36,12 @@ void resetSignals(posix_spawnattr_t& attributes)
 } // namespace
 
 SpawnPlan::SpawnPlan(const QString& launchPath, const QStringList& arguments, const Environment& environment)
-    : program_(bytesOfName(launchPath))
+    : program_(bytesOfName(launchPath)), environment_(environmentEntries(environment))
 {
     arguments_.reserve(std::size_t(arguments.size()) + 1);
     arguments_.push_back(program_);
     for (const QString& argument : arguments)
         arguments_.push_back(bytesOfName(argument));
-    environment_.reserve(std::size_t(environment.size()));
-    for (auto entry = environment.begin(); entry != environment.end(); ++entry) {
-        environment_.push_back(entry.key().toLocal8Bit() + '=' + entry.value().toLocal8Bit());
-    }
     posix_spawn_file_actions_init(&actions_);
     posix_spawnattr_init(&attributes_);
     posix_spawnattr_setpgroup(&attributes_, 0);
@@ -75,7 +72,7 @@ int SpawnPlan::spawn(pid_t* child)
     posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
     return posix_spawn(child, program_.constData(), &actions_, &attributes_, pointersTo(arguments_).data(),
-                       pointersTo(environment_).data());
+                       pointersTo(*environment_).data());
 }
 
 } // namespace zolt

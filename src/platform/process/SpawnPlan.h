@@ -30,7 +30,7 @@ public:
 private:
     QByteArray program_;
     std::vector<QByteArray> arguments_;
-    std::vector<QByteArray> environment_;
+    std::shared_ptr<const std::vector<QByteArray>> environment_;
     posix_spawn_file_actions_t actions_;
     posix_spawnattr_t attributes_;
 };

@@ -32,6 +32,32 @@ TEST(Environment, UnbufferedOutputIsAskedForAtTheLaunchAlone)
     EXPECT_EQ(environment.value(u"OWN"_s), u"1"_s);
 }
 
+TEST(Environment, BytesThatAreNoTextReachTheChildAsTheyAre)
+{
+    qputenv("ZOLT_TEST_MARK", "/a/s\xFFng");
+    Environment environment = childEnvironment();
+    qunsetenv("ZOLT_TEST_MARK");
+    environment.insert(u"OWN"_s, u"1"_s);
+    EXPECT_THAT(*environmentEntries(environment),
+                testing::IsSupersetOf({QByteArray("ZOLT_TEST_MARK=/a/s\xFFng"), QByteArray("OWN=1")}));
+}
+
+TEST(Environment, EntriesAreMadeOnceWhileNothingChanges)
+{
+    Environment first = childEnvironment(), second = childEnvironment();
+    setUnbufferedIO(first);
+    setUnbufferedIO(second);
+    EXPECT_EQ(environmentEntries(first), environmentEntries(second));
+    EXPECT_THAT(*environmentEntries(first), testing::Contains(QByteArray("NSUnbufferedIO=YES")));
+    second.insert(u"NSUnbufferedIO"_s, u"NO"_s);
+    EXPECT_THAT(*environmentEntries(second), testing::Contains(QByteArray("NSUnbufferedIO=NO")));
+    qputenv("ZOLT_TEST_MARK", "one");
+    Environment changed = childEnvironment();
+    qunsetenv("ZOLT_TEST_MARK");
+    setUnbufferedIO(changed);
+    EXPECT_THAT(*environmentEntries(changed), testing::Contains(QByteArray("ZOLT_TEST_MARK=one")));
+}
+
 TEST(Environment, WaitingTasksShareOneMap)
 {
     EXPECT_TRUE(childEnvironment().isSharedWith(childEnvironment()));
