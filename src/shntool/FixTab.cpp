@@ -1,5 +1,6 @@
 #include "shntool/FixTab.h"
 
+#include "platform/controls/DefaultsBinding.h"
 #include "shell/Constants.h"
 #include "shell/FileCommand.h"
 #include "shntool/FixTask.h"
@@ -15,7 +16,8 @@ FixTab::FixTab()
     : outputFormatMatrix(std::make_shared<Matrix>(2, 2, QStringList{C::SHN, C::FLAC, C::AIFF, C::WAV})),
       shnMd5Option(std::make_shared<Matrix>(3, 1, QStringList{FixTask::noMD5, FixTask::oneMD5, FixTask::MD5ByDisc}))
 {
-    outputFormatMatrix->selectTitle(C::FLAC);
+    bindToDefault(*outputFormatMatrix, u"fixOutputFormat"_s);
+    bindToDefault(*flacLevelSlider, u"fixFlacLevel"_s);
     outputFormatMatrix->setAction([this] { changeDisplayOptions(outputFormatMatrix.get()); });
 }
 

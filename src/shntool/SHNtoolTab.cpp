@@ -2,6 +2,7 @@
 
 #include "engine/ZOLTAsyncNSTaskFileOutputRedirection.h"
 #include "engine/ZOLTTaskQueue.h"
+#include "platform/controls/DefaultsBinding.h"
 #include "platform/desktop/Panels.h"
 #include "platform/files/TextFile.h"
 #include "platform/threads/NotificationCenter.h"
@@ -72,7 +73,9 @@ SHNtoolTab::SHNtoolTab()
       outputFormatMatrix(std::make_shared<Matrix>(2, 2, QStringList{C::SHN, C::FLAC, C::AIFF, C::WAV})),
       shnLenMatrix(std::make_shared<Matrix>(3, 1, QStringList{C::NORMAL_LEN_OUTPUT, C::LEN_BY_FILESET, C::LEN_BY_DISC}))
 {
-    outputFormatMatrix->selectTitle(C::FLAC);
+    bindToDefault(*shntoolCommandMatrix, u"shntoolCommandOption"_s);
+    bindToDefault(*shnLenMatrix, u"shntoolLenOption"_s);
+    bindToDefault(*outputFormatMatrix, u"shntoolOutputFormat"_s);
     shntoolCommandMatrix->setAction([this] { changeDisplayOptions(shntoolCommandMatrix.get()); });
     shnLenMatrix->setAction([this] { changeDisplayOptions(shnLenMatrix.get()); });
     namesButton->setAction([this] { showNamesWindow(namesButton.get()); });

@@ -44,6 +44,19 @@ TEST_F(FixTabTest, BeginsWithFlac)
     EXPECT_FALSE(tab.shnMd5Option->isEnabled());
 }
 
+TEST_F(FixTabTest, FormatAndLevelAreThoseSavedAndEachChangeIsSaved)
+{
+    auto& settings = UserDefaults::standard();
+    EXPECT_EQ(tab.flacLevelSlider->intValue(), 4);
+    tab.flacLevelSlider->moveTo(7);
+    tab.outputFormatMatrix->clickCell(1, 1);
+    EXPECT_EQ(settings.integerForKey(u"fixOutputFormat"_s), 3);
+    EXPECT_EQ(settings.integerForKey(u"fixFlacLevel"_s), 7);
+    const FixTab next;
+    EXPECT_EQ(next.outputFormatMatrix->selectedCell().title, C::WAV);
+    EXPECT_EQ(next.flacLevelSlider->intValue(), 7);
+}
+
 TEST_F(FixTabTest, FormatEnablesItsOwnChoices)
 {
     choose(C::SHN);

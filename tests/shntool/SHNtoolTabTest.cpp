@@ -77,6 +77,21 @@ TEST_F(SHNtoolTabTest, CellsStandInTheOrderInWhichTheyAreCompared)
     EXPECT_EQ(tab.shnLenMatrix->selectedCell().title, u"normal len output"_s);
 }
 
+TEST_F(SHNtoolTabTest, ChoicesAreThoseSavedAndEachChangeIsSaved)
+{
+    auto& settings = UserDefaults::standard();
+    tab.shntoolCommandMatrix->clickCell(5, 0);
+    tab.shnLenMatrix->clickCell(2, 0);
+    tab.outputFormatMatrix->clickCell(0, 0);
+    EXPECT_EQ(settings.integerForKey(u"shntoolCommandOption"_s), 5);
+    EXPECT_EQ(settings.integerForKey(u"shntoolLenOption"_s), 2);
+    EXPECT_EQ(settings.integerForKey(u"shntoolOutputFormat"_s), 0);
+    const SHNtoolTab next;
+    EXPECT_EQ(next.shntoolCommandMatrix->selectedCell().title, C::JOIN);
+    EXPECT_EQ(next.shnLenMatrix->selectedCell().title, C::LEN_BY_DISC);
+    EXPECT_EQ(next.outputFormatMatrix->selectedCell().title, C::SHN);
+}
+
 TEST_F(SHNtoolTabTest, EmptyListDoesNothing)
 {
     press(C::JOIN);
