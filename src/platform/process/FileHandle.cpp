@@ -47,17 +47,21 @@ void FileHandle::readInBackgroundAndNotify()
 
 void FileHandle::arm()
 {
-    if (notifier_) return notifier_->setEnabled(true);
+    asked_ = true;
+    if (notifier_) {
+        if (!notifier_->isEnabled()) notifier_->setEnabled(true);
+        return;
+    }
     notifier_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
     // The last reference may go on another thread at this very moment.
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [weak = weak_from_this()] {
-        if (const auto handle = weak.lock()) handle->deliver();
+        if (const auto handle = weak.lock()) handle->readable();
     });
 }
 
-void FileHandle::deliver()
+void FileHandle::readable()
 {
-    notifier_->setEnabled(false);
+    if (!std::exchange(asked_, false)) return notifier_->setEnabled(false); // nobody wants it yet
     guarded("read notification", [this] {
         NotificationCenter::standard().post({FileHandleReadCompletionNotification, this, readOnce()});
     });

@@ -37,11 +37,14 @@ public:
 
 private:
     void arm();
-    void deliver(); // whoever calls holds the handle, which the observer may drop
+    void readable(); // whoever calls holds the handle, which the observer may drop
     QByteArray readOnce();
 
     const int descriptor_;
-    std::unique_ptr<QSocketNotifier> notifier_; // met on the main thread only
+    // Met on the main thread only. Mostly the observer asks for the next piece at once, so the notifier stays enabled
+    // behind a delivery: to switch it off and on wakes the event loop each time.
+    std::unique_ptr<QSocketNotifier> notifier_;
+    bool asked_ = false;
 };
 
 } // namespace zolt

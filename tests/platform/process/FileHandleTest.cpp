@@ -6,7 +6,9 @@
 #include "platform/threads/NotificationCenter.h"
 #include "support/EventLoop.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QTimer>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -43,7 +45,40 @@ void put(const Pipe& pipe, const QByteArray& bytes)
     ASSERT_EQ(::write(pipe.writeDescriptor(), bytes.data(), std::size_t(bytes.size())), bytes.size());
 }
 
+/// Counts how often the event loop wakes while it lives.
+class Wakes
+{
+public:
+    Wakes()
+        : counting_(QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake,
+                                     [this] { ++count; }))
+    {
+    }
+    ~Wakes() { QObject::disconnect(counting_); }
+    int count = 0;
+
+private:
+    const QMetaObject::Connection counting_;
+};
+
 } // namespace
+
+TEST(FileHandle, BytesThatNobodyAsksForDoNotKeepTheEventLoopAwake)
+{
+    const Pipe pipe;
+    const auto& handle = pipe.fileHandleForReading();
+    const Reader reader(handle.get());
+    handle->readInBackgroundAndNotify();
+    put(pipe, "one");
+    ASSERT_TRUE(test::runUntil([&] { return reader.pieces.size() == 1; }));
+    put(pipe, "two");
+    bool over = false;
+    QTimer::singleShot(100, [&] { over = true; });
+    const Wakes wakes;
+    EXPECT_TRUE(test::runUntil([&] { return over; }));
+    EXPECT_LT(wakes.count, 100) << "a loop that spins wakes many thousand times";
+    EXPECT_EQ(reader.pieces.size(), 1U);
+}
 
 TEST(FileHandle, OneAskingBringsOnePieceAndNoMore)
 {
