@@ -108,17 +108,21 @@ TEST_F(Task, TaskThatEndsIsAtNoMomentTakenForOneThatWaits)
         using ZOLTTask::markEnded;
         using ZOLTTask::markRunning;
     };
-    const auto task = Ending::make();
-    task->markRunning();
+    std::vector<std::shared_ptr<Ending>> tasks(20000);
+    for (auto& task : tasks) {
+        task = Ending::make();
+        task->markRunning();
+    }
+    std::atomic<const Ending*> watched = tasks.front().get();
     std::atomic<bool> over = false;
     int seenWaiting = 0;
     std::thread onlooker([&] {
         while (!over)
-            seenWaiting += task->isWaiting();
+            seenWaiting += watched.load()->isWaiting();
     });
-    for (int round = 0; round < 300000; ++round) {
+    for (const auto& task : tasks) {
+        watched = task.get();
         task->markEnded();
-        task->markRunning();
     }
     over = true;
     onlooker.join();
