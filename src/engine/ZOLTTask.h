@@ -3,6 +3,7 @@
 
 #include "engine/ZOLTTaskResults.h"
 #include "platform/controls/Button.h"
+#include "platform/controls/Menu.h"
 #include "platform/controls/ProgressIndicator.h"
 #include "platform/controls/TextField.h"
 
@@ -157,6 +158,7 @@ private:
     std::shared_ptr<Button> cancelButton_;
     std::shared_ptr<TextField> textField_;
     std::shared_ptr<TextField> topTextField_;
+    std::shared_ptr<Menu> menu_; // kept: no row has one, the menu is the table's
     std::atomic<bool> active_ = false;
     std::atomic<bool> done_ = false;
     std::shared_ptr<ZOLTTaskResults> results_;

@@ -33,13 +33,21 @@ std::vector<typename Container::value_type> copied(const Container& container, s
     return {container.begin(), container.end()};
 }
 
+std::shared_ptr<const Menu> makeErrorsMenu(ZOLTTaskQueue* queue)
+{
+    const MenuItem item{QStringLiteral("Remove All &Errors"), [queue] { queue->removeAllErrors(nullptr); }};
+    return std::make_shared<const Menu>(Menu{{item}});
+}
+
 } // namespace
 
 ZOLTTaskQueue::ZOLTTaskQueue()
-    : tableView_(std::make_shared<Table>()), panel_(std::make_shared<Window>()),
+    : tableView_(std::make_shared<Table>()), removeErrorsMenu_(makeErrorsMenu(this)),
+      panel_(std::make_shared<Window>()),
       maxThreads_(UserDefaults::standard().integerForKey(QStringLiteral("maxThreads")))
 {
     tableView_->setDataSource(this);
+    tableView_->setMenu(removeErrorsMenu_);
     loadInterface(QStringLiteral("StatusQueue"), this);
 }
 

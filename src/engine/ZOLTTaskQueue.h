@@ -97,6 +97,7 @@ public:
     // What the panel's view and tests look at.
     ZOLTController* zoltController() const { return zoltController_; }
     const std::shared_ptr<Table>& tableView() const { return tableView_; }
+    const std::shared_ptr<const Menu>& removeErrorsMenu() const { return removeErrorsMenu_; }
     const std::shared_ptr<Window>& panel() const { return panel_; }
     Tasks taskArray() const;
     Tasks panelArray() const;
@@ -131,6 +132,7 @@ private:
     std::atomic<TaskListener*> listener_ = nullptr;
     std::shared_ptr<OutputWindowController> outputWindowController_;
     std::shared_ptr<Table> tableView_;
+    std::shared_ptr<const Menu> removeErrorsMenu_; // the table's
     std::deque<TaskPointer> taskArray_;
     std::deque<TaskPointer> panelArray_;
     std::unordered_set<TaskPointer> withdrawn_; // until they have reported

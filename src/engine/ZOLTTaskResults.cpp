@@ -38,10 +38,10 @@ void ZOLTTaskResults::append(const QString& key, const OptionalText& text)
     if (slot != resultsDictionary_.end()) appendText(slot->second, text);
 }
 
-const QString& ZOLTTaskResults::keyOf(const ZOLTTask* task) const
+QString ZOLTTaskResults::keyOf(const ZOLTTask* task) const
 {
-    const auto found = keys_.find(task);
-    return found == keys_.end() ? notFoundKey : found->second;
+    const auto found = indices_.find(task);
+    return found == indices_.end() ? notFoundKey : QString::number(found->second);
 }
 
 QString ZOLTTaskResults::results() const
@@ -82,10 +82,10 @@ QSet<QString> ZOLTTaskResults::missingLines() const
 void ZOLTTaskResults::addTaskInSet(const std::shared_ptr<ZOLTTask>& task)
 {
     const std::lock_guard guard(mutex_);
-    const QString key = QString::number(tasksInSet_.size());
+    const std::size_t index = tasksInSet_.size();
     tasksInSet_.push_back(task);
-    keys_.emplace(task.get(), key); // a task entered twice keeps its first index
-    resultsDictionary_[key] = QString();
+    indices_.emplace(task.get(), index); // a task entered twice keeps its first index
+    resultsDictionary_[QString::number(index)] = QString();
 }
 
 std::shared_ptr<ZOLTTask> ZOLTTaskResults::taskAfterSetDone() const
@@ -120,9 +120,9 @@ void ZOLTTaskResults::setTasksInSet(const Tasks& tasks)
     const std::lock_guard guard(mutex_);
     tasksInSet_ = tasks;
     doneAtStart_ = 0;
-    keys_.clear();
+    indices_.clear();
     for (std::size_t index = 0; index < tasks.size(); ++index)
-        keys_.emplace(tasks[index].get(), QString::number(index));
+        indices_.emplace(tasks[index].get(), index);
 }
 
 bool ZOLTTaskResults::allTasksDone() const

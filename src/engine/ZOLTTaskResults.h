@@ -67,13 +67,13 @@ public:
     bool allTasksReported() const;
 
 private:
-    const QString& keyOf(const ZOLTTask* task) const;
+    QString keyOf(const ZOLTTask* task) const;
     void append(const QString& key, const OptionalText& text);
 
     mutable std::mutex mutex_;
     Tasks tasksInSet_;
-    std::map<QString, QString> resultsDictionary_;      // text by the task's index in the set, as text
-    std::unordered_map<const ZOLTTask*, QString> keys_; // of each task in the set
+    std::map<QString, QString> resultsDictionary_;             // text by the task's index in the set, as text
+    std::unordered_map<const ZOLTTask*, std::size_t> indices_; // of each task in the set
     QSet<QString> missingLines_;
     std::shared_ptr<ZOLTTask> taskAfterSetDone_;
     std::atomic<bool> taskSetDone_ = false;

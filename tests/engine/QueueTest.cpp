@@ -190,6 +190,16 @@ TEST_F(TaskQueue, FailedRowStaysAndKeepsThePanelOpen)
     EXPECT_FALSE(queue_.panel()->isVisible());
 }
 
+TEST_F(TaskQueue, MenuOfTheTableRemovesErrors)
+{
+    const LogCapture log;
+    addTasks(1)[0]->finish(true);
+    ASSERT_EQ(queue_.tableView()->menu(), queue_.removeErrorsMenu());
+    ASSERT_EQ(queue_.removeErrorsMenu()->items.size(), 1U);
+    queue_.removeErrorsMenu()->items[0].action();
+    EXPECT_TRUE(queue_.panelArray().empty());
+}
+
 TEST_F(TaskQueue, RemovingErrorsKeepsOtherRowsAndAPanelWithOpenTasks)
 {
     const LogCapture log;

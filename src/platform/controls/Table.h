@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/controls/Control.h"
+#include "platform/controls/Menu.h"
 
 #include <QList>
 
@@ -64,6 +65,10 @@ public:
     bool showsHeader() const { return showsHeader_; }
     void setShowsHeader(bool shows) { setFlag(showsHeader_, shows); }
 
+    /// What its context menu offers beside what the view adds; none by default. Main thread.
+    void setMenu(std::shared_ptr<const Menu> menu) { menu_ = std::move(menu); }
+    const std::shared_ptr<const Menu>& menu() const { return menu_; }
+
     /// The table takes files dropped on it.
     bool acceptsFileDrops() const { return acceptsFileDrops_; }
     void registerForFileDrops() { setFlag(acceptsFileDrops_, true); }
@@ -74,6 +79,7 @@ private:
     std::atomic<int> rowToShow_ = 0;
     std::atomic<bool> acceptsFileDrops_ = false;
     std::atomic<bool> showsHeader_ = false;
+    std::shared_ptr<const Menu> menu_;
     QList<qsizetype> selectedRows_;
     std::vector<TableColumn> columns_{TableColumn()};
 };

@@ -158,8 +158,8 @@ void StatusQueueWindow::showMenu(const QPoint& place)
     QMenu menu(this);
     menu.addAction(u"&Stop"_s, this, [this] { removeSelected(); })->setEnabled(running && !waiting);
     menu.addAction(u"&Remove from Queue"_s, this, [this] { removeSelected(); })->setEnabled(waiting);
-    menu.addAction(u"Remove All &Errors"_s, this,
-                   [this] { guarded("remove errors", [this] { queue_.removeAllErrors(nullptr); }); });
+    for (const MenuItem& item : table_->menu()->items)
+        menu.addAction(item.title, this, [&item] { guarded("queue menu", item.action); });
     menu.addSeparator();
     menu.addAction(u"Show &Output"_s, this,
                    [&] { guarded("show output", [&] { queueCommands::showReport(queue_, *task); }); })
