@@ -48,6 +48,13 @@ QByteArray takeLine(QByteArray& bytes)
     return line;
 }
 
+/// The bytes up to and with the next one behind which an update may start.
+QByteArrayView runOf(QByteArrayView bytes)
+{
+    const auto end = std::find_if(bytes.begin(), bytes.end(), [](char byte) { return byte == ' ' || endsLine(byte); });
+    return bytes.first(std::min<qsizetype>(end - bytes.begin() + 1, bytes.size()));
+}
+
 Match matchUpdate(QByteArrayView bytes, FlacDialect::Update form)
 {
     Match match{bytes};
@@ -82,11 +89,9 @@ QByteArray FlacDialect::complete(const QByteArray& piece)
             held_.prepend(ahead.toByteArray());
             break;
         }
-        if (match.fits)
-            passUpdate(ahead.first(match.at));
-        else
-            pass(bytes[at]);
-        at += match.fits ? match.at : 1;
+        const QByteArrayView next = match.fits ? ahead.first(match.at) : runOf(ahead);
+        match.fits ? passUpdate(next) : pass(next);
+        at += next.size();
     }
     return std::exchange(completed_, {});
 }
@@ -101,14 +106,14 @@ bool FlacDialect::mayStartUpdate() const
     return line_.isEmpty() || line_.endsWith(' ');
 }
 
-void FlacDialect::pass(char byte)
+void FlacDialect::pass(QByteArrayView run)
 {
-    completed_ += byte;
-    if (endsLine(byte)) {
-        line_.clear();
+    completed_ += run;
+    if (endsLine(run.back())) {
+        line_.resize(0); // which keeps its room
         earlier_ = 0;
     } else {
-        line_ += byte;
+        line_ += run;
     }
 }
 

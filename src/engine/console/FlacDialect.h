@@ -24,7 +24,7 @@ public:
 
 private:
     bool mayStartUpdate() const;
-    void pass(char byte);
+    void pass(QByteArrayView run);
     void passUpdate(QByteArrayView update);
 
     const Update update_;
