@@ -108,7 +108,6 @@ void ZOLTAsyncNSTask::hand(const QByteArray& bytes)
 
 void ZOLTAsyncNSTask::stopTask(Sender)
 {
-    const Hold hold(shared_from_this());
     if (const auto process = launchedTool()) {
         // The wait comes first: a cancel does not shorten the tool's run.
         if (process->waitUntilExit()) process->terminate();

@@ -30,7 +30,6 @@ void ZOLTAsyncNSTaskFileOutputRedirection::showStart()
 
 void ZOLTAsyncNSTaskFileOutputRedirection::stopTask(Sender sender)
 {
-    const Hold hold(shared_from_this());
     const auto collector = results();
     const OptionalText text = collector ? OptionalText(collector->results()) : std::nullopt;
     setResults(nullptr);

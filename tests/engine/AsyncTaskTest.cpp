@@ -320,6 +320,16 @@ TEST_F(AsyncTask, TaskStartedOnATaskThreadGetsItsOutput)
     EXPECT_EQ(task->pieces[0], u"heard"_s);
 }
 
+TEST_F(AsyncTask, WhatAToolsOwnChildStillWritesIsReadBeforeTheRowEnds)
+{
+    const LogCapture log;
+    const QString ended = directory_.filePath(u"ended"_s);
+    const auto task = ToolTask::make(&queue_, {u"child"_s, u"flood"_s, u"500000"_s, u"touch"_s, ended});
+    queue_.addTask(task);
+    task->stopTask(nullptr);
+    EXPECT_TRUE(QFile::exists(ended)) << "it was neither left blocked on its pipe nor cut off";
+}
+
 TEST_F(AsyncTask, EndedTasksKeepNoDescriptorsWhileTheirRowsStay)
 {
     const LogCapture log;

@@ -6,6 +6,8 @@
 #include "support/EventLoop.h"
 #include "support/LogCapture.h"
 
+#include <set>
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -77,14 +79,30 @@ TEST_F(TaskQueue, NothingStartsWhileMoreRunThanALoweredLimit)
     EXPECT_EQ(added[0]->starts, 0);
 }
 
+TEST_F(TaskQueue, OldestStillStartsBehindTasksThatEndedWhileTheLimitLeftNoRoom)
+{
+    setLimit(3);
+    const auto tasks = addTasks(6);
+    tasks[0]->finish();
+    setLimit(1);
+    for (const std::size_t ended : {1, 2, 3})
+        tasks[ended]->finish();
+    EXPECT_EQ(tasks[4]->starts, 1);
+    tasks[4]->finish();
+    EXPECT_EQ(tasks[5]->starts, 1);
+    tasks[5]->finish();
+}
+
 TEST_F(TaskQueue, QueueThatIsGoneFollowsNoNotification)
 {
     const auto& name = Constants::ZOLTMaxThreadsChangedNotification;
     const auto before = NotificationCenter::standard().observerCount(name);
     auto queue = ZOLTTaskQueue::initWithController(nullptr);
     EXPECT_EQ(NotificationCenter::standard().observerCount(name), before + 1);
+    const auto table = queue->tableView(); // a window may keep it
     queue.reset();
     EXPECT_EQ(NotificationCenter::standard().observerCount(name), before);
+    EXPECT_EQ(table->dataSource(), nullptr);
 }
 
 TEST_F(TaskQueue, LastReportScrollsToTheRowOfItsOwnRun)
@@ -279,6 +297,39 @@ TEST_F(TaskQueue, SetWithSharedResultsOpensOneWindowTitledByTheLastToEnd)
     EXPECT_EQ(queue_.outputWindows()[0]->textField()->string(), u"a\nb\n"_s);
 }
 
+TEST_F(TaskQueue, TasksOfASetThatEndAtOnceOpenOneWindowAtTheLastReport)
+{
+    const auto tasks = addTasks(2);
+    const auto set = std::make_shared<ZOLTTaskResults>();
+    for (const auto& task : tasks) {
+        task->setResults(set);
+        set->addTaskInSet(task);
+    }
+    for (const auto& task : tasks)
+        task->stopTask(nullptr);
+    tasks[0]->reportAgain();
+    EXPECT_TRUE(queue_.outputWindows().empty());
+    tasks[1]->reportAgain();
+    EXPECT_EQ(queue_.outputWindows().size(), 1U);
+}
+
+TEST_F(TaskQueue, ReportsOfSeveralThreadsEachOpenTheirWindowOneStepApart)
+{
+    constexpr int windows = 300;
+    const auto show = [this] {
+        for (int shown = 0; shown < windows; ++shown)
+            queue_.showOutputWindowTitle(u"text"_s, u"title"_s);
+    };
+    std::thread other(show);
+    show();
+    other.join();
+    std::set<std::pair<double, double>> places;
+    for (const auto& window : queue_.outputWindows())
+        places.emplace(window->window()->frameTopLeftPoint().x(), window->window()->frameTopLeftPoint().y());
+    EXPECT_EQ(queue_.outputWindows().size(), 2U * windows);
+    EXPECT_EQ(places.size(), 2U * windows);
+}
+
 TEST_F(TaskQueue, TaskThatDroppedItsResultsOpensNoWindow)
 {
     const auto tasks = addTasks(1);
@@ -367,10 +418,11 @@ namespace {
 class FaultyDesktop : public Desktop
 {
 public:
-    void setBadgeLabel(const OptionalText&) override {}
+    void setBadgeLabel(const OptionalText&) override { badgeFault(); }
     void requestUserAttention(int) override { fault(); }
     void terminate() override {}
-    std::function<void()> fault;
+    std::function<void()> fault = [] {};
+    std::function<void()> badgeFault = [] {};
 };
 
 } // namespace
@@ -399,6 +451,19 @@ TEST_F(TaskQueue, OtherExceptionsReachTheirCallerWithTheQueueReset)
     EXPECT_THROW(tasks[1]->finish(), std::logic_error);
     installDesktop(&desktop_);
     EXPECT_EQ(queue_.activeTask(), 0);
+    EXPECT_EQ(queue_.lowestActivePosition(), 0);
+}
+
+TEST_F(TaskQueue, OtherExceptionsUnderTheLockLeaveItHeldAndTheQueueReset)
+{
+    FaultyDesktop faulty;
+    const auto tasks = addTasks(2);
+    tasks[0]->finish();
+    faulty.badgeFault = [] { throw std::logic_error("not ours"); };
+    installDesktop(&faulty);
+    EXPECT_THROW(tasks[1]->finish(), std::logic_error);
+    installDesktop(&desktop_);
+    EXPECT_TRUE(queue_.lock().isHeld());
     EXPECT_EQ(queue_.lowestActivePosition(), 0);
 }
 
@@ -529,6 +594,36 @@ TEST_F(TaskQueue, LastWithdrawalInAHeldQueueEndsTheRun)
     queue_.withdrawTask(first);
     EXPECT_TRUE(queue_.panelArray().empty());
     EXPECT_FALSE(queue_.panel()->isVisible());
+    EXPECT_TRUE(first->hadResults) << "somebody was inside it";
+}
+
+TEST_F(TaskQueue, ATaskThatIsBeingWithdrawnIsNotStartedByAReportThatComesMeanwhile)
+{
+    class Overtaken : public TestTask
+    {
+    public:
+        static std::shared_ptr<Overtaken> make(ZOLTTaskQueue* queue)
+        {
+            std::shared_ptr<Overtaken> task(new Overtaken);
+            task->setUpWithQueue(queue);
+            return task;
+        }
+        void stopTask(Sender sender) override
+        {
+            meanwhile();
+            TestTask::stopTask(sender);
+            reportCompleted();
+        }
+        std::function<void()> meanwhile;
+    };
+    setLimit(1);
+    const auto running = addTasks(1)[0];
+    const auto task = Overtaken::make(&queue_);
+    task->meanwhile = [&] { running->finish(); };
+    queue_.addTask(task);
+    EXPECT_TRUE(queue_.withdrawTask(task));
+    EXPECT_EQ(task->starts, 0);
+    EXPECT_EQ(queue_.taskCount(), 0);
 }
 
 TEST_F(TaskQueue, AWithdrawnTaskIsCancelledAndNotCountedDown)

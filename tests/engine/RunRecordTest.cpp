@@ -152,6 +152,17 @@ TEST_F(RunRecordTest, SizesAreAskedForAgainWhereNoThreadWasToBeHad)
     second->finish();
 }
 
+TEST_F(RunRecordTest, LastRowOfARunKnowsWhichLinesOfItsReportAreAboutMissingFiles)
+{
+    const auto task = add(u"/a/1.md5"_s);
+    task->keepsReport = true;
+    task->results()->appendResults(u"1.wav : not there"_s);
+    task->results()->noteMissing(u"1.wav : not there"_s);
+    task->finish();
+    runPosted();
+    EXPECT_EQ(record_.current()->rows[0].missing, QSet<QString>{u"1.wav : not there"_s});
+}
+
 TEST_F(RunRecordTest, WithdrawnTaskNeverRanAndIsCanceled)
 {
     class Withdrawable : public FileTask

@@ -168,6 +168,34 @@ TEST_F(Task, FaultEndsTheTaskOnceWithItsReason)
     EXPECT_EQ(log.count(u"Exception in queue"_s), 0);
 }
 
+TEST_F(Task, EndBehindAFaultHasItsResultsToItsLastStep)
+{
+    class Faulty : public ZOLTTask
+    {
+    public:
+        static std::shared_ptr<Faulty> make(ZOLTTaskQueue* queue)
+        {
+            std::shared_ptr<Faulty> task(new Faulty);
+            task->setUpWithQueue(queue);
+            return task;
+        }
+        bool hadResults = false;
+
+    protected:
+        void finishAfterFault() override
+        {
+            setError(false); // so that its row is swept
+            ZOLTTask::finishAfterFault();
+            hadResults = results() != nullptr;
+        }
+    };
+    const auto task = Faulty::make(&queue_);
+    queue_.addTask(task);
+    task->endAfterFault(u"why"_s);
+    EXPECT_TRUE(task->hadResults);
+    EXPECT_EQ(task->results(), nullptr);
+}
+
 TEST_F(Task, FollowingTaskIsQueuedOnTheMainThreadWhenTheSetHasEnded)
 {
     const auto second = TestTask::make(&queue_);

@@ -21,9 +21,10 @@ namespace {
 class BlockingTask : public ZOLTThreadTask
 {
 public:
-    static std::shared_ptr<BlockingTask> make(ZOLTTaskQueue* queue, const QStringList& arguments)
+    static std::shared_ptr<BlockingTask> make(ZOLTTaskQueue* queue, const QStringList& arguments,
+                                              const ThreadEnd& end = {})
     {
-        std::shared_ptr<BlockingTask> task(new BlockingTask);
+        std::shared_ptr<BlockingTask> task(new BlockingTask(end));
         task->setUpThreadTask(queue);
         task->arguments_ = arguments;
         task->showTitle(u"blocking"_s);
@@ -32,19 +33,25 @@ public:
     QString heard() const { return get(heard_); }
     std::atomic<bool> onMain = false;
     QString toolPath = fakeTool();
+    std::function<void()> atCleanup = [] {};
 
+    void cleanup() override { atCleanup(); }
     void processTaskOutput(const OptionalText& output) override
     {
         put(heard_, heard() + textOrEmpty(output));
         appendResults(output);
     }
 
+    bool fails = false;
+
 protected:
+    explicit BlockingTask(const ThreadEnd& end) : ZOLTThreadTask(end) {}
     void doStartTask() override
     {
         onMain = isMainThread();
         beginRow();
         runTool({.tool = toolPath, .arguments = arguments_});
+        if (fails) setError(true);
         stopTask(nullptr);
     }
 
@@ -95,14 +102,41 @@ TEST_F(ThreadTask, FailureKeepsTheTextForAWindow)
 TEST_F(ThreadTask, EndedTasksKeepNoDescriptorsWhileTheirRowsStay)
 {
     const LogCapture log;
-    const auto runOne = [this] {
-        queue_.addTask(BlockingTask::make(&queue_, {u"exit"_s, u"1"_s}));
-        finish();
-        return QDir(u"/proc/self/fd"_s).count();
+    for (const ThreadEnd& end : {ThreadEnd(), ThreadEnd{.waits = ThreadEnd::Waits::No, .readsStatus = false}}) {
+        const auto runOne = [&] {
+            const auto task = BlockingTask::make(&queue_, {}, end);
+            task->fails = true;
+            queue_.addTask(task);
+            finish();
+            return QDir(u"/proc/self/fd"_s).count();
+        };
+        const auto before = runOne();
+        EXPECT_EQ(runOne(), before);
+        EXPECT_EQ(runOne(), before);
+    }
+}
+
+TEST_F(ThreadTask, CleanupOfACancelAndOfTheThreadNeverRunAtOnce)
+{
+    const LogCapture log;
+    const auto task = BlockingTask::make(&queue_, {}, {.runsCleanup = true});
+    std::atomic<int> inside = 0, runs = 0;
+    std::atomic<bool> overlapped = false;
+    task->atCleanup = [&] {
+        overlapped = overlapped || ++inside > 1;
+        ++runs;
+        while (!task->cancelled())
+            std::this_thread::yield();
+        for (int chance = 0; chance < 20000; ++chance) // for the other to come in
+            std::this_thread::yield();
+        --inside;
     };
-    const auto before = runOne();
-    EXPECT_EQ(runOne(), before);
-    EXPECT_EQ(runOne(), before);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return runs == 1; }));
+    task->cancelTask(nullptr);
+    finish();
+    EXPECT_EQ(runs, 2);
+    EXPECT_FALSE(overlapped);
 }
 
 TEST_F(ThreadTask, CancelIsSeenAtTheNextPieceWhichIsDroppedAndTheToolRunsToItsEnd)

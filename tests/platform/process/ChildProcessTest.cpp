@@ -50,6 +50,7 @@ TEST(ChildProcess, BothStreamsArriveInTheOrderWritten)
 
 TEST(ChildProcess, StatusIsTheExitStatusOnceItHasEnded)
 {
+    const auto registered = childRegistry().count();
     const auto process = fakeProcess({u"exit"_s, u"7"_s});
     EXPECT_NE(process->terminationStatus(), 0);
     process->launch();
@@ -57,6 +58,7 @@ TEST(ChildProcess, StatusIsTheExitStatusOnceItHasEnded)
     EXPECT_FALSE(process->isRunning());
     EXPECT_EQ(process->terminationStatus(), 7);
     EXPECT_EQ(process->terminationReason(), ChildProcess::TerminationReason::Exit);
+    EXPECT_EQ(childRegistry().count(), registered) << "its number may be another's by now";
 }
 
 TEST(ChildProcess, DeathBySignalGivesTheSignalAsStatus)
@@ -290,7 +292,10 @@ TEST(ChildProcess, WaitersThatThrowOutputAwayDoNotWaitForMoreOfIt)
         const QTemporaryDir directory;
         const QString go = directory.filePath(u"go"_s);
         // What it leaves behind holds the pipe open: a read of an empty pipe would wait for that.
-        const auto process = fakeProcess({u"out"_s, u"text"_s, u"child"_s, u"wait-file"_s, go});
+        QStringList arguments;
+        for (int piece = 0; piece < 50; ++piece)
+            arguments << u"out"_s << u"text"_s;
+        const auto process = fakeProcess(arguments + QStringList{u"child"_s, u"wait-file"_s, go});
         process->launch();
         process->discardRemainingOutput();
         std::atomic<int> returned = 0;

@@ -128,6 +128,7 @@ TEST(FileHandle, HandleGoneOnAnotherThreadClosesItsPipe)
         pipe.reset();
         handle.reset();
     }).join();
+    EXPECT_NE(::fcntl(descriptor, F_GETFD), -1) << "its watcher would meet another file under this number";
     test::runPosted();
     EXPECT_EQ(::fcntl(descriptor, F_GETFD), -1);
 }

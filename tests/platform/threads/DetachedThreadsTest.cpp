@@ -18,6 +18,19 @@ TEST(DetachedThreads, AreWaitedForWithThoseTheyStart)
     EXPECT_EQ(detachedThreadCount(), 0);
 }
 
+TEST(DetachedThreads, WhatTheirWorkOwnsIsGoneOnceTheyHaveBeenWaitedFor)
+{
+    std::atomic<bool> gone = false;
+    std::shared_ptr<void> slow(nullptr, [&](void*) {
+        for (int chance = 0; chance < 20000; ++chance) // for the wait to end before
+            std::this_thread::yield();
+        gone = true;
+    });
+    detachThread([owned = std::move(slow)] {});
+    waitForDetachedThreads();
+    EXPECT_TRUE(gone);
+}
+
 TEST(DetachedThreads, MainThreadDoesWhatTheyHandOverWhileItWaits)
 {
     std::atomic<bool> done = false;

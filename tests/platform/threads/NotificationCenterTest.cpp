@@ -16,6 +16,29 @@ TEST(NotificationCenter, ObserverHearsItsSenderOrAny)
     centre.post({u"m"_s, &sender, 100});
     EXPECT_EQ(own, 1);
     EXPECT_EQ(any, 12);
+    centre.post({u"n"_s, nullptr, 100});
+    EXPECT_EQ(any, 112) << "once, where nobody is named as the sender";
+}
+
+TEST(NotificationCenter, ThreadsComeAndGoWhileOthersPost)
+{
+    NotificationCenter centre;
+    std::vector<std::thread> threads;
+    std::atomic<int> heard = 0;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([&] {
+            int sender = 0;
+            for (int round = 0; round < 500; ++round) {
+                centre.addObserver(&sender, u"n"_s, &sender, [&](const Notification&) { ++heard; });
+                centre.post({u"n"_s, &sender, {}});
+                centre.removeObserver(&sender, u"n"_s, &sender);
+            }
+        });
+    }
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(heard, 2000);
+    EXPECT_EQ(centre.observerCount(u"n"_s), 0U);
 }
 
 TEST(NotificationCenter, RemovedObserverHearsNothingMore)
