@@ -77,6 +77,18 @@ TEST(ShntoolDialect, PassesALineThatBeginsWithNoWord)
               QByteArrayList({"\b 42% ", "\b\b 43% ", "OK\n", "     0:20.00 ", "x\n"}));
 }
 
+TEST(ShntoolDialect, CutsNoCharacterOfATable)
+{
+    const QByteArray table = "    length     size\n     0:20.00   35280  B--   -xx  flac  1.0  /s/ü Ночь 🎶.flac\n";
+    everyCut(table, [&](const QList<QByteArray>& pieces) {
+        QString text;
+        for (const QByteArray& piece : completed(pieces))
+            text += decodeUtf8(piece).value_or(u"(lost)"_s);
+        EXPECT_EQ(text, QString::fromUtf8(table));
+    });
+    EXPECT_EQ(completed({"  a\xc3"}), QByteArrayList({"  a", "\xc3"})) << "but for the end of output";
+}
+
 TEST(ShntoolDialect, TakesAColonInANameForNoEnd)
 {
     EXPECT_EQ(completed({"Joining [/s/a : b.wav] ", "(0:01.00) --> [/o/joined.flac] (0:02.00) : ", "50% "}),

@@ -21,6 +21,20 @@ bool beginsHead(const QByteArray& text, qsizetype at)
     return (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z');
 }
 
+/// How many bytes at the end begin a UTF-8 character whose rest is missing: 0 to 3.
+qsizetype cutCharacterLength(QByteArrayView bytes)
+{
+    constexpr qsizetype most = 3;
+    for (qsizetype length = 1; length <= std::min(most, bytes.size()); ++length) {
+        const auto byte = uchar(bytes[bytes.size() - length]);
+        if (byte >= 0x80 && byte < 0xc0) continue; // the lead byte stands further ahead
+        if (byte < 0xc2 || byte > 0xf4) return 0;
+        const qsizetype whole = byte < 0xe0 ? 2 : byte < 0xf0 ? 3 : 4;
+        return length < whole ? length : 0;
+    }
+    return 0;
+}
+
 bool isBackspaces(const QByteArray& text)
 {
     return text.count('\b') == text.size();
@@ -40,7 +54,7 @@ qsizetype ShntoolDialect::wholeUpTo()
         if (end >= 0) behindHead = end;
         if (lineEnd < 0) {
             inHead_ = behindHead < 0 && inHead;
-            return behindHead >= 0 ? behindHead : inHead ? at : held_.size();
+            return behindHead >= 0 ? behindHead : inHead ? at : held_.size() - cutCharacterLength(held_);
         }
         at = lineEnd + 1;
     }
