@@ -1,4 +1,5 @@
 #include "shntool/CuredCall.h"
+#include "shntool/KnownEndings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -32,4 +33,26 @@ TEST(CuredCall, OtherCallsStayAsTheyAre)
 {
     EXPECT_EQ(curedCall({"len", "fix"}), Arguments({"len", "fix"}));
     EXPECT_EQ(curedCall({}), Arguments());
+}
+
+TEST(KnownNames, AreThoseWhoseEndingTheToolDrops)
+{
+    using zolt::companion::knownName;
+    EXPECT_EQ(knownName("/s/A b.WAV"), "A b.wav");
+    EXPECT_EQ(knownName("a.Flac"), "a.flac");
+    EXPECT_EQ(knownName("a.b.aif"), "a.b.aiff");
+    EXPECT_EQ(knownName("A.AIF"), "A.aiff");
+    EXPECT_EQ(knownName("/s.WAV/a.wav"), std::nullopt);
+    EXPECT_EQ(knownName("a.MP3"), std::nullopt);
+    EXPECT_EQ(knownName("WAV"), std::nullopt);
+}
+
+TEST(KnownNames, ConcernTheFilesOfFixAlone)
+{
+    using zolt::companion::keepsEndings;
+    EXPECT_TRUE(keepsEndings({"fix", "-d", "/o", "-k", "a.wav", "B.WAV"}));
+    EXPECT_TRUE(keepsEndings({"fix", "--", "-B.WAV"}));
+    EXPECT_FALSE(keepsEndings({"fix", "-d", "/o.WAV", "a.wav"})) << "a folder";
+    EXPECT_FALSE(keepsEndings({"len", "B.WAV"}));
+    EXPECT_FALSE(keepsEndings({}));
 }

@@ -171,3 +171,29 @@ TEST_F(ShntoolCompanion, FindsTheToolBehindCompanionsOnThePath)
     environment_.insert(u"PATH"_s, in(u"bin"_s) + u':' + in(u"other"_s) + u":/usr/bin"_s);
     EXPECT_EQ(companion({u"len"_s, u"-h"_s}).output, run(u"/usr/bin/shntool"_s, {u"len"_s, u"-h"_s}).output);
 }
+
+TEST_F(ShntoolCompanion, FixNamesOutputsWithoutEndingsInCapitalsToo)
+{
+    environment_.insert(u"TMPDIR"_s, in(QString()));
+    ASSERT_TRUE(QDir(in(QString())).mkpath(u"out"_s));
+    const auto ragged = [this](const QString& name) { return sample(name, 44100, 16, 2, 0.51); };
+    ASSERT_TRUE(QFile::rename(ragged(u"up.wav"_s), in(u"up.WAV"_s)));
+    ASSERT_TRUE(QFile::rename(ragged(u"b.aiff"_s), in(u"b.aif"_s)));
+    const Outcome outcome = companion(
+        {u"fix"_s, u"-k"_s, u"-d"_s, u"out"_s, u"-o"_s, u"wav"_s, u"up.WAV"_s, u"b.aif"_s, ragged(u"c.wav"_s)});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors.toStdString();
+    EXPECT_EQ(QDir(in(u"out"_s)).entryList(QDir::Files, QDir::Name),
+              QStringList({u"b.wav"_s, u"c.wav"_s, u"up.wav"_s}));
+    EXPECT_TRUE(QFile::exists(in(u"up.WAV"_s)));
+    expectNoTraces();
+}
+
+TEST_F(ShntoolCompanion, FixGivesASecondFileOfOneNameAsItIs)
+{
+    standIn(u"printf '<%s>' \"$@\"\n"_s);
+    environment_.insert(u"TMPDIR"_s, in(QString()));
+    const QByteArray told = companion({u"fix"_s, in(u"x/a.WAV"_s), in(u"y/a.WAV"_s)}).output;
+    EXPECT_TRUE(told.contains("/a.wav>")) << told.toStdString();
+    EXPECT_TRUE(told.contains("/y/a.WAV>")) << told.toStdString();
+    expectNoTraces();
+}

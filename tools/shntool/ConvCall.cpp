@@ -6,7 +6,7 @@ namespace zolt::companion {
 
 namespace {
 
-/// The options of "conv" that take the next argument as their text.
+/// The options that take the next argument as their text.
 constexpr char optionsWithText[] = "FOPadiorz";
 
 bool isOption(const std::string& argument, char letter)
@@ -14,12 +14,12 @@ bool isOption(const std::string& argument, char letter)
     return argument == std::string("-") + letter;
 }
 
+} // namespace
+
 bool takesText(const std::string& argument)
 {
     return argument.size() == 2 && argument[0] == '-' && std::strchr(optionsWithText, argument[1]);
 }
-
-} // namespace
 
 std::optional<ConvCall> namedOutputCall(const Arguments& arguments)
 {

@@ -18,6 +18,9 @@ struct ConvCall
     std::size_t folderIndex = 0; ///< where in `arguments` the folder is to be filled in
 };
 
+/// Whether the next argument is the text of this one, an option of any of the tool's modes.
+bool takesText(const std::string& argument);
+
 /// Reads a call as the real tool would: the text behind an option that takes one is never an option itself, and
 /// nothing behind "--" is.
 /// @param arguments  without the program's name

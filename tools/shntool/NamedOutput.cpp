@@ -1,6 +1,7 @@
 #include "shntool/NamedOutput.h"
 
 #include "ToolRun.h"
+#include "shntool/OwnFolder.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -22,42 +23,6 @@ int failed(const std::string& what)
     std::fprintf(stderr, "shntool [conv]: error: %s\n", what.c_str());
     return 1;
 }
-
-/// A new folder that goes with all it holds.
-class OwnFolder
-{
-public:
-    explicit OwnFolder(const fs::path& parent) : path_((parent / ".zolt-shntool-XXXXXX").string())
-    {
-        made_ = ::mkdtemp(path_.data()) != nullptr;
-    }
-    ~OwnFolder()
-    {
-        std::error_code ignored;
-        if (made_) fs::remove_all(path_, ignored);
-    }
-    OwnFolder(const OwnFolder&) = delete;
-    OwnFolder& operator=(const OwnFolder&) = delete;
-
-    explicit operator bool() const { return made_; }
-    const std::string& path() const { return path_; }
-
-    /// The one file in the folder; empty if there is none or more than one.
-    fs::path onlyFile() const
-    {
-        std::error_code ignored;
-        fs::path found;
-        for (const auto& entry : fs::directory_iterator(path_, ignored)) {
-            if (!found.empty()) return {};
-            found = entry.path();
-        }
-        return found;
-    }
-
-private:
-    std::string path_;
-    bool made_ = false;
-};
 
 bool moveTo(const std::string& output, const fs::path& result, bool overwrites)
 {

@@ -3,6 +3,7 @@
 
 #include "RealTool.h"
 #include "shntool/CuredCall.h"
+#include "shntool/KnownEndings.h"
 #include "shntool/NamedOutput.h"
 #include "shntool/PreloadedObject.h"
 
@@ -37,7 +38,9 @@ int main(int argc, char** argv)
     preloadObject();
     const Arguments given(argv + (argc > 0), argv + argc);
     if (const auto call = namedOutputCall(given)) return convertToNamedOutput(*tool, argv[0], *call);
-    becomeTool(*tool, vectorOf(argv[0], curedCall(given)).data());
+    const Arguments cured = curedCall(given);
+    if (keepsEndings(cured)) return runOnKnownNames(*tool, argv[0], cured);
+    becomeTool(*tool, vectorOf(argv[0], cured).data());
     std::fprintf(stderr, "shntool: error: cannot start \"%s\": %s\n", tool->c_str(), std::strerror(errno));
     return 126;
 }
