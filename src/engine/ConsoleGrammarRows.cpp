@@ -161,6 +161,7 @@ const ConsoleGrammar ConsoleGrammar::shntoolTrim{.markers = {u"%"_s},
                                                  .namesRow = false,
                                                  .headWords = {u"Scanning"_s, u"Trimming"_s},
                                                  .closingWords = {u"ERROR"_s, u"OK"_s}};
+// Heads with "Post-Padding" and "Stripping" have no effect: no headWords.
 const ConsoleGrammar ConsoleGrammar::shntoolPad{
     .markers = {u"%"_s}, .steps = {{u"%"_s, 0}}, .status = u"Padding: {digits}%"_s};
 const ConsoleGrammar ConsoleGrammar::shntoolStrip = shntoolPad; // kept: this one says "Padding" too

@@ -71,6 +71,11 @@ const std::vector<Expected>& rows()
         {"shnEncode", G::shnEncode, u"\b\b 25% "_s, 25, u"Encoding to SHN: 25.000000%"_s, -1, 1, true},
         {"shnToFlac", G::shnToFlac, u"\b\b 25% "_s, 25, u"Encoding APE to Flac:  25%"_s, -1, 1, true},
         {"shnToWavDecoding", G::shnToWavDecoding, u"\b 25% "_s, 25, u"Decoding to WAV: 25.000000%"_s, -1, 1, false},
+        {"shntoolJoin", G::shntoolJoin, u"\b\b 25% "_s, 25, u"Joining Files:  25%"_s, -1, 1, false},
+        {"shntoolPad", G::shntoolPad, u"\b\b 25% "_s, 25, u"Padding:  25%"_s, -1, 1, true},
+        {"shntoolSplit", G::shntoolSplit, u"\b\b 25% "_s, 25, u"Splitting:  25%"_s, -1, 1, true},
+        {"shntoolStrip", G::shntoolStrip, u"\b\b 25% "_s, 25, u"Padding:  25%"_s, -1, 1, true},
+        {"shntoolTrim", G::shntoolTrim, u"\b\b 25% "_s, 25, u"APE Files:  25%"_s, -1, 1, false},
         {"shnToWavEncoding", G::shnToWavEncoding, u"\b 25% "_s, 25, u"Encoding to WAV: 25.000000%"_s, -1, 1, false},
     };
     return table;
