@@ -7,6 +7,13 @@ namespace zolt {
 
 using namespace Qt::StringLiterals;
 
+QString nameOf(const ZOLTTask& task)
+{
+    const QString name = task.title().isEmpty() ? task.textField()->stringValue() : task.title();
+    const QString file = path::lastComponent(task.source());
+    return name.contains(file) ? name : name + u": "_s + file;
+}
+
 Outcome outcomeOf(const ZOLTTask& task)
 {
     if (task.cancelled()) return Outcome::Canceled;

@@ -14,6 +14,10 @@ namespace zolt {
 
 class ZOLTTask;
 
+/// What a row is called: the task's title, or the name line of a task without one; with the name of its source behind
+/// where that tells it from others of its kind.
+QString nameOf(const ZOLTTask& task);
+
 /// Where a row stands; from Complete on it has ended.
 enum class Outcome { Waiting, Running, Complete, Failed, Canceled };
 
@@ -28,7 +32,7 @@ Outcome outcomeOf(const ZOLTTask& task);
 /// One task of a run.
 struct RunRow
 {
-    QString title;
+    QString title;                       ///< as nameOf
     QString source;                      ///< full path; empty where the task works on no file, or on several
     qint64 bytes = RunProgress::unknown; ///< of the source
     Outcome outcome = Outcome::Waiting;

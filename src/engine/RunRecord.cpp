@@ -152,7 +152,7 @@ void RunRecord::add(const Event& event)
 {
     if (!running_) beginRun(event.at);
     auto& rows = runs_.back()->rows;
-    RunRow& row = rows.emplace_back(RunRow{.title = event.task->title(), .source = event.task->source()});
+    RunRow& row = rows.emplace_back(RunRow{.title = nameOf(*event.task), .source = event.task->source()});
     row.task = event.task;
     open_[event.task.get()] = {.row = &row};
     weights_.add(row.bytes);

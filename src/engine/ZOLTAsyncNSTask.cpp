@@ -163,6 +163,7 @@ void ZOLTAsyncNSTask::finishAfterFault()
 
 QString ZOLTAsyncNSTask::source() const
 {
+    if (title().isEmpty()) return {};
     const QString ending = u'/' + title();
     const auto found = std::find_if(arguments_.begin(), arguments_.end(),
                                     [&ending](const QString& argument) { return argument.endsWith(ending); });

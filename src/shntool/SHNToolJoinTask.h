@@ -5,6 +5,7 @@
 
 namespace zolt {
 
+/// Kept: the file in work is shown alone, `fileName` stays empty.
 class SHNToolJoinTask : public SHNToolProgressTask
 {
 public:

@@ -12,11 +12,10 @@ public:
     static std::shared_ptr<SHNToolPadTask> initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue,
                                                                                      const QString& launchPath,
                                                                                      const QStringList& arguments);
-    const QString& fileName() const { return fileName_; }
+    QString source() const override { return fileName_; }
 
 private:
     SHNToolPadTask() : SHNToolProgressTask(ConsoleGrammar::shntoolPad) {}
-    QString fileName_;
 };
 
 } // namespace zolt

@@ -13,6 +13,9 @@ public:
     void processTaskOutput(const OptionalText& output) override;
     void cleanup() override;
 
+    /// The file in work, as each class tells it.
+    const QString& fileName() const { return fileName_; }
+
 protected:
     /// How the head of a line names the file in work.
     struct FileNaming
@@ -32,6 +35,8 @@ protected:
     virtual void lookAtHead(const QString&) {}
     /// What {subject} in the status stands for.
     virtual QString subject() const { return {}; }
+
+    QString fileName_;
 
 private:
     const ConsoleGrammar& grammar_;

@@ -10,6 +10,7 @@ SHNToolStripTask::initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue
 {
     std::shared_ptr<SHNToolStripTask> task(new SHNToolStripTask);
     task->setUpProgressTask(queue, launchPath, arguments, u"Running SHNTool Strip"_s);
+    task->fileName_ = arguments.value(arguments.size() - 1);
     return task;
 }
 

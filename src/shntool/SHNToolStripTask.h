@@ -8,9 +8,11 @@ namespace zolt {
 class SHNToolStripTask : public SHNToolProgressTask
 {
 public:
+    /// @param arguments  the file stands last
     static std::shared_ptr<SHNToolStripTask> initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue,
                                                                                        const QString& launchPath,
                                                                                        const QStringList& arguments);
+    QString source() const override { return fileName_; }
 
 private:
     SHNToolStripTask() : SHNToolProgressTask(ConsoleGrammar::shntoolStrip) {}

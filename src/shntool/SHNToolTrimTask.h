@@ -13,7 +13,6 @@ public:
                                                                                       const QStringList& arguments);
     /// What is under way: "Trimming" or "Scanning".
     const QString& operation() const { return operation_; }
-    const QString& fileName() const { return fileName_; }
 
 protected:
     void lookAtHead(const QString& text) override;
@@ -21,7 +20,6 @@ protected:
 
 private:
     SHNToolTrimTask() : SHNToolProgressTask(ConsoleGrammar::shntoolTrim) {}
-    QString fileName_;
     QString operation_ = QStringLiteral("Trimming");
 };
 

@@ -1,4 +1,5 @@
 #include "ShntoolFixture.h"
+#include "engine/Run.h"
 #include "platform/errors/Exceptions.h"
 #include "shntool/SHNToolJoinTask.h"
 #include "shntool/SHNToolPadTask.h"
@@ -47,6 +48,24 @@ TEST(ProgressTasks, SayWhatTheyAreWhileTheyWait)
     EXPECT_EQ(pad->title(), u"a b.wav"_s);
     EXPECT_EQ(pad->fileName(), u"/s/a b.wav"_s);
     EXPECT_THROW(made<SHNToolPadTask>(padArguments.first(7)), RangeException);
+}
+
+TEST(ProgressTasks, OfOneFileTellTheirSource)
+{
+    const auto pad = made<SHNToolPadTask>();
+    const auto strip = made<SHNToolStripTask>();
+    for (const std::shared_ptr<ZOLTTask>& task : {std::shared_ptr<ZOLTTask>(pad), std::shared_ptr<ZOLTTask>(strip)}) {
+        task->setTitle(u"title"_s);
+        EXPECT_EQ(task->source(), u"/s/a b.wav"_s);
+        EXPECT_EQ(nameOf(*task), u"title: a b.wav"_s);
+    }
+}
+
+TEST(ProgressTasks, JoinHasANameAndNoSourceThoughItsFolderEndsInASlash)
+{
+    const auto join = made<SHNToolJoinTask>({u"join"_s, u"-d"_s, u"/tmp/out/"_s, u"/s/a.wav"_s, u"/s/b.wav"_s});
+    EXPECT_EQ(join->source(), QString());
+    EXPECT_EQ(nameOf(*join), u"Joining Files"_s);
 }
 
 TEST(ProgressTasks, TrimFollowsWhatIsUnderWay)

@@ -139,7 +139,7 @@ QString LiveRows::region(int width, int height)
 QString LiveRows::runningLine(const ZOLTTask& task, int width)
 {
     const QString status = onOneLine(task.topTextField()->stringValue());
-    return cutTo(bar(*task.progressIndicator()) + u' ' + onOneLine(task.title()) + u"  "_s + status, width);
+    return cutTo(bar(*task.progressIndicator()) + u' ' + onOneLine(nameOf(task)) + u"  "_s + status, width);
 }
 
 QString LiveRows::cutTo(const QString& text, int width)
