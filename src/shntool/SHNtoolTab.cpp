@@ -4,6 +4,7 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/controls/DefaultsBinding.h"
 #include "platform/desktop/Panels.h"
+#include "platform/errors/Exceptions.h"
 #include "platform/files/TextFile.h"
 #include "platform/threads/NotificationCenter.h"
 #include "shell/Constants.h"
@@ -60,6 +61,11 @@ QStringList lastComponents(const QStringList& files)
     return names;
 }
 
+QString tool(const BaseTab& tab)
+{
+    return path::appendingComponent(tab.pathToCommandLineTools(), u"shntool"_s);
+}
+
 void animate(const ZOLTTask& task)
 {
     task.progressIndicator()->setIndeterminate(true);
@@ -109,16 +115,27 @@ QString SHNtoolTab::lenType() const
     return shnLenMatrix->selectedCell().title;
 }
 
-QString SHNtoolTab::tool() const
+template <class Task> std::shared_ptr<Task> SHNtoolTab::made(const QStringList& arguments) const
 {
-    return path::appendingComponent(pathToCommandLineTools(), u"shntool"_s);
+    return Task::initAsyncTaskWithQueueLaunchPathArguments(taskQueue(), tool(*this), arguments);
+}
+
+std::optional<SHNtoolTab::Writing> SHNtoolTab::chooseWriting() const
+{
+    const QString wanted = format();
+    const OptionalText folder = chooseOutputFolder();
+    return folder ? std::optional(Writing{wanted, *folder}) : std::nullopt;
 }
 
 OptionalText SHNtoolTab::chooseSplitPointFile() const
 {
-    const auto chosen = panels().openPanel(
-        {.title = u"Choose file with split point data"_s, .prompt = {}, .fileTypes = {u"cue"_s, u"txt"_s}});
-    return chosen && !chosen->isEmpty() ? OptionalText(chosen->first()) : std::nullopt;
+    try {
+        const auto chosen = panels().openPanel(
+            {.title = u"Choose file with split point data"_s, .prompt = {}, .fileTypes = {u"cue"_s, u"txt"_s}});
+        return chosen && !chosen->isEmpty() ? OptionalText(chosen->first()) : std::nullopt;
+    } catch (const PlatformException&) {
+        return std::nullopt;
+    }
 }
 
 int SHNtoolTab::getMaxTrackNamesLength(const QStringList& names)
@@ -152,7 +169,7 @@ void SHNtoolTab::handleSHNtoolCue()
     const OptionalText sheet = openSavePanelTitle(u"cuesheet.cue"_s, u"Save CUE sheet as"_s);
     if (!sheet) return;
     const auto task = ZOLTAsyncNSTaskFileOutputRedirection::initWithFileNameQueueLaunchPathArguments(
-        *sheet, taskQueue(), tool(), QStringList{u"cue"_s, u"-c"_s} + fileNames().copy());
+        *sheet, taskQueue(), tool(*this), QStringList{u"cue"_s, u"-c"_s} + fileNames().copy());
     task->setTitle(u"Creating CUE sheet"_s);
     task->setSubTitle(u"Processing"_s);
     taskQueue()->addTask(task);
@@ -160,82 +177,69 @@ void SHNtoolTab::handleSHNtoolCue()
 
 void SHNtoolTab::handleSHNtoolJoin()
 {
-    const QString wanted = format();
-    const OptionalText folder = chooseOutputFolder();
-    if (!folder) return;
-    taskQueue()->addTask(SHNToolJoinTask::initAsyncTaskWithQueueLaunchPathArguments(
-        taskQueue(), tool(),
-        QStringList{u"join"_s, u"-o"_s, wanted, u"-n"_s, u"-d"_s, *folder, u"-O"_s, u"never"_s} + fileNames().copy()));
-}
-
-QString SHNtoolTab::unreadable(const QString& path)
-{
-    return u"%1 is not UTF-8; save it as UTF-8"_s.arg(path::lastComponent(path));
+    const auto to = chooseWriting();
+    if (!to) return;
+    taskQueue()->addTask(made<SHNToolJoinTask>(
+        QStringList{u"join"_s, u"-o"_s, to->format, u"-n"_s, u"-d"_s, to->folder, u"-O"_s, u"never"_s} +
+        fileNames().copy()));
 }
 
 void SHNtoolTab::handleSHNtoolSplit()
 {
+    splitPointProblem_.clear();
     const OptionalText points = chooseSplitPointFile();
     if (!points) return;
-    const QString wanted = format();
-    const OptionalText folder = chooseOutputFolder();
-    if (!folder) return;
+    const auto to = chooseWriting();
+    if (!to) return;
     const OptionalText text = readTextInThreeTries(*points, UnreadableLine::PathTextAndReason);
-    splitPointProblem_ = text ? QString() : unreadable(*points);
-    if (!text) return;
+    if (!text) {
+        splitPointProblem_ = unreadableTextInWords(*points);
+        return;
+    }
     const QString file = fileNames().at(0);
-    const auto task = SHNToolSplitTask::initAsyncTaskWithQueueLaunchPathArguments(
-        taskQueue(), tool(), {u"split"_s, u"-f"_s, *points, u"-o"_s, wanted, u"-d"_s, *folder, file});
+    const auto task =
+        made<SHNToolSplitTask>({u"split"_s, u"-f"_s, *points, u"-o"_s, to->format, u"-d"_s, to->folder, file});
     task->setTitle(path::lastComponent(file));
-    task->setTrackTitleMap(trackTitles(*text, wanted));
-    task->setOutputPath(*folder);
+    task->setTrackTitleMap(trackTitles(*text, to->format));
+    task->setOutputPath(to->folder);
     taskQueue()->addTask(task);
 }
 
-void SHNtoolTab::queueEach(const QString& command)
+template <class Task> void SHNtoolTab::queueEach(const QString& command, const QString& title)
 {
-    const QString wanted = format();
-    const OptionalText folder = chooseOutputFolder();
-    if (!folder) return;
+    const auto to = chooseWriting();
+    if (!to) return;
     for (const QString& file : fileNames().copy()) {
-        // A pad task takes its file by its place in here.
-        const QStringList arguments{command, u"-d"_s, *folder, u"-o"_s, wanted, u"-O"_s, u"never"_s, file};
-        std::shared_ptr<ZOLTTask> task;
-        if (command == C::PAD)
-            task = SHNToolPadTask::initAsyncTaskWithQueueLaunchPathArguments(taskQueue(), tool(), arguments);
-        else
-            task = SHNToolStripTask::initAsyncTaskWithQueueLaunchPathArguments(taskQueue(), tool(), arguments);
-        task->setTitle(command == C::PAD ? u"Running SHNTool Pad"_s : u"Running SHNTool Strip"_s);
+        // The tasks take their file by its place in here.
+        const auto task = made<Task>({command, u"-d"_s, to->folder, u"-o"_s, to->format, u"-O"_s, u"never"_s, file});
+        task->setTitle(title);
         taskQueue()->addTask(task);
     }
 }
 
 void SHNtoolTab::handleSHNtoolStrip()
 {
-    queueEach(C::STRIP);
+    queueEach<SHNToolStripTask>(C::STRIP, u"Running SHNTool Strip"_s);
 }
 
 void SHNtoolTab::handleSHNtoolPad()
 {
-    queueEach(C::PAD);
+    queueEach<SHNToolPadTask>(C::PAD, u"Running SHNTool Pad"_s);
 }
 
 void SHNtoolTab::handleSHNtoolTrim()
 {
-    const QString wanted = format();
-    const OptionalText folder = chooseOutputFolder();
-    if (!folder) return;
-    const auto task = SHNToolTrimTask::initAsyncTaskWithQueueLaunchPathArguments(
-        taskQueue(), tool(),
-        QStringList{u"trim"_s, u"-d"_s, *folder, u"-o"_s, wanted, u"-O"_s, u"never"_s} + fileNames().copy());
+    const auto to = chooseWriting();
+    if (!to) return;
+    const auto task = made<SHNToolTrimTask>(
+        QStringList{u"trim"_s, u"-d"_s, to->folder, u"-o"_s, to->format, u"-O"_s, u"never"_s} + fileNames().copy());
     task->setTitle(u"Running SHNTool Trim"_s);
     taskQueue()->addTask(task);
 }
 
 void SHNtoolTab::handleSHNtoolCompare()
 {
-    const auto task = ZOLTAsyncNSTask::initAsyncTaskWithQueueLaunchPathArguments(
-        taskQueue(), tool(), QStringList{u"cmp"_s} + fileNames().copy());
+    const auto task = made<ZOLTAsyncNSTask>(QStringList{u"cmp"_s} + fileNames().copy());
     task->setTitle(u"shntool compare"_s);
     task->topTextField()->setStringValue(u"Comparing"_s);
     task->textField()->setStringValue(u"Comparing"_s);
@@ -245,8 +249,7 @@ void SHNtoolTab::handleSHNtoolCompare()
 
 void SHNtoolTab::handleSHNtoolInfo()
 {
-    const auto task = ZOLTAsyncNSTask::initAsyncTaskWithQueueLaunchPathArguments(
-        taskQueue(), tool(), QStringList{u"info"_s} + fileNames().copy());
+    const auto task = made<ZOLTAsyncNSTask>(QStringList{u"info"_s} + fileNames().copy());
     task->setTitle(u"Running SHNTool Info"_s);
     task->textField()->setStringValue(task->title());
     animate(*task);
@@ -270,7 +273,7 @@ void SHNtoolTab::queueLenByDisc(const QStringList& files, int width)
     for (const DiscFiles& disc : filesByDisc(files)) {
         const qsizetype count = disc.files.size();
         const auto task = SHNToolLenTask::initWithResultsQueueLaunchPathArgumentsLenType(
-            results, taskQueue(), tool(), QStringList{u"len"_s} + disc.files, lenType());
+            results, taskQueue(), tool(*this), QStringList{u"len"_s} + disc.files, lenType());
         if (offset + count <= names->size()) task->setTrackNames(names->sliced(offset, count));
         task->setMaxTrackNameLength(width);
         task->setDiscNumber(disc.key);
@@ -287,7 +290,7 @@ void SHNtoolTab::handleSHNtoolLen()
     completeNames(files);
     const int width = getMaxTrackNamesLength(*names);
     if (lenType() == C::LEN_BY_DISC) return queueLenByDisc(files, width);
-    const auto task = SHNToolLenTask::initWithQueueLaunchPathArgumentsLenType(taskQueue(), tool(),
+    const auto task = SHNToolLenTask::initWithQueueLaunchPathArgumentsLenType(taskQueue(), tool(*this),
                                                                               QStringList{u"len"_s} + files, lenType());
     if (lenType() == C::LEN_BY_FILESET) {
         task->setTrackNames(*names);
@@ -329,7 +332,8 @@ Outlets SHNtoolTab::outlets() const
 QString SHNtoolTab::aboutCommand() const
 {
     const QString about = shntoolPlan::aboutCommand(command());
-    return splitPointProblem_.isEmpty() ? about : splitPointProblem_ + u"\n\n"_s + about;
+    const bool tells = command() == C::SPLIT && !splitPointProblem_.isEmpty();
+    return tells ? splitPointProblem_ + u"\n\n"_s + about : about;
 }
 
 WorkPlan SHNtoolTab::workPlan() const

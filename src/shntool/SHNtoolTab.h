@@ -46,10 +46,8 @@ public:
 
     Outlets outlets() const override;
     WorkPlan workPlan() const override;
-    /// What the selected command does and will ask for; behind a split whose file could not be read, why not.
+    /// What the selected command does and will ask for; of a split whose file could not be read, ahead of it why not.
     QString aboutCommand() const;
-    /// What a person can do about a split-point file that is in no encoding known here.
-    static QString unreadable(const QString& path);
 
     /// Stays until other names are entered: the lists that a report makes for itself do too.
     std::optional<QStringList> names;
@@ -65,8 +63,16 @@ private:
     QString command() const;
     QString format() const;
     QString lenType() const;
-    QString tool() const;
-    void queueEach(const QString& command);
+    /// Where a command writes, and what.
+    struct Writing
+    {
+        QString format;
+        QString folder;
+    };
+    /// Reads the format, then asks for the folder; nothing where that was dismissed.
+    std::optional<Writing> chooseWriting() const;
+    template <class Task> std::shared_ptr<Task> made(const QStringList& arguments) const;
+    template <class Task> void queueEach(const QString& command, const QString& title);
     void completeNames(const QStringList& files);
     void queueLenByDisc(const QStringList& files, int width);
 

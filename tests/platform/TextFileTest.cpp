@@ -92,3 +92,13 @@ TEST_F(TextFile, FoldersPipesAndHugeFilesAreRefused)
     EXPECT_EQ(read(), std::nullopt);
     EXPECT_EQ(log.count(u"too large for a text"_s), 4);
 }
+
+TEST_F(TextFile, WordsForAPersonTellEncodingFromWhatCannotBeOpened)
+{
+    EXPECT_EQ(unreadableTextInWords(path),
+              u"%1 cannot be read: No such file or directory"_s.arg(path::lastComponent(path)));
+    EXPECT_EQ(unreadableTextInWords(folder.path()),
+              u"%1 cannot be read: It is not a file."_s.arg(path::lastComponent(folder.path())));
+    EXPECT_EQ(readBack("1. Caf\xe9"), std::nullopt);
+    EXPECT_EQ(unreadableTextInWords(path), u"%1 is not UTF-8; save it as UTF-8"_s.arg(path::lastComponent(path)));
+}

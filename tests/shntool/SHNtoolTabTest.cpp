@@ -1,5 +1,6 @@
 #include "shntool/SHNtoolTab.h"
 #include "engine/ZOLTAsyncNSTaskFileOutputRedirection.h"
+#include "platform/errors/Exceptions.h"
 #include "platform/threads/NotificationCenter.h"
 #include "shntool/SHNToolJoinTask.h"
 #include "shntool/SHNToolLenTask.h"
@@ -7,6 +8,7 @@
 #include "shntool/SHNToolSplitTask.h"
 #include "shntool/SHNToolStripTask.h"
 #include "shntool/SHNToolTrimTask.h"
+#include "shntool/TrackNameInputController.h"
 #include "support/TabFixture.h"
 
 using namespace zolt;
@@ -234,6 +236,56 @@ TEST_F(SHNtoolTabTest, UnreadableSplitPointsQueueNothingAndAreToldOnThePage)
     EXPECT_TRUE(tab.aboutCommand().startsWith(u"show.cue is not UTF-8; save it as UTF-8\n"_s));
     fill({u"a.wav"_s});
     EXPECT_FALSE(tab.aboutCommand().contains(u"UTF-8"_s)) << "until the next files come";
+}
+
+TEST_F(SHNtoolTabTest, ProblemOfSplitPointsStandsWithSplitAloneUntilItIsPressedAgain)
+{
+    const auto aboutWith = [this](const QString& command) {
+        tab.shntoolCommandMatrix->selectTitle(command);
+        return tab.aboutCommand();
+    };
+    panels_.answerOpenPanel(QStringList{pathOf(u"missing.cue"_s)});
+    answerFolder();
+    fill({u"a.wav"_s});
+    press(C::SPLIT);
+    EXPECT_TRUE(aboutWith(C::SPLIT).startsWith(u"missing.cue cannot be read: No such file or directory\n"_s));
+    EXPECT_FALSE(aboutWith(C::LEN).contains(u"missing.cue"_s));
+    tab.fileList()->addSorted({u"/a.wav"_s});
+    panels_.answerOpenPanel(std::nullopt);
+    press(C::SPLIT);
+    EXPECT_FALSE(tab.aboutCommand().contains(u"missing.cue"_s));
+}
+
+TEST_F(SHNtoolTabTest, PanelThatThrowsChoosesNoSplitPoints)
+{
+    struct ThrowingPanels : ScriptedPanels
+    {
+        std::optional<QStringList> openPanel(const OpenPanelRequest&) override
+        {
+            throw PlatformException(u"GenericException"_s, u"no panel"_s);
+        }
+    } panels;
+    EXPECT_EQ(tab.chooseSplitPointFile(), std::nullopt);
+    fill({u"a.wav"_s});
+    press(C::SPLIT);
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+}
+
+TEST_F(SHNtoolTabTest, NamesButtonLoadsTheWindowOnceAndShowsIt)
+{
+    const auto controllerOfNames = std::make_shared<TrackNameInputController>();
+    tab.namesButton->click(); // there is none yet
+    tab.setTrackNameWindow(controllerOfNames);
+    tab.namesButton->click();
+    const auto window = controllerOfNames->window();
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(window->isVisible());
+    controllerOfNames->inputCancel(nullptr);
+    EXPECT_FALSE(window->isVisible());
+    tab.showNamesWindow(nullptr);
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(controllerOfNames->window(), window);
 }
 
 TEST_F(SHNtoolTabTest, DismissedPanelsQueueNothingAndLoseTheList)

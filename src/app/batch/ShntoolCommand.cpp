@@ -19,7 +19,7 @@ using C = Constants;
 QString textOfOption(const QString& path)
 {
     const OptionalText text = readTextInThreeTries(path, UnreadableLine::PathTextAndReason);
-    if (!text) throw UsageError{SHNtoolTab::unreadable(path)};
+    if (!text) throw UsageError{unreadableTextInWords(path)};
     return *text;
 }
 

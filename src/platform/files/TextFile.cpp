@@ -57,6 +57,8 @@ class Opening
 public:
     explicit Opening(const QString& path) : file_(path) { read(); }
 
+    /// Why there are no bytes; empty where there are.
+    const QString& reason() const { return reason_; }
     Try by(Try (*attempt)(const QByteArray&)) const { return reason_.isEmpty() ? attempt(bytes_) : failed(reason_); }
 
 private:
@@ -106,6 +108,13 @@ OptionalText readTextInThreeTries(const QString& path, UnreadableLine line)
     attempt = file.by(asAscii);
     if (!attempt.text) logUnreadable(path, line, attempt.reason);
     return attempt.text;
+}
+
+QString unreadableTextInWords(const QString& path)
+{
+    const QString name = path::lastComponent(path), reason = Opening(path).reason();
+    return reason.isEmpty() ? u"%1 is not UTF-8; save it as UTF-8"_s.arg(name)
+                            : u"%1 cannot be read: %2"_s.arg(name, reason);
 }
 
 } // namespace zolt

@@ -17,4 +17,8 @@ enum class UnreadableLine {
 /// @return absent if no try gave a text
 OptionalText readTextInThreeTries(const QString& path, UnreadableLine line);
 
+/// What to do about a file that gave no text, for a person: "show.cue is not UTF-8; save it as UTF-8", or why it could
+/// not be opened at all. Blocks; any thread.
+QString unreadableTextInWords(const QString& path);
+
 } // namespace zolt
