@@ -1,9 +1,13 @@
 #include "shntool/SHNToolSplitTask.h"
 
 #include "engine/ConsoleGrammar.h"
+#include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
+#include "shntool/ShntoolLog.h"
 
 namespace zolt {
+
+using namespace Qt::StringLiterals;
 
 std::shared_ptr<SHNToolSplitTask>
 SHNToolSplitTask::initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue, const QString& launchPath,
@@ -16,14 +20,21 @@ SHNToolSplitTask::initAsyncTaskWithQueueLaunchPathArguments(ZOLTTaskQueue* queue
 
 void SHNToolSplitTask::processTaskOutput(const OptionalText& output)
 {
-    if (output) ConsoleGrammar::shntoolSplit.follow(output, *this);
+    if (!output) return;
+    try {
+        ConsoleGrammar::shntoolSplit.follow(output, *this);
+    } catch (const PlatformException& fault) {
+        qCWarning(shntoolLog, "exception %s", fault.what());
+        textField()->setStringValue(title());
+        topTextField()->setStringValue(u"Splitting: ? %"_s);
+    }
 }
 
 void SHNToolSplitTask::cleanup()
 {
     for (const auto& [piece, name] : trackTitleMap_.asKeyValueRange()) {
-        const QString target = path::appendingComponent(outputPath_, name);
-        if (name != piece && !exists(target)) renameItem(path::appendingComponent(outputPath_, piece), target);
+        if (name == piece) continue;
+        moveItem(path::appendingComponent(outputPath_, piece), path::appendingComponent(outputPath_, name));
     }
     if (!error()) setResults(nullptr);
 }

@@ -119,4 +119,5 @@ TEST(Paths, AreTakenApartByTheirText)
     EXPECT_EQ(path::appendingComponent(u"/a/"_s, u"b"_s), u"/a/b"_s);
     EXPECT_EQ(path::appendingComponent(u"/"_s, u"b"_s), u"/b"_s);
     EXPECT_EQ(path::appendingExtension(u"/a/b"_s, u"wav"_s), u"/a/b.wav"_s);
+    EXPECT_EQ(path::appendingExtension(u"a b//"_s, u"wav"_s), u"a b.wav"_s);
 }

@@ -78,6 +78,7 @@ TEST(TrackTitlesOf, LoseOneQuoteAtEachEnd)
     EXPECT_EQ(title(u"  Plain title  "_s), u"01 Plain title.wav"_s);
     EXPECT_EQ(title(u"\"Open"_s), u"01 Open.wav"_s);
     EXPECT_EQ(title(u"a/b"_s), u"01 a/b.wav"_s);
+    EXPECT_EQ(title(u"\"AC/\""_s), u"01 AC.wav"_s) << "a slash at the end is none of the name";
     EXPECT_EQ(title(u"\"My TITLE\""_s), u"01 My TITLE.wav"_s);
 }
 
@@ -142,10 +143,15 @@ TEST_F(SplitTask, TakenNameAndNameInAFolderLeaveThePieceAsItIs)
 {
     piece(u"split-track01.wav"_s, "one");
     piece(u"split-track02.wav"_s, "two");
+    piece(u"split-track03.wav"_s, "three");
     piece(u"01 a.wav"_s, "old");
-    const auto task = made({{u"split-track01.wav"_s, u"01 a.wav"_s}, {u"split-track02.wav"_s, u"02 x/y.wav"_s}});
+    ASSERT_TRUE(QFile::link(u"/nowhere"_s, folder_.filePath(u"03 c.wav"_s)));
+    const auto task = made({{u"split-track01.wav"_s, u"01 a.wav"_s},
+                            {u"split-track02.wav"_s, u"02 x/y.wav"_s},
+                            {u"split-track03.wav"_s, u"03 c.wav"_s}});
     task->cleanup();
     EXPECT_EQ(read(u"01 a.wav"_s), "old");
+    EXPECT_EQ(read(u"split-track03.wav"_s), "three") << "a link that leads nowhere takes a name too";
     EXPECT_EQ(read(u"split-track01.wav"_s), "one");
     EXPECT_EQ(read(u"split-track02.wav"_s), "two");
     EXPECT_FALSE(task->results()) << "a good split has no report";

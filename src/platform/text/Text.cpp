@@ -264,7 +264,7 @@ QString appendingComponent(const QString& path, const QString& component)
 
 QString appendingExtension(const QString& path, const QString& extension)
 {
-    return path + u'.' + extension;
+    return withoutTrailingSlashes(path).toString() + u'.' + extension;
 }
 
 QString inFolderWithExtension(const QString& source, const QString& folder, const QString& extension)
