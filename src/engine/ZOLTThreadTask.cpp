@@ -140,7 +140,7 @@ void ZOLTThreadTask::endTool()
 void ZOLTThreadTask::stopTask(Sender)
 {
     const Hold hold(shared_from_this());
-    const bool neverBegan = moveTo(Phase::EndedBefore) || phase_ == Phase::EndedBefore;
+    const bool neverBegan = moveTo(Phase::EndedBefore) || hasNeverBegun();
     endTool();
     setActive(false);
     setDone(true);

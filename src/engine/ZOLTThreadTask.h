@@ -98,6 +98,8 @@ protected:
     void setEnvironment(const Environment& environment) { put(environment_, environment); }
 
     void finishAfterFault() override;
+    /// It ended before its thread could begin, which then never does.
+    bool hasNeverBegun() const { return phase_ == Phase::EndedBefore; }
 
 private:
     /// A thread begins its work or the task ends before that, whichever comes first.

@@ -10,6 +10,7 @@ namespace zolt {
 struct OutlookProblem
 {
     enum class Kind {
+        Refused,       ///< not now; nothing can start
         MissingTool,   ///< nothing can start
         MissingFolder, ///< the destination is not there; nothing can start
         PassedOver,    ///< files without a task

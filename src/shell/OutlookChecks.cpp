@@ -17,6 +17,11 @@ OutlookProblems one(Kind kind, const QString& text, const QList<qsizetype>& rows
     return {{kind, text, rows, details}};
 }
 
+OutlookProblems checkRefusal(const OutlookSubject& subject)
+{
+    return subject.plan.refusal.isEmpty() ? OutlookProblems() : one(Kind::Refused, subject.plan.refusal);
+}
+
 OutlookProblems checkTools(const OutlookSubject& subject)
 {
     OutlookProblems problems;
@@ -155,9 +160,9 @@ OutlookProblems checkCautions(const OutlookSubject& subject)
 
 const std::vector<OutlookCheck>& outlookChecks()
 {
-    static const std::vector<OutlookCheck> checks{checkTools,      checkFolder,     checkPassedOver,
-                                                  checkVanished,   checkCollisions, checkExisting,
-                                                  checkUnwritable, checkRoom,       checkCautions};
+    static const std::vector<OutlookCheck> checks{checkRefusal,  checkTools,      checkFolder,   checkPassedOver,
+                                                  checkVanished, checkCollisions, checkExisting, checkUnwritable,
+                                                  checkRoom,     checkCautions};
     return checks;
 }
 

@@ -58,6 +58,7 @@ struct WorkPlan
     bool needsFolder = false;    ///< a folder is asked for, unless the tab has a destination
     QString folder;              ///< the tab's destination where one is needed; empty if none is set
     QStringList cautions;        ///< sentences about the whole
+    QString refusal;             ///< a sentence why the command is not to be pressed now; empty where it may
     /// What the tab wants to be read in the files; run on a thread of its own, and given up when `stop` is set.
     std::function<std::vector<WorkCaution>(const WorkPlan& plan, const std::atomic<bool>& stop)> inspect;
 

@@ -43,9 +43,17 @@ void FixTab::executeCommand(Sender)
     const QString wanted = format().toLower();
     const auto command = FileCommand::start(*this, {.deletes = deleteOriginalsButton->state()});
     if (!command) return;
-    command->queue(FixTask::initFixTaskWithQueueFileNamesOutputFormatOutputPathMd5OptionFlacLevelTab(
+    const auto task = FixTask::initFixTaskWithQueueFileNamesOutputFormatOutputPathMd5OptionFlacLevelTab(
         taskQueue(), fileList(), wanted, command->folderFor(QString()), shnMd5Option->selectedCell().title,
-        flacLevelSlider->intValue(), this));
+        flacLevelSlider->intValue(), this);
+    task_ = task;
+    command->queue(task);
+}
+
+bool FixTab::isFixing() const
+{
+    const auto task = task_.lock();
+    return task && task->worksOnList();
 }
 
 Outlets FixTab::outlets() const
@@ -61,6 +69,7 @@ WorkPlan FixTab::workPlan() const
     WorkPlan plan = BaseTab::workPlan();
     plan.deletes = deleteOriginalsButton->state();
     shntoolPlan::plan(plan, C::FIX, format().toLower(), destination());
+    if (isFixing()) plan.refusal = u"A fix of these files is under way: wait for its end, which empties the list"_s;
     return plan;
 }
 

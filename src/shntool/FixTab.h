@@ -8,6 +8,8 @@
 
 namespace zolt {
 
+class FixTask;
+
 class FixTab : public BaseTab
 {
 public:
@@ -19,6 +21,8 @@ public:
     /// Kept: a choice that is disabled still counts.
     void displayRelevantOptions() override;
     Outlets outlets() const override;
+    /// Refuses while a fix of the list waits or runs: both would write the same files, and the first to end would empty
+    /// the list of the other.
     WorkPlan workPlan() const override;
 
     // Outlets.
@@ -29,6 +33,9 @@ public:
 
 private:
     QString format() const;
+    bool isFixing() const;
+
+    std::weak_ptr<FixTask> task_; // the last one queued
 };
 
 } // namespace zolt

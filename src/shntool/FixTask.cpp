@@ -101,10 +101,35 @@ void FixTask::doMd5CallFiles(const QString& listName, const QStringList& files)
 void FixTask::handleMD5()
 {
     const QStringList files = fileNames_->copy();
+    if (files.isEmpty()) return;
     if (md5Option_ == oneMD5) doMd5CallFiles(CreateMD5Task::defaultName, files);
     if (md5Option_ != MD5ByDisc) return;
     for (const DiscFiles& disc : filesByDisc(files))
         doMd5CallFiles(u"Disc"_s + disc.key + u".md5"_s, disc.files);
+}
+
+void FixTask::startTask()
+{
+    cancelButton()->setEnabled(true);
+    DeletingTask::startTask();
+}
+
+void FixTask::letGoOfList()
+{
+    worksOnList_ = false;
+    fixTab_->tableView->reloadData(); // whoever shows the list asks again what may be done with it
+}
+
+void FixTask::stopTask(Sender sender)
+{
+    DeletingTask::stopTask(sender);
+    if (hasNeverBegun()) letGoOfList();
+}
+
+void FixTask::finishAfterFault()
+{
+    DeletingTask::finishAfterFault();
+    letGoOfList();
 }
 
 void FixTask::doStartTask()
@@ -117,6 +142,7 @@ void FixTask::doStartTask()
     stopTask(nullptr);
     for (const QString& file : fileNames_->copy())
         deleteSource(file);
+    letGoOfList();
     fixTab_->clearFiles();
 }
 

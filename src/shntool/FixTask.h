@@ -35,9 +35,14 @@ public:
     /// Writes one list over the outputs of these sources: names without folders, in the order given. An output that is
     /// missing has the digest of nothing. A list that cannot be written is not told.
     void doMd5CallFiles(const QString& listName, const QStringList& files);
+    /// Writes the lists that the option asks for; none over an empty set, so that no earlier list is lost.
     void handleMD5();
     /// Runs the tool to the end of its output, also after a cancel.
     void doFixCall();
+    void startTask() override;
+    void stopTask(Sender sender) override;
+    /// Whether it still reads the list, or means to delete or empty what stands in it. Any thread.
+    bool worksOnList() const { return worksOnList_; }
 
     const QString& md5Option() const { return md5Option_; }
     const QString& outputFormat() const { return outputFormat_; }
@@ -48,6 +53,7 @@ public:
 
 protected:
     void doStartTask() override;
+    void finishAfterFault() override;
 
 private:
     FixTask();
@@ -55,6 +61,7 @@ private:
     QStringList formatArguments() const;
     QString target(const QString& file) const;
     void showFile(const QString& text);
+    void letGoOfList();
 
     QString totalOutput_; // the task's own thread, as fileName_
     QString fileName_;
@@ -65,6 +72,7 @@ private:
     QHash<QString, QString> fileNameDictionary_; // the place in the set, from "1" on, by the name without extension
     int flacLevel_ = 0;
     BaseTab* fixTab_ = nullptr;
+    std::atomic<bool> worksOnList_ = true;
 };
 
 } // namespace zolt

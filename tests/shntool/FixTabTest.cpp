@@ -122,12 +122,22 @@ TEST_F(FixTabTest, PlanTellsOutputsUnderTheirSourcesNames)
     tab.deleteOriginalsButton->setState(true);
     const WorkPlan plan = tab.workPlan();
     ASSERT_EQ(plan.items.size(), 2U);
-    EXPECT_EQ(plan.items[0].outputs, QStringList({u"/out/B.WAV.flac"_s}));
+    EXPECT_EQ(plan.items[0].outputs, QStringList({u"/out/B.flac"_s}));
     EXPECT_EQ(plan.items[1].outputs, QStringList({u"/out/a.flac"_s}));
     EXPECT_EQ(plan.tools, QStringList({u"shntool"_s, u"flac"_s}));
     EXPECT_EQ(plan.words, u"2 WAV files with repaired sector boundaries, to FLAC"_s);
     EXPECT_TRUE(plan.deletes);
     EXPECT_TRUE(plan.needsFolder);
-    EXPECT_EQ(plan.cautions.size(), 1);
+    EXPECT_TRUE(plan.cautions.isEmpty());
     EXPECT_EQ(tab.outlets().size(), 4U);
+}
+
+TEST_F(FixTabTest, RefusesASecondPressWhileAFixOfTheListIsOpen)
+{
+    EXPECT_EQ(tab.workPlan().refusal, QString());
+    const auto task = pressed();
+    EXPECT_TRUE(tab.workPlan().refusal.startsWith(u"A fix of these files is under way"_s));
+    task->cancelTask(nullptr); // it never began
+    EXPECT_EQ(tab.workPlan().refusal, QString());
+    EXPECT_EQ(tab.fileNames().count(), 2);
 }

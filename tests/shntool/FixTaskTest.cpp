@@ -3,6 +3,7 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/Product.h"
 #include "platform/files/Files.h"
+#include "platform/threads/DetachedThreads.h"
 #include "shntool/FixTab.h"
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
@@ -50,6 +51,7 @@ protected:
         report_ = task->results();
         queue.addTask(task);
         ASSERT_TRUE(runUntil([this] { return queue.taskCount() == 0 && tab.fileNames().isEmpty(); }));
+        waitForDetachedThreads();
     }
 
     RegisteredSettings settings_;
@@ -99,6 +101,20 @@ TEST_F(FixTaskTest, ShowsTheFileItsPlaceAndHowFarItIs)
     EXPECT_EQ(task->progressIndicator()->doubleValue(), 27) << "stays without a number";
     EXPECT_EQ(task->textField()->stringValue(), u"c (3 of 3)"_s);
     EXPECT_EQ(task->totalOutput(), u"Fixing [/s/c.wav] (0:01.00) --> [/o/c.flac] :   OK\n"_s);
+}
+
+TEST_F(FixTaskTest, ThirdFileOfSevenIsThreeOfSeven)
+{
+    QStringList files;
+    for (int i = 1; i <= 7; ++i)
+        files += u"/s/%1.wav"_s.arg(i);
+    const auto task = made(files);
+    task->processTaskOutput(u"Fixing [/s/3.wav] (0:01.00) --> [/o/3.flac] : "_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"3 (3 of 7)"_s);
+    tab.addFile(u"/s/8.wav"_s);
+    task->processTaskOutput(u"Fixing [/s/3.wav] (0:01.00) --> [/o/3.flac] : "_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"3 (3 of 8)"_s) << "what is added stands in the same list";
+    task->setResults(nullptr);
 }
 
 TEST_F(FixTaskTest, NameThatIsNotInTheSetHasNoPlace)
@@ -202,4 +218,65 @@ TEST_F(FixTaskTest, FolderCanBeAddedToThePath)
     run(task);
     EXPECT_TRUE(report_->results().trimmed().endsWith(tools.directory() + u":/more"_s))
         << report_->results().toStdString();
+}
+
+TEST_F(FixTaskTest, StopButtonCanBePressedFromTheStart)
+{
+    tools.install(u"shntool"_s);
+    const auto task = made({file(u"a.wav"_s)});
+    task->cancelButton()->setEnabled(false);
+    run(task);
+    EXPECT_TRUE(task->cancelButton()->isEnabled());
+}
+
+TEST_F(FixTaskTest, FileAddedMeanwhileStandsInTheListsToo)
+{
+    tools.install(u"shntool"_s, {u"wait-file"_s, in(u"go"_s)});
+    const auto task = made({file(u"a.wav"_s)}, FixTask::oneMD5);
+    queue.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return !tools.calls(u"shntool"_s).isEmpty(); }));
+    tab.addFile(file(u"b.wav"_s));
+    touch(in(u"go"_s));
+    ASSERT_TRUE(runUntil([this] { return queue.taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    EXPECT_EQ(lines(u"md5sum.md5"_s).size(), 3);
+}
+
+TEST_F(FixTaskTest, EmptiedListLeavesAnEarlierMD5ListAlone)
+{
+    tools.install(u"shntool"_s, {u"exit"_s, u"1"_s});
+    file(u"md5sum.md5"_s, "earlier");
+    const auto task = made({}, FixTask::oneMD5);
+    run(task);
+    EXPECT_EQ(text(u"md5sum.md5"_s), u"earlier"_s);
+}
+
+TEST_F(FixTaskTest, ListThatCannotBeWrittenIsNotTold)
+{
+    tools.install(u"shntool"_s);
+    file(u"a.wav"_s);
+    tab.addFile(in(u"a.wav"_s));
+    const auto task = FixTask::initFixTaskWithQueueFileNamesOutputFormatOutputPathMd5OptionFlacLevelTab(
+        &queue, tab.fileList(), u"flac"_s, in(u"nowhere"_s), FixTask::oneMD5, 7, &tab);
+    run(task);
+    EXPECT_FALSE(task->error());
+    EXPECT_FALSE(exists(in(u"nowhere"_s)));
+}
+
+TEST_F(FixTaskTest, WorksOnTheListUntilItsEndIncludesTheDeletion)
+{
+    tools.install(u"shntool"_s);
+    const auto task = made({file(u"a.wav"_s)});
+    EXPECT_TRUE(task->worksOnList());
+    run(task);
+    EXPECT_FALSE(task->worksOnList());
+}
+
+TEST_F(FixTaskTest, LetsGoOfTheListWhereTheToolCannotBeStarted)
+{
+    const auto task = made({file(u"a.wav"_s)}); // no tool is installed
+    queue.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return queue.taskCount() == 0 && !task->worksOnList(); }));
+    waitForDetachedThreads();
+    EXPECT_TRUE(task->error());
+    EXPECT_EQ(tab.fileNames().count(), 1) << "it stays for another try";
 }

@@ -225,6 +225,10 @@ void CommandPage::pressCommand()
 {
     if (tab_.fileNames().isEmpty()) return;
     const WorkPlan plan = remainingPlan();
+    if (!plan.refusal.isEmpty()) {
+        panels().runAlert(plan.refusal, QString(), u"OK"_s);
+        return;
+    }
     QList<qsizetype> aside = leftOut_.rowsIn(plan.files);
     for (const qsizetype row : plan.passedOver) {
         // What is no audio file is passed over without a word; a format that waits for its time is kept.
