@@ -2,7 +2,7 @@
 
 #include "platform/text/Text.h"
 
-#include <algorithm>
+#include <QHash>
 
 namespace zolt {
 
@@ -16,13 +16,16 @@ QString discKey(const QString& path)
 std::vector<DiscFiles> filesByDisc(const QStringList& files)
 {
     std::vector<DiscFiles> discs;
+    QHash<QString, std::size_t> places;
     for (const QString& file : files) {
         const QString key = discKey(file);
-        const auto disc = std::find_if(discs.begin(), discs.end(), [&](const auto& each) { return each.key == key; });
-        if (disc == discs.end())
+        const auto place = places.constFind(key);
+        if (place == places.constEnd()) {
+            places.insert(key, discs.size());
             discs.push_back({key, {file}});
-        else
-            disc->files += file;
+        } else {
+            discs[*place].files += file;
+        }
     }
     return discs;
 }

@@ -7,28 +7,46 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <functional>
+
 namespace zolt::shntoolInspection {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// One caution about all items of which `holds` is true; none where there are none.
-template <class Holds>
-void add(Cautions& cautions, const WorkPlan& plan, const Stop& stop, const QString& text, Holds holds)
+/// A caution and the items that it is about.
+struct Question
 {
-    WorkCaution caution{text, {}};
+    QString text;
+    std::function<bool(const QString& path, const std::optional<AudioFormatObject>& format)> holds;
+};
+
+/// The cautions that are about some item; each file is opened once for all of them.
+Cautions answers(const WorkPlan& plan, const Stop& stop, const std::vector<Question>& questions)
+{
+    Cautions all;
+    for (const Question& question : questions)
+        all.push_back({question.text, {}});
     for (const WorkItem& item : plan.items) {
-        if (stop) return;
-        if (holds(item.source)) caution.rows += item.row;
+        if (stop) return {};
+        const auto format = audioFormatOf(item.source);
+        for (std::size_t i = 0; i < questions.size(); ++i) {
+            if (questions[i].holds(item.source, format)) all[i].rows += item.row;
+        }
     }
-    if (!caution.rows.isEmpty()) cautions.push_back(caution);
+    std::erase_if(all, [](const WorkCaution& caution) { return caution.rows.isEmpty(); });
+    return all;
 }
 
-bool isKnownAsOther(const QString& path)
+bool isKnownAsOther(const QString&, const std::optional<AudioFormatObject>& format)
 {
-    const auto format = audioFormatOf(path);
     return format && !isCdAudio(*format);
+}
+
+bool endsOnBoundary(const QString&, const std::optional<AudioFormatObject>& format)
+{
+    return format && isCdAudio(*format) && bytesOffBoundary(*format) == 0;
 }
 
 /// Whether the tool finds nothing to strip: a decoder's output has a plain header always, a WAV file often.
@@ -43,41 +61,48 @@ bool isPlain(const QString& path)
     return audio + audio % 2 + 36 == qFromLittleEndian<quint32>(head.constData() + 4);
 }
 
+Question noCdAudio()
+{
+    return {u"What is not 44.1 kHz, 16 bits and stereo has no CD sectors: shntool declines it"_s, isKnownAsOther};
+}
+
 } // namespace
 
 Cautions wantsCdAudio(const WorkPlan& plan, const Stop& stop)
 {
-    Cautions cautions;
-    add(cautions, plan, stop, u"What is not 44.1 kHz, 16 bits and stereo has no CD sectors: shntool declines it"_s,
-        isKnownAsOther);
-    return cautions;
+    return answers(plan, stop, {noCdAudio()});
 }
 
 Cautions wantsRaggedEnd(const WorkPlan& plan, const Stop& stop)
 {
-    Cautions cautions = wantsCdAudio(plan, stop);
-    add(cautions, plan, stop, u"What ends on a sector boundary needs no padding: shntool declines it"_s,
-        [](const QString& path) {
-            const auto format = audioFormatOf(path);
-            return format && isCdAudio(*format) && bytesOffBoundary(*format) == 0;
-        });
+    return answers(
+        plan, stop,
+        {noCdAudio(), {u"What ends on a sector boundary needs no padding: shntool declines it"_s, endsOnBoundary}});
+}
+
+Cautions wantsBrokenBoundary(const WorkPlan& plan, const Stop& stop)
+{
+    const QString whole = u"Every file ends on a sector boundary: shntool declines, as there is nothing to fix"_s;
+    Cautions cautions = answers(plan, stop, {noCdAudio(), {whole, endsOnBoundary}});
+    std::erase_if(cautions, [&](const WorkCaution& caution) {
+        return caution.text == whole && caution.rows.size() < qsizetype(plan.items.size());
+    });
     return cautions;
 }
 
 Cautions wantsSomethingToStrip(const WorkPlan& plan, const Stop& stop)
 {
-    Cautions cautions;
-    add(cautions, plan, stop,
-        u"What has a plain header and no extra chunks has nothing to strip: shntool declines it"_s, isPlain);
-    return cautions;
+    return answers(plan, stop,
+                   {{u"What has a plain header and no extra chunks has nothing to strip: shntool declines it"_s,
+                     [](const QString& path, const auto&) { return isPlain(path); }}});
 }
 
 Cautions wantsPlaceForPieces(const WorkPlan& plan, const Stop& stop)
 {
-    Cautions cautions;
-    add(cautions, plan, stop,
-        u"A cue sheet's places are for 44.1 kHz, 16 bits and stereo: this file would be cut at wrong ones. Plain times are right"_s,
-        isKnownAsOther);
+    Cautions cautions = answers(
+        plan, stop,
+        {{u"A cue sheet's places are for 44.1 kHz, 16 bits and stereo: this file would be cut at wrong ones. Plain times are right"_s,
+          isKnownAsOther}});
     const QStringList there = plan.folder.isEmpty() ? QStringList() : directoryListing(plan.folder);
     const auto isPiece = [](const QString& name) { return name.startsWith(u"split-track"_s); };
     const auto piece = std::find_if(there.begin(), there.end(), isPiece);

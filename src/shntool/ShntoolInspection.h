@@ -12,6 +12,8 @@ using Stop = std::atomic<bool>;
 Cautions wantsCdAudio(const WorkPlan& plan, const Stop& stop);
 /// As wantsCdAudio; what ends on a sector boundary is declined as well.
 Cautions wantsRaggedEnd(const WorkPlan& plan, const Stop& stop);
+/// As wantsCdAudio; a set whose files all end on a sector boundary is declined as well.
+Cautions wantsBrokenBoundary(const WorkPlan& plan, const Stop& stop);
 /// What has a plain header and nothing behind its audio is declined.
 Cautions wantsSomethingToStrip(const WorkPlan& plan, const Stop& stop);
 /// Places of cue sheets mean other audio, and a folder with pieces of an earlier run is no place for new ones.

@@ -23,7 +23,7 @@ struct Command
     QString name;
     QString words; ///< of the plan, around the files
     QString about;
-    QString suffix = {}; ///< of an output's name; absent for a command that makes none of each file
+    OptionalText suffix = {}; ///< of an output's name; absent for a command that makes none of each file
     bool asksForFolder = false;
     Cautions (*inspect)(const WorkPlan&, const Stop&) = nullptr;
     qsizetype files = 0; ///< how many it is for; 0 for any number
@@ -42,7 +42,7 @@ const std::vector<Command>& commands()
         {.name = C::TRIM,
          .words = u"%1 without the silence at their ends, to %2"_s,
          .about =
-             u"Cuts silence off the ends of each file. You are asked for a folder. A file without such silence fails."_s,
+             u"Cuts silence off the ends of each file, into one named \"...-trimmed\". You are asked for a folder. A file without such silence fails."_s,
          .suffix = u"-trimmed"_s,
          .asksForFolder = true},
         {.name = C::SPLIT,
@@ -64,14 +64,14 @@ const std::vector<Command>& commands()
         {.name = C::PAD,
          .words = u"%1 padded to a CD sector, to %2"_s,
          .about =
-             u"Adds silence up to a CD sector boundary, in the format last chosen for split, join or trim. You are asked for a folder."_s,
+             u"Adds silence up to a CD sector boundary, into a file named \"...-padded\", in the format last chosen for split, join or trim. You are asked for a folder."_s,
          .suffix = u"-padded"_s,
          .asksForFolder = true,
          .inspect = wantsRaggedEnd},
         {.name = C::STRIP,
          .words = u"%1 without extra chunks, to %2"_s,
          .about =
-             u"Leaves nothing but a plain header and the audio, in the format last chosen for split, join or trim. You are asked for a folder."_s,
+             u"Leaves nothing but a plain header and the audio, in a file named \"...-stripped\", in the format last chosen for split, join or trim. You are asked for a folder."_s,
          .suffix = u"-stripped"_s,
          .asksForFolder = true,
          .inspect = wantsSomethingToStrip},
@@ -80,7 +80,7 @@ const std::vector<Command>& commands()
          .about = QString(),
          .suffix = u""_s,
          .asksForFolder = true,
-         .inspect = wantsCdAudio},
+         .inspect = wantsBrokenBoundary},
     };
     return rows;
 }
@@ -122,8 +122,9 @@ QString baseOf(const QString& file)
 QStringList outputs(const WorkPlan& plan, const QString& file, const Command& command, const QString& format)
 {
     if (command.name == C::JOIN) return {path::appendingComponent(plan.folder, u"joined."_s + format)};
-    if (command.suffix.isNull()) return {};
-    return {path::appendingComponent(plan.folder, baseOf(file) + command.suffix + u'.' + format)};
+    if (!command.suffix) return {};
+    const QString base = command.name == C::FIX ? path::deletingExtension(path::lastComponent(file)) : baseOf(file);
+    return {path::appendingComponent(plan.folder, base + *command.suffix + u'.' + format)};
 }
 
 void addItems(WorkPlan& plan, const Command& command, const QString& format)
@@ -159,7 +160,8 @@ void addCautions(WorkPlan& plan, const Command& command)
     if (command.name == C::SPLIT && plan.files.size() > 1)
         plan.cautions +=
             u"Only %1 is split; the other files leave the list"_s.arg(path::lastComponent(plan.files.first()));
-    const QString names = command.name == C::JOIN ? QString() : namesInWords(plan);
+    const bool namedByEach = command.name != C::JOIN && command.name != C::FIX;
+    const QString names = namedByEach ? namesInWords(plan) : QString();
     if (!names.isEmpty()) plan.cautions += names;
 }
 

@@ -82,6 +82,9 @@ TEST_F(ShntoolPlan, FindsWhatHasNoSectors)
     const QString other = u"1: What is not 44.1 kHz, 16 bits and stereo has no CD sectors: shntool declines it"_s;
     EXPECT_EQ(foundIn(C::CUE, files), QStringList({other}));
     EXPECT_EQ(foundIn(C::FIX, files), QStringList({other}));
+    EXPECT_EQ(
+        foundIn(C::FIX, {files[2]}),
+        QStringList({u"0: Every file ends on a sector boundary: shntool declines, as there is nothing to fix"_s}));
     EXPECT_EQ(foundIn(C::PAD, files),
               QStringList({other, u"2: What ends on a sector boundary needs no padding: shntool declines it"_s}));
 }
