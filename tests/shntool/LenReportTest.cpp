@@ -6,6 +6,8 @@
 #include "support/EveryCut.h"
 #include "support/FakeTool.h"
 
+#include <QCoreApplication>
+
 using namespace zolt;
 using namespace zolt::test;
 
@@ -147,10 +149,11 @@ TEST_F(LenReport, OfNothingIsAnEmptyTable)
 
 TEST_F(LenReport, IsTheSameWhereverAReadParts)
 {
-    everyCut(table.toUtf8(), [this](const QList<QByteArray>& pieces) {
+    const QString names = QString(table).replace(u"d1t02"_s, u"d1t02 Ночь ü 🎶"_s);
+    everyCut(names.toUtf8(), [&](const QList<QByteArray>& pieces) {
         const auto task = made(C::LEN_BY_FILESET, QString());
         feed(*task, pieces);
-        EXPECT_EQ(task->lenByFileSetOutput(), report(table));
+        EXPECT_EQ(task->lenByFileSetOutput(), report(names));
     });
 }
 
@@ -173,6 +176,27 @@ TEST_F(LenReport, StandsTwiceAfterTwoStops)
     task->cancelTask(nullptr);
     task->stopTask(nullptr);
     EXPECT_EQ(task->results()->results(), u"xx\n"_s);
+}
+
+TEST_F(LenReport, OfACancelledRunHoldsWhatWasGatheredTwiceTheSecondOneColumnWider)
+{
+    const QTemporaryDir folder;
+    const QString go = folder.filePath(u"go"_s);
+    ZOLTTaskQueue queue;
+    const auto task = SHNToolLenTask::initWithQueueLaunchPathArgumentsLenType(
+        &queue, fakeTool(), {u"out"_s, headings, u"out"_s, track(u"1:00"_s, u"/a.wav"_s), u"wait-file"_s, go},
+        C::LEN_BY_FILESET);
+    task->setTrackNames({u"A"_s});
+    task->setMaxTrackNameLength(1);
+    const auto results = task->results();
+    queue.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->lenByFileSetOutput().contains(u"01. A"_s); }));
+    task->setMaxTrackNameLength(1);
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { touch(go); }, Qt::QueuedConnection);
+    task->cancelTask(nullptr);
+    ASSERT_TRUE(runUntil([&] { return queue.taskCount() == 0; }));
+    EXPECT_EQ(results->results(), u"01. A  01:00\n\nTotal: \n \n\n01. A   01:00\n\nTotal: \n \n\n\n"_s);
 }
 
 TEST_F(LenReport, EmptyFormatEndsTheRowWithItsReason)

@@ -2,11 +2,14 @@
 
 #include "SampleShow.h"
 #include "engine/OutputWindowController.h"
+#include "platform/desktop/ToolsDirectory.h"
 #include "platform/files/Files.h"
 #include "shntool/FixTab.h"
 #include "shntool/FixTask.h"
 #include "shntool/SHNtoolTab.h"
 #include "support/TabFixture.h"
+
+#include <QtEndian>
 
 using namespace zolt;
 using namespace zolt::test;
@@ -31,7 +34,8 @@ protected:
     {
         QStringList files;
         for (int i = 1; i <= tracks; ++i) {
-            const QString wav = tone(in(u"live d%1t0%2.wav"_s.arg(1 + i / 3).arg(i)), 588 * 20 + 100 * i, rate, bits);
+            const QString name = u"live d%1t%2.wav"_s.arg(1 + (i - 1) / ((tracks + 1) / 2)).arg(i, 2, 10, QChar(u'0'));
+            const QString wav = tone(in(name), 588 * 20 + 100 * i, rate, bits);
             files += encoded(wav, extension);
         }
         return files;
@@ -43,6 +47,9 @@ protected:
         if (extension == u"flac"_s) test::run(u"flac"_s, {u"-s"_s, u"--delete-input-file"_s, wav}, &status);
         if (extension == u"wv"_s) test::run(u"wavpack"_s, {u"-q"_s, u"-d"_s, wav}, &status);
         if (extension == u"aiff"_s) test::run(u"sox"_s, {u"-D"_s, wav, made}, &status);
+        if (extension == u"shn"_s) test::run(toolPath(u"shorten"_s), {wav, made}, &status);
+        if (extension == u"tta"_s) test::run(toolPath(u"ttaenc"_s), {u"-e"_s, u"-o"_s, made, wav}, &status);
+        if (extension == u"ape"_s) test::run(toolPath(u"mac"_s), {wav, made, u"-c2000"_s}, &status);
         EXPECT_EQ(status, 0);
         return made;
     }
@@ -50,13 +57,22 @@ protected:
     {
         QByteArray samples;
         for (const QString& file : files) {
-            int status = 0;
-            const bool unpacks = file.endsWith(u".wv"_s);
-            if (unpacks) test::run(u"wvunpack"_s, {u"-q"_s, u"-y"_s, file, u"-o"_s, in(u"unpacked.wav"_s)}, &status);
-            EXPECT_EQ(status, 0);
-            samples += samplesOf(unpacks ? in(u"unpacked.wav"_s) : file);
+            samples += samplesOf(unpacked(file));
         }
         return samples;
+    }
+    /// The file itself if sox reads it, else one that it does.
+    QString unpacked(const QString& file) const
+    {
+        const QString extension = path::extension(file), to = in(u"unpacked.wav"_s);
+        int status = 0;
+        QFile::remove(to);
+        if (extension == u"wv"_s) test::run(u"wvunpack"_s, {u"-q"_s, file, u"-o"_s, to}, &status);
+        if (extension == u"shn"_s) test::run(toolPath(u"shorten"_s), {u"-x"_s, file, to}, &status);
+        if (extension == u"tta"_s) test::run(toolPath(u"ttaenc"_s), {u"-d"_s, u"-o"_s, to, file}, &status);
+        if (extension == u"ape"_s) test::run(toolPath(u"mac"_s), {file, to, u"-d"_s}, &status);
+        EXPECT_EQ(status, 0) << file.toStdString();
+        return QFile::exists(to) ? to : file;
     }
     void pressed(const QStringList& files)
     {
@@ -80,10 +96,38 @@ protected:
     }
 };
 
+/// What a fix to WAV is to leave.
 class RealFix : public RealShow<FixTab>
 {
 protected:
     RealFix() : RealShow(C::FIX_SBE) { tab.setDestination(out()); }
+
+    void expectFixed(const QStringList& files, const QByteArray& before) const
+    {
+        QByteArray after;
+        for (const QString& file : files) {
+            const QByteArray samples = samplesOf(path::inFolderWithExtension(file, out(), u"wav"_s));
+            EXPECT_EQ(samples.size() % (588 * 8), 0) << file.toStdString();
+            after += samples;
+        }
+        EXPECT_TRUE(after.startsWith(before));
+        EXPECT_LT(after.size() - before.size(), 588 * 8) << "but for the padding";
+        EXPECT_EQ(after.mid(before.size()).count('\0'), after.size() - before.size());
+    }
+    void expectLists(const QStringList& lists) const
+    {
+        EXPECT_EQ(directoryListing(out()).filter(u".md5"_s).size(), lists.size());
+        EXPECT_TRUE(directoryListing(in(QString())).filter(u".md5"_s).isEmpty()) << "none beside the sources";
+        for (const QString& list : lists) {
+            int status = -1;
+            const QByteArray said = test::run(
+                u"sh"_s,
+                {u"-c"_s, u"cd \"$1\" && grep -v '^#' \"$2\" | grep . | md5sum -c --strict"_s, u"sh"_s, out(), list},
+                &status);
+            EXPECT_EQ(status, 0) << said.toStdString();
+            EXPECT_TRUE(said.contains(": OK"));
+        }
+    }
 };
 
 class RealKind : public RealShntool, public testing::WithParamInterface<const char*>
@@ -96,10 +140,21 @@ class RealFixKind : public RealFix, public testing::WithParamInterface<const cha
 {
 };
 
-/// "mm:ss.ff" of so many frames of CD audio.
+/// Names that mean something to a shell, a format or a parser.
+const QStringList oddNames{u"-a.wav"_s, u"100% [x] (y).wav"_s, u"b ] (c.wav"_s, u"quo\"te's.wav"_s, u"ü.wav"_s};
+
+/// The samples of a plain WAV file as the tools write it.
+QByteArray plainSamples(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll().mid(44);
+}
+
+/// "mm:ss.ff" of so many frames of CD audio, to the nearest sector.
 QString cdTime(int frames)
 {
-    const int sectors = frames / 588, seconds = sectors / 75;
+    const int sectors = (frames + 294) / 588, seconds = sectors / 75;
     return u"%1:%2.%3"_s.arg(seconds / 60, 2, 10, QChar(u'0'))
         .arg(seconds % 60, 2, 10, QChar(u'0'))
         .arg(sectors % 75, 2, 10, QChar(u'0'));
@@ -113,12 +168,15 @@ TEST_P(RealKind, LenTellsTheArithmeticOfTheFrames)
     const QStringList files = show(kind());
     tab.names = QStringList{u"One"_s, u"Two"_s, u"Three"_s, u"Four"_s};
     press(C::LEN, files);
-    for (int i = 1; i <= 4; ++i)
-        EXPECT_TRUE(report().contains(cdTime(588 * 20 + 100 * i))) << report().toStdString();
-    EXPECT_TRUE(report().startsWith(u"01. One   "_s)) << report().toStdString();
+    QString expected;
+    int sum = 0;
+    for (int i = 1; i <= 4; sum += 588 * 20 + 100 * i, ++i)
+        expected += u"0%1. %2 %3\n"_s.arg(i).arg(tab.names->at(i - 1), -6).arg(cdTime(588 * 20 + 100 * i));
+    expected += u"\nTotal: "_s + cdTime(sum) + u'\n';
+    EXPECT_EQ(report().first(expected.size()), expected);
 }
 
-TEST_P(RealKind, JoinAndTrimKeepEverySample)
+TEST_P(RealKind, JoinKeepsEverySample)
 {
     const QStringList files = show(kind());
     const QByteArray before = audio(files);
@@ -126,6 +184,18 @@ TEST_P(RealKind, JoinAndTrimKeepEverySample)
     EXPECT_FALSE(failed());
     EXPECT_EQ(samplesOf(out() + u"/joined.flac"_s), before);
     EXPECT_TRUE(queue().outputWindows().empty());
+}
+
+TEST_P(RealKind, SplitPiecesJoinToTheSource)
+{
+    const QStringList files = show(kind(), 1);
+    panels_.answerOpenPanel(QStringList{file(u"points.txt"_s, "0:00.10\n0:00.20\n")});
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    press(C::SPLIT, files);
+    QByteArray joined;
+    for (int piece = 1; piece <= 3; ++piece)
+        joined += samplesOf(out() + u"/split-track0%1.wav"_s.arg(piece));
+    EXPECT_EQ(joined, audio(files));
 }
 
 TEST_P(RealKind, InfoAndLenByDiscReport)
@@ -150,7 +220,7 @@ TEST_P(RealKind, PadFillsTheLastSector)
     EXPECT_EQ(after.mid(before.size()).count('\0'), after.size() - before.size());
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, RealKind, testing::Values("wav", "flac", "aiff", "wv"));
+INSTANTIATE_TEST_SUITE_P(Formats, RealKind, testing::Values("wav", "flac", "aiff", "wv", "shn", "tta", "ape"));
 
 TEST_F(RealShntool, DeepAudioIsListedAndJoinedBitForBit)
 {
@@ -165,14 +235,138 @@ TEST_F(RealShntool, DeepAudioIsListedAndJoinedBitForBit)
     }
 }
 
+TEST_F(RealShntool, FiveHundredFilesAreListedAndJoinedWholeWhateverTheirNames)
+{
+    const QString one = tone(in(u"one.wav"_s), 588);
+    QStringList files;
+    for (int i = 0; i < 500; ++i) {
+        files += in(u"Ночь [%1] 50% \"x\".wav"_s.arg(i, 3, 10, QChar(u'0')));
+        ASSERT_TRUE(QFile::link(one, files.last()));
+    }
+    tab.shnLenMatrix->selectTitle(C::LEN_BY_FILESET);
+    press(C::LEN, files);
+    const QStringList lines = report().split(u'\n');
+    ASSERT_GT(lines.size(), 500);
+    for (int i = 0; i < 500; ++i)
+        EXPECT_EQ(lines[i], u"%1. %2  00:00.01"_s.arg(i + 1, 2, 10, QChar(u'0')).arg(path::lastComponent(files[i])));
+    EXPECT_TRUE(report().contains(u"Total: 00:06.50\n"_s));
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    press(C::JOIN, files);
+    EXPECT_FALSE(failed());
+    EXPECT_EQ(plainSamples(out() + u"/joined.wav"_s), plainSamples(one).repeated(500));
+}
+
+TEST_F(RealShntool, LengthsAreThoseOfTheFramesInEveryUnit)
+{
+    const auto lengthOf = [this](int frames, int rate, qint64 longer = 0) {
+        const QString file = tone(in(u"x.wav"_s), frames, rate);
+        if (longer != 0) { // silence, without writing it
+            QFile wav(file);
+            EXPECT_TRUE(wav.open(QIODevice::ReadWrite));
+            const auto put = [&wav](qint64 at, qint64 size) {
+                const auto bytes = qToLittleEndian(quint32(size));
+                wav.seek(at);
+                wav.write(reinterpret_cast<const char*>(&bytes), 4);
+            };
+            put(4, longer * 4 + 36);
+            put(40, longer * 4);
+            wav.resize(longer * 4 + 44);
+        }
+        press(C::LEN, {file});
+        return report().split(u'\n').at(1).simplified().section(u' ', 0, 0);
+    };
+    EXPECT_EQ(lengthOf(588 * 74 + 293, 44100), u"0:00.74"_s);
+    EXPECT_EQ(lengthOf(588 * 74 + 294, 44100), u"0:01.00"_s) << "to the nearest sector";
+    EXPECT_EQ(lengthOf(588, 44100, 588 * (75 * 60 * 123 + 75 * 45 + 67)), u"123:45.67"_s);
+    EXPECT_EQ(lengthOf(48000 + 480, 48000), u"0:01.010"_s) << "milliseconds without sectors";
+}
+
+TEST_F(RealShntool, EveryCommandTakesAnyName)
+{
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    QStringList files;
+    for (const QString& name : oddNames)
+        files += tone(in(name), 5881 + 77 * int(files.size()));
+    const QByteArray before = audio(files);
+    press(C::JOIN, files);
+    EXPECT_EQ(samplesOf(out() + u"/joined.wav"_s), before);
+    press(C::PAD, files);
+    for (const QString& name : oddNames)
+        EXPECT_TRUE(zolt::exists(out() + u'/' + path::deletingExtension(name) + u"-padded.wav"_s))
+            << name.toStdString();
+    tab.shnLenMatrix->selectTitle(C::NORMAL_LEN_OUTPUT);
+    for (const QString& command : {C::LEN, C::INFO}) {
+        press(command, files);
+        for (const QString& name : oddNames)
+            EXPECT_TRUE(report().contains(name)) << report().toStdString();
+    }
+    EXPECT_FALSE(failed());
+    press(C::CMP, files.first(2));
+    EXPECT_TRUE(report().contains(u"differ"_s)) << report().toStdString();
+    for (const QString& name : oddNames) {
+        panels_.answerOpenPanel(QStringList{file(u"points.txt"_s, "0:00.05\n")});
+        press(C::SPLIT, {in(name)});
+        EXPECT_EQ(samplesOf(out() + u"/split-track01.wav"_s) + samplesOf(out() + u"/split-track02.wav"_s),
+                  samplesOf(in(name)));
+        QFile::remove(out() + u"/split-track01.wav"_s);
+        QFile::remove(out() + u"/split-track02.wav"_s);
+    }
+}
+
+TEST_F(RealShntool, FileThatVanishesFailsItsRowWithItsName)
+{
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    for (const QString& command : {C::LEN, C::JOIN, C::PAD}) {
+        const QStringList files{tone(in(u"a.wav"_s), 5881), tone(in(u"b.wav"_s), 5881)};
+        queue().setHeld(true);
+        tab.addFiles(files);
+        tab.shntoolCommandMatrix->selectTitle(command);
+        tab.executeCommand(nullptr);
+        ASSERT_TRUE(QFile::remove(files[1])); // while its task waits
+        queue().setHeld(false);
+        runQueue();
+        EXPECT_TRUE(failed()) << command.toStdString();
+        EXPECT_TRUE(report().contains(u"b.wav"_s)) << report().toStdString();
+        EXPECT_TRUE(zolt::exists(files[0]));
+        queue().removeAllErrors(nullptr);
+    }
+}
+
+TEST_F(RealShntool, CancelInAnyStageKeepsTheSources)
+{
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    const QStringList files{tone(in(u"a.wav"_s), 44100 * 20), tone(in(u"b.wav"_s), 44100 * 20)};
+    const QByteArray before = audio(files);
+    for (const QString& command : {C::LEN, C::INFO, C::CMP, C::JOIN, C::PAD, C::TRIM, C::STRIP}) {
+        for (const bool runs : {false, true}) {
+            queue().setHeld(true);
+            tab.addFiles(files);
+            tab.shntoolCommandMatrix->selectTitle(command);
+            tab.executeCommand(nullptr);
+            const auto tasks = queue().taskArray();
+            if (runs) queue().setHeld(false);
+            for (const auto& task : tasks)
+                task->cancelTask(nullptr);
+            runQueue();
+            EXPECT_EQ(audio(files), before) << command.toStdString();
+            QDir(out()).removeRecursively();
+            out();
+        }
+    }
+}
+
 TEST_F(RealShntool, CueTellsItsFileAndDeclinesOtherAudio)
 {
     panels_.answerSavePanel(in(u"x.cue"_s));
-    press(C::CUE, show(u"wav"_s, 2));
+    const QStringList files = show(u"wav"_s, 2);
+    press(C::CUE, files);
     QFile sheet(in(u"x.cue"_s));
     ASSERT_TRUE(sheet.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(sheet.readAll().startsWith("FILE \"joined.wav\" WAVE\n  TRACK 01 AUDIO\n"));
+    const QByteArray text = sheet.readAll();
+    EXPECT_TRUE(text.startsWith("FILE \"joined.wav\" WAVE\n  TRACK 01 AUDIO\n"));
+    EXPECT_EQ(text, test::run(toolPath(u"shntool"_s), QStringList{u"cue"_s, u"-c"_s} + files) + '\n');
     EXPECT_FALSE(failed());
+    EXPECT_TRUE(queue().outputWindows().empty());
     panels_.answerSavePanel(in(u"y.cue"_s));
     press(C::CUE, {tone(in(u"deep.wav"_s), 588, 48000)});
     EXPECT_TRUE(failed());
@@ -261,6 +455,18 @@ TEST_F(RealSplit, PregapBeforeTheFirstTrackIsAPieceOfItsOwn)
     EXPECT_EQ(joined(), samplesOf(file));
 }
 
+TEST_F(RealSplit, PlainTimesMayComeInUtf16)
+{
+    const QString file = tone(in(u"a.wav"_s), 44100 * 3);
+    QByteArray times = QByteArray::fromHex("fffe");
+    for (const char byte : QByteArray("0:01\r\n0:02.500\r\n"))
+        times += QByteArray{1, byte} + '\0';
+    split(times, file);
+    EXPECT_EQ(pieces().size(), 3);
+    EXPECT_EQ(samplesOf(out() + u"/split-track01.wav"_s).size(), 44100 * 8);
+    EXPECT_EQ(joined(), samplesOf(file));
+}
+
 TEST_F(RealSplit, PlainTimesNameNothing)
 {
     const QString file = tone(in(u"a.wav"_s), 44100 * 3);
@@ -294,24 +500,11 @@ TEST_P(RealFixKind, JoinedAudioStaysAndEveryFileButTheLastEndsOnABoundary)
     tab.shnMd5Option->selectTitle(FixTask::MD5ByDisc);
     pressed(files);
     EXPECT_FALSE(failed()) << report().toStdString();
-    QByteArray after;
-    for (int i = 1; i <= 4; ++i) {
-        const QByteArray samples = samplesOf(out() + u"/live d%1t0%2.wav"_s.arg(1 + i / 3).arg(i));
-        EXPECT_EQ(samples.size() % (588 * 8), 0) << i;
-        after += samples;
-    }
-    EXPECT_TRUE(after.startsWith(before));
-    EXPECT_EQ(after.mid(before.size()).count('\0'), after.size() - before.size()) << "but for the padding";
-    for (const QString& list : {u"Disc1.md5"_s, u"Disc2.md5"_s}) {
-        int status = -1;
-        const QByteArray said =
-            test::run(u"sh"_s, {u"-c"_s, u"cd \"$1\" && md5sum -c --strict \"$2\""_s, u"sh"_s, out(), list}, &status);
-        EXPECT_TRUE(said.contains(": OK")) << said.toStdString();
-        EXPECT_FALSE(said.contains("FAILED")) << said.toStdString();
-    }
+    expectFixed(files, before);
+    expectLists({u"Disc1.md5"_s, u"Disc2.md5"_s});
 }
 
-INSTANTIATE_TEST_SUITE_P(Formats, RealFixKind, testing::Values("wav", "flac", "aiff", "wv"));
+INSTANTIATE_TEST_SUITE_P(Formats, RealFixKind, testing::Values("wav", "flac", "aiff", "wv", "shn", "tta"));
 
 TEST_F(RealFix, DeclinesWhatIsNoCdAudioAndKeepsTheOriginals)
 {
@@ -327,17 +520,83 @@ TEST_F(RealFix, DeclinesWhatIsNoCdAudioAndKeepsTheOriginals)
 
 TEST_F(RealFix, TakesAnyNameAndKeepsTheOrderOfTheList)
 {
-    const QStringList names{u"-a.wav"_s, u"100% [x] (y).wav"_s, u"b ] (c.wav"_s, u"quo\"te.wav"_s, u"ü.wav"_s};
     QStringList files;
-    int frames = 588 * 10;
-    for (const QString& name : names)
-        files += tone(in(name), frames += 77);
+    for (const QString& name : oddNames)
+        files += tone(in(name), 588 * 10 + 77 * int(files.size()));
     const QByteArray before = audio(files);
     tab.outputFormatMatrix->selectTitle(C::WAV);
     pressed(files);
     EXPECT_FALSE(failed()) << report().toStdString();
-    QStringList outputs;
-    for (const QString& name : names)
-        outputs += out() + u'/' + name;
-    EXPECT_TRUE(audio(outputs).startsWith(before));
+    expectFixed(files, before);
+}
+
+TEST_F(RealFix, ShowOfTwoDiscsIsRepairedAndOneThatIsWholeIsDeclined)
+{
+    const QStringList files = show(u"wav"_s, 23);
+    const QByteArray before = audio(files);
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    tab.shnMd5Option->selectTitle(FixTask::MD5ByDisc);
+    pressed(files);
+    expectFixed(files, before);
+    expectLists({u"Disc1.md5"_s, u"Disc2.md5"_s});
+    QStringList repaired;
+    for (const QString& file : files)
+        repaired += path::inFolderWithExtension(file, out(), u"wav"_s);
+    tab.setDestination(in(u"again"_s));
+    QDir().mkpath(in(u"again"_s));
+    pressed(repaired);
+    EXPECT_TRUE(failed());
+    EXPECT_TRUE(report().contains(u"everything seems fine, no need for fixing"_s)) << report().toStdString();
+}
+
+TEST_F(RealFix, EndingsInCapitalsAreNoPartOfTheOutputsNames)
+{
+    const QStringList files{in(u"A.WAV"_s), in(u"b.wav"_s)};
+    ASSERT_TRUE(QFile::rename(tone(in(u"a.wav"_s), 5881), files[0]));
+    tone(files[1], 5882);
+    tab.outputFormatMatrix->selectTitle(C::FLAC);
+    tab.shnMd5Option->selectTitle(FixTask::oneMD5);
+    pressed(files);
+    EXPECT_FALSE(failed()) << report().toStdString();
+    expectLists({u"md5sum.md5"_s});
+}
+
+TEST_F(RealFix, FileThatVanishesKeepsTheOtherOriginals)
+{
+    panels_.answerAlert(1);
+    tab.deleteOriginalsButton->setState(true);
+    const QStringList files = show(u"wav"_s, 3);
+    queue().setHeld(true);
+    tab.addFiles(files);
+    tab.executeCommand(nullptr);
+    ASSERT_TRUE(QFile::remove(files[1]));
+    queue().setHeld(false);
+    ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    EXPECT_TRUE(failed());
+    EXPECT_TRUE(report().contains(path::lastComponent(files[1]))) << report().toStdString();
+    EXPECT_TRUE(zolt::exists(files[0]));
+    EXPECT_TRUE(zolt::exists(files[2]));
+}
+
+TEST_F(RealFix, OriginalsGoOnceTheyAreFixedAndStayIfItIsCancelled)
+{
+    panels_.answerAlert(1);
+    panels_.answerAlert(1);
+    UserDefaults::standard().set(u"trashOrDelete"_s, 0);
+    tab.deleteOriginalsButton->setState(true);
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    const QStringList files = show(u"wav"_s, 2);
+    queue().setHeld(true);
+    tab.addFiles(files);
+    tab.executeCommand(nullptr);
+    queued<FixTask>().front()->cancelTask(nullptr); // while it waits
+    EXPECT_EQ(tab.fileNames().copy(), files);
+    EXPECT_TRUE(zolt::exists(files[0]));
+    queue().setHeld(false);
+    tab.executeCommand(nullptr);
+    ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    for (const QString& file : files) {
+        EXPECT_FALSE(zolt::exists(file));
+        EXPECT_TRUE(zolt::exists(out() + u'/' + path::lastComponent(file)));
+    }
 }
