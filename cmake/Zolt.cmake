@@ -26,6 +26,9 @@ endif()
 # Static rooms name more libraries than each program calls; what is not called is not loaded.
 add_link_options(-Wl,--as-needed)
 
+# Where the modules are installed, below the prefix.
+set(ZOLT_MODULE_FOLDER ${CMAKE_INSTALL_LIBDIR}/zolt)
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
                     -Wno-missing-field-initializers -Werror)
 add_compile_definitions(QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
@@ -47,6 +50,17 @@ function(zolt_library name)
     target_link_libraries(${name} PUBLIC zolt_base)
     target_precompile_headers(${name} REUSE_FROM zolt_base)
   endif()
+endfunction()
+
+# zolt_module(name SOURCES ... MAP ... LINK ...): a shared object that nothing links, opened on first use
+# (platform/desktop/Module.h). Of it nothing shows but what the map names.
+function(zolt_module name)
+  cmake_parse_arguments(ARG "" "MAP" "SOURCES;LINK" ${ARGN})
+  add_library(${name} MODULE ${ARG_SOURCES})
+  set_target_properties(${name} PROPERTIES PREFIX "" LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${ARG_MAP})
+  target_link_libraries(${name} PRIVATE ${ARG_LINK})
+  target_link_options(${name} PRIVATE -Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/${ARG_MAP})
+  install(TARGETS ${name} LIBRARY DESTINATION ${ZOLT_MODULE_FOLDER})
 endfunction()
 
 # zolt_program(name SOURCES ... LINK ...): an executable without widgets.

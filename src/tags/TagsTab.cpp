@@ -141,7 +141,7 @@ void TagsTab::fillTagsForSelectedRow()
 QString TagsTab::coverInWords() const
 {
     const auto image = albumArtImageView->image();
-    if (image) return u"%1 by %2 pixels"_s.arg(image->drawn().width()).arg(image->drawn().height());
+    if (image) return u"%1 by %2 pixels"_s.arg(image->shown().pixelsWide()).arg(image->shown().pixelsHigh());
     if (artIsUnreadable_) return u"The file has a picture that cannot be shown here."_s;
     return u"No cover"_s;
 }

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QGuiApplication>
+#include <QImage>
 
 using namespace zolt;
 using namespace zolt::test;

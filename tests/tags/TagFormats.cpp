@@ -1,5 +1,7 @@
 #include "tags/TagFormats.h"
 
+#include <QImage>
+
 using namespace Qt::StringLiterals;
 
 namespace zolt::test {

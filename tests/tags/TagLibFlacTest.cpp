@@ -5,6 +5,8 @@
 #include "support/LogCapture.h"
 #include "tags/TagFiles.h"
 
+#include <QImage>
+
 #include <random>
 
 using namespace zolt;

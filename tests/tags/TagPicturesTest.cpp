@@ -2,6 +2,7 @@
 #include "support/LogCapture.h"
 #include "tags/TagFormats.h"
 
+#include <QImage>
 #include <QImageWriter>
 
 using namespace zolt;

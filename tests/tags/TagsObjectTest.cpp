@@ -4,6 +4,8 @@
 
 #include "tags/TagFiles.h"
 
+#include <QImage>
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;

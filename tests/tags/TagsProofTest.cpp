@@ -3,6 +3,7 @@
 
 #include "tags/FileSizeLimit.h"
 
+#include <QImage>
 #include <QJsonDocument>
 #include <QJsonObject>
 

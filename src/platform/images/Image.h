@@ -2,29 +2,47 @@
 #pragma once
 
 #include <QByteArray>
-#include <QImage>
+#include <QSize>
 
 #include <memory>
 #include <vector>
 
+class QImage;
+
 namespace zolt {
 
-/// One form of an image. A bitmap form has pixels of its own; a drawing (SVG) only looks like `pixels` when drawn.
-struct ImageRepresentation
-{
-    QImage pixels;
-    bool isBitmap = true;
+/// Kinds of picture file, by the numbers that callers know them under.
+enum class ImageFileType { PNG = 4 };
 
-    int pixelsWide() const { return pixels.width(); }
-    int pixelsHigh() const { return pixels.height(); }
+/// One form of an image. A bitmap form has pixels of its own; a drawing (SVG) has only the size that it is drawn in.
+class ImageRepresentation
+{
+public:
+    ImageRepresentation(QSize size, int bitsPerPixel, bool isBitmap)
+        : size_(size), bitsPerPixel_(bitsPerPixel), isBitmap_(isBitmap)
+    {
+    }
+
+    int pixelsWide() const { return size_.width(); }
+    int pixelsHigh() const { return size_.height(); }
     /// Colour and alpha bits of one pixel, without filling: 24 for a photograph, 32 with transparency, 8 for grey.
-    int bitsPerPixel() const { return pixels.bitPlaneCount(); }
+    int bitsPerPixel() const { return bitsPerPixel_; }
+    bool isBitmap() const { return isBitmap_; }
+
+private:
+    QSize size_;
+    int bitsPerPixel_;
+    bool isBitmap_;
 };
 
 /// An image and all its forms. Never changed after it was made, so any thread may read it; needs no window.
 class Image
 {
 public:
+    virtual ~Image() = default;
+    Image(const Image&) = delete;
+    Image& operator=(const Image&) = delete;
+
     /// The image in `bytes` (PNG, JPEG, GIF, BMP, ICO and what else Qt's readers know).
     /// No object for bytes that hold none, for one larger than 256 MiB in memory,
     /// and for a drawing where the program has no window system to draw it with.
@@ -39,12 +57,19 @@ public:
     /// The last form that is a bitmap; nothing (null) if there is none.
     const ImageRepresentation* lastBitmap() const;
 
-    /// The pixels of the last bitmap, or of the drawing where there is no bitmap. Never null.
-    const QImage& drawn() const;
+    /// The form that `drawn` gives: the last bitmap, or the drawing where there is none.
+    const ImageRepresentation& shown() const { return lastBitmap() ? *lastBitmap() : representations_.back(); }
 
-private:
+    /// The pixels of the last bitmap, or of the drawing where there is no bitmap. Never null.
+    virtual const QImage& drawn() const = 0;
+
+    /// What `drawn` gives, as a picture file.
+    virtual QByteArray data(ImageFileType type) const = 0;
+
+protected:
     explicit Image(std::vector<ImageRepresentation> representations) : representations_(std::move(representations)) {}
 
+private:
     std::vector<ImageRepresentation> representations_;
 };
 

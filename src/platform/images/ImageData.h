@@ -5,9 +5,6 @@
 
 namespace zolt {
 
-/// Kinds of picture file, by the numbers that callers know them under.
-enum class ImageFileType { PNG = 4 };
-
 /// The last bitmap form of the image as a picture file; an image without one is drawn first.
 /// @throws AssertionException for no image
 QByteArray getBitmapDataForImage(const std::shared_ptr<const Image>& image, ImageFileType type);

@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 #include <QColor>
+#include <QImage>
 
 using namespace zolt;
 using namespace Qt::StringLiterals;
