@@ -2,7 +2,7 @@
 //   out TEXT | err TEXT      writes the text at once, as one piece
 //   hex DIGITS               writes the bytes
 //   flood BYTES              writes that many bytes
-//   wait-file PATH           waits until the path exists
+//   wait-file PATH           waits until the path exists; ends with 1 where its folder goes, as a killed test leaves it
 //   touch PATH               makes an empty file
 //   copy FROM TO             copies a file, as an encoder writes its output
 //   size PATH                prints how many bytes the file has, or "none"
@@ -96,6 +96,18 @@ void printStandardInput()
     put(STDOUT_FILENO, ::read(STDIN_FILENO, &byte, 1) == 0 ? "empty" : "open");
 }
 
+void waitForFile(const std::string& path)
+{
+    constexpr unsigned int longerThanAnyTest = 600; // seconds; then the test was killed and this is left alone
+    ::alarm(longerThanAnyTest);
+    const std::string folder = path.substr(0, path.rfind('/') + 1) + ".";
+    while (::access(path.c_str(), F_OK) != 0) {
+        if (::access(folder.c_str(), F_OK) != 0) ::_exit(1);
+        ::usleep(2000);
+    }
+    ::alarm(0);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -112,8 +124,7 @@ int main(int argc, char** argv)
         else if (command == "flood")
             put(STDOUT_FILENO, std::string(std::stoul(value()), 'x'));
         else if (command == "wait-file")
-            for (const std::string path = value(); ::access(path.c_str(), F_OK) != 0;)
-                ::usleep(1000);
+            waitForFile(value());
         else if (command == "touch")
             ::close(::open(value().c_str(), O_CREAT | O_WRONLY, 0644));
         else if (command == "copy") {
