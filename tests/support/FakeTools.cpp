@@ -37,6 +37,7 @@ void FakeTools::install(const QString& tool, const QStringList& script)
                    quoted(fakeTool());
     for (const QString& word : script)
         text += u' ' + quoted(word);
+    QFile::remove(path); // a link to a real tool must not be written through
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly)) qFatal("cannot make %s", qUtf8Printable(path));
     file.write(text.toUtf8() + '\n');
