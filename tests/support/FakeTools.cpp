@@ -37,9 +37,9 @@ void FakeTools::install(const QString& tool, const QStringList& script)
                    quoted(fakeTool());
     for (const QString& word : script)
         text += u' ' + quoted(word);
-    QFile::remove(path); // a link to a real tool must not be written through
+    QFile::remove(path); // never through a link: the program behind it is this machine's own
     QFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) qFatal("cannot make %s", qUtf8Printable(path));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) qFatal("cannot make %s", qUtf8Printable(path));
     file.write(text.toUtf8() + '\n');
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
