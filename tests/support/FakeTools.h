@@ -16,6 +16,7 @@ public:
     FakeTools(const FakeTools&) = delete;
     FakeTools& operator=(const FakeTools&) = delete;
 
+    /// Takes the place of what was installed under the name; a real program that was stays as it is.
     /// @param script  what the tool does, in the words of fake_tool.cpp; "$2" stands for the tool's second argument
     void install(const QString& tool, const QStringList& script = {});
     /// As install, with a real program in the tool's place.
