@@ -62,6 +62,7 @@ public:
     void selectTab(Sender sender);
     std::shared_ptr<TabViewItem> selectedTabViewItem() const;
     void showPreferencePanel(Sender sender);
+    PreferencesController& preferencesController() const { return *preferencesController_; }
     /// The files at and below the path, without what file managers leave there.
     QStringList getFilesFileManager(const QString& path) const;
     /// Takes files from outside into the tab in front.

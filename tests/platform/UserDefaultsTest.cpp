@@ -1,4 +1,5 @@
 #include "platform/desktop/UserDefaults.h"
+#include "platform/desktop/SettingsFile.h"
 
 #include "support/test.h"
 
@@ -14,6 +15,18 @@ namespace {
 class Defaults : public testing::Test
 {
 protected:
+    static void write(const QString& path, const QByteArray& content)
+    {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        file.write(content);
+    }
+    static QByteArray bytesOf(const QString& path)
+    {
+        QFile file(path);
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
     QTemporaryDir directory_;
     QString path_ = directory_.filePath(u"below/settings.ini"_s);
 };
@@ -200,14 +213,95 @@ TEST_F(Defaults, ThreadsReadAndWriteAtOnce)
 TEST_F(Defaults, AFileOfGarbageCountsAsEmptyAndIsSavedTo)
 {
     const QString path = directory_.filePath(u"garbage.ini"_s);
-    {
-        QFile garbage(path);
-        ASSERT_TRUE(garbage.open(QFile::WriteOnly));
-        garbage.write(QByteArray("\x00\xff[[[\n=\nno value\n]=%%\n\x80", 22));
-    }
+    const QByteArray garbage("\x00\xff[[[\n=\nno value\n]=%%\n\x80", 22);
+    write(path, garbage);
     UserDefaults defaults(path);
     defaults.registerDefaults({{u"level"_s, 5}});
     EXPECT_EQ(defaults.integerForKey(u"level"_s), 5);
     defaults.set(u"level"_s, 6);
     EXPECT_EQ(UserDefaults(path).integerForKey(u"level"_s), 6);
+    EXPECT_EQ(bytesOf(path + u".kept1"_s), garbage);
+}
+
+TEST_F(Defaults, ADamagedFileIsToldAndKeptAsItWasAheadOfTheFirstSaving)
+{
+    const QString path = directory_.filePath(u"settings.ini"_s);
+    const QByteArray damaged = "[General]\nlevel=5\nhalf a li\nother=6\n";
+    write(path, damaged);
+    UserDefaults defaults(path);
+    EXPECT_THAT(defaults.complaint().toStdString(), testing::HasSubstr(path.toStdString() + " are damaged"));
+    EXPECT_EQ(defaults.integerForKey(u"other"_s), 6) << "what can be read holds";
+    EXPECT_EQ(bytesOf(path), damaged) << "reading changes nothing";
+    defaults.set(u"level"_s, 7);
+    EXPECT_EQ(bytesOf(path + u".kept1"_s), damaged);
+    EXPECT_EQ(UserDefaults(path).integerForKey(u"other"_s), 6);
+    EXPECT_EQ(UserDefaults(path).complaint(), QString()) << "the file is whole again";
+    defaults.set(u"level"_s, 8);
+    EXPECT_FALSE(QFile::exists(path + u".kept2"_s)) << "a whole file needs no copy";
+}
+
+TEST_F(Defaults, ACopyThatIsThereIsNeverWrittenOver)
+{
+    const QString path = directory_.filePath(u"settings.ini"_s);
+    write(path + u".kept1"_s, "older");
+    write(path, "no value\n");
+    UserDefaults(path).set(u"level"_s, 7);
+    EXPECT_EQ(bytesOf(path + u".kept1"_s), "older");
+    EXPECT_EQ(bytesOf(path + u".kept2"_s), "no value\n");
+}
+
+TEST_F(Defaults, ADamagedFileThatCannotBeCopiedIsNotSavedTo)
+{
+    const QString path = directory_.filePath(u"settings.ini"_s);
+    write(path, "no value\n");
+    for (int number = 1; number <= 99; ++number)
+        write(path + u".kept%1"_s.arg(number), "taken");
+    UserDefaults defaults(path);
+    defaults.set(u"level"_s, 7);
+    EXPECT_EQ(bytesOf(path), "no value\n");
+    EXPECT_EQ(defaults.integerForKey(u"level"_s), 7);
+    EXPECT_THAT(defaults.complaint().toStdString(), testing::HasSubstr("could not be saved"));
+}
+
+TEST_F(Defaults, RemarksOfAFileThatAPersonWroteAreKept)
+{
+    const QString path = directory_.filePath(u"settings.ini"_s);
+    write(path, "; four cores here\n[General]\nmaxThreads=4\n");
+    UserDefaults defaults(path);
+    EXPECT_EQ(defaults.complaint(), QString());
+    defaults.set(u"maxThreads"_s, 5);
+    EXPECT_EQ(bytesOf(path + u".kept1"_s), "; four cores here\n[General]\nmaxThreads=4\n");
+}
+
+TEST_F(Defaults, AFileOfALaterVersionIsToldAndKeepsWhatThisOneDoesNotKnow)
+{
+    const QString path = directory_.filePath(u"settings.ini"_s);
+    write(path, "[General]\nsettingsVersion=2\nmaxThreads=4\nnovelty=@Point(1 2)\n\n[rooms]\nnew=a, b\n");
+    UserDefaults defaults(path);
+    EXPECT_THAT(defaults.complaint().toStdString(), testing::HasSubstr("later version"));
+    EXPECT_EQ(defaults.integerForKey(u"maxThreads"_s), 4);
+    defaults.set(u"maxThreads"_s, 5);
+    EXPECT_EQ(bytesOf(path), "[General]\nmaxThreads=5\nnovelty=@Point(1 2)\nsettingsVersion=2\n\n[rooms]\nnew=a, b\n");
+    EXPECT_EQ(UserDefaults(path).integerForKey(settingsFile::versionKey), 2);
+}
+
+TEST_F(Defaults, AFileThatCannotBeReadIsToldAndLeftAlone)
+{
+    UserDefaults defaults(directory_.path()); // a folder
+    EXPECT_THAT(defaults.complaint().toStdString(), testing::HasSubstr("could not be read"));
+    defaults.set(u"level"_s, 7);
+    EXPECT_EQ(defaults.integerForKey(u"level"_s), 7);
+}
+
+TEST_F(Defaults, ThatSavingFailedIsToldUntilItWorksAgain)
+{
+    const QString below = directory_.filePath(u"below"_s);
+    write(below, {});
+    UserDefaults defaults(path_);
+    EXPECT_EQ(defaults.complaint(), QString());
+    defaults.set(u"level"_s, 6);
+    EXPECT_THAT(defaults.complaint().toStdString(), testing::HasSubstr("could not be saved to " + path_.toStdString()));
+    QFile::remove(below);
+    defaults.set(u"level"_s, 7);
+    EXPECT_EQ(defaults.complaint(), QString());
 }

@@ -1,7 +1,7 @@
 // The tabs of a window.
 #pragma once
 
-#include "platform/controls/Control.h"
+#include "platform/controls/Pane.h"
 
 #include <memory>
 #include <vector>
@@ -14,9 +14,12 @@ class TabViewItem
 public:
     explicit TabViewItem(QString label) : label_(std::move(label)) {}
     const QString& label() const { return label_; }
+    /// What is shown while the tab is in front.
+    const std::shared_ptr<Pane>& view() const { return view_; }
 
 private:
     const QString label_;
+    const std::shared_ptr<Pane> view_ = std::make_shared<Pane>();
 };
 
 /// Main thread.

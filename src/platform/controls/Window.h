@@ -1,9 +1,10 @@
 // A window's model.
 #pragma once
 
-#include "platform/controls/Control.h"
+#include "platform/controls/Toolbar.h"
 
 #include <QPointF>
+#include <QRectF>
 
 namespace zolt {
 
@@ -32,11 +33,31 @@ public:
     /// title bars can be read. The zero point, where no window stands yet, is stepped from like any other.
     static QPointF cascadeTopLeftFromPoint(QPointF point) { return point + QPointF(cascadeStep, cascadeStep); }
 
-    static constexpr double cascadeStep = 22.0; ///< units; the height of a title bar
+    /// Place and size with the title bar, in units. y counts upwards and is that of the lower edge.
+    QRectF frame() const { return read(frame_); }
+    /// @param display  draws the window anew
+    /// @param animate  a front end goes there in steps that can be seen
+    void setFrame(const QRectF& frame, bool display = true, bool animate = false);
+    bool animatesFrame() const { return animatesFrame_; }
+    /// What a frame leaves beside the title bar.
+    static QRectF contentRectForFrameRect(const QRectF& frame) { return frame.adjusted(0, 0, 0, -titleBarHeight); }
+    /// What is left to the content beside the toolbar, within the content rectangle.
+    QRectF contentViewFrame() const;
+
+    /// None for a window without. Main thread.
+    const std::shared_ptr<Toolbar>& toolbar() const { return toolbar_; }
+    /// Puts a toolbar on the window, which has it ask for its items. Main thread.
+    void setToolbar(const std::shared_ptr<Toolbar>& toolbar);
+
+    static constexpr double titleBarHeight = 22.0;        ///< units; reckoned with whatever the desktop draws
+    static constexpr double cascadeStep = titleBarHeight; ///< units
 
 private:
     QString title_;
     QPointF topLeft_;
+    QRectF frame_;
+    std::atomic<bool> animatesFrame_ = false;
+    std::shared_ptr<Toolbar> toolbar_;
     std::atomic<unsigned> ordersToFront_ = 0;
 };
 

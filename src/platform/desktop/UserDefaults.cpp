@@ -1,6 +1,7 @@
 #include "platform/desktop/UserDefaults.h"
 
 #include "platform/Log.h"
+#include "platform/desktop/SettingsFile.h"
 #include "platform/text/Text.h"
 
 #include <QDir>
@@ -46,8 +47,18 @@ void UserDefaults::load(const QString& path)
     for (const QString& key : file.allKeys()) {
         if (!key.isEmpty()) values[key] = file.value(key); // a damaged file may name an empty one
     }
+    const QString complaint = settingsFile::complaintAbout(file);
+    if (!complaint.isEmpty()) qCWarning(platformLog).noquote() << complaint;
     const std::lock_guard guard(mutex_);
     saved_ = std::move(values);
+    fileComplaint_ = complaint;
+    saveComplaint_.clear();
+}
+
+QString UserDefaults::complaint() const
+{
+    const std::lock_guard guard(mutex_);
+    return saveComplaint_.isEmpty() ? fileComplaint_ : saveComplaint_;
 }
 
 void UserDefaults::registerDefaults(const Values& values)
@@ -110,19 +121,12 @@ void UserDefaults::change(const QString& key, const std::optional<QVariant>& val
     if (!inMemory_) save(key, value);
 }
 
-/// Writes one key and leaves the rest of the file as another running program may have set it meanwhile.
-void UserDefaults::save(const QString& key, const std::optional<QVariant>& value) const
+void UserDefaults::save(const QString& key, const std::optional<QVariant>& value)
 {
-    QSettings file(path_, QSettings::IniFormat);
-    if (value) {
-        file.setValue(key, *value);
-    } else {
-        file.remove(key);
-    }
-    file.sync();
-    if (file.status() == QSettings::NoError) return;
-    qCWarning(platformLog).noquote() << "The settings could not be saved to" << path_
-                                     << "- see that the file and its directory can be written.";
+    const QString complaint = settingsFile::save(path_, key, value);
+    if (!complaint.isEmpty()) qCWarning(platformLog).noquote() << complaint;
+    const std::lock_guard guard(mutex_);
+    saveComplaint_ = complaint;
 }
 
 void UserDefaults::keepInMemory()

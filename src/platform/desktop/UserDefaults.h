@@ -37,7 +37,12 @@ public:
     /// As objectForKey, as a truth value: true, or a number that is not 0.
     bool boolForKey(const QString& key) const;
 
-    /// Sets a value and saves it at once. A file that cannot be written is logged; the value holds for this run.
+    /// What stands against the file of the saved values, in words for a person: it is damaged, comes from a later
+    /// version, or could not be read or saved. Empty if nothing does.
+    QString complaint() const;
+
+    /// Sets a value and saves it at once. A file that cannot be written is logged; the value holds for this run. What
+    /// saving would lose of a damaged file is kept in a copy beside it first; without the copy nothing is saved.
     void set(const QString& key, const QVariant& value);
     /// Removes the saved value, so that the registered one stands again, and saves that at once.
     void remove(const QString& key);
@@ -53,7 +58,7 @@ public:
 private:
     void load(const QString& path);
     void change(const QString& key, const std::optional<QVariant>& value);
-    void save(const QString& key, const std::optional<QVariant>& value) const;
+    void save(const QString& key, const std::optional<QVariant>& value);
 
     std::mutex fileMutex_; ///< taken first; over path_, inMemory_ and the file, so that readers never wait for a disk
     QString path_;
@@ -61,6 +66,8 @@ private:
     mutable std::mutex mutex_; ///< over the values
     Values saved_;
     Values registered_;
+    QString fileComplaint_; ///< about the file as it was found
+    QString saveComplaint_; ///< about the last saving
 };
 
 } // namespace zolt
