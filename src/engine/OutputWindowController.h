@@ -16,6 +16,7 @@ struct ReportFacts
 {
     QString source = {};        ///< full path of the file that its task works on; empty where that is none, or several
     QSet<QString> missing = {}; ///< those of its lines that are about a file which is not there
+    QStringList faults = {};    ///< what is wrong with outputs and stands in none of its lines
 };
 
 /// Any thread: the models hand their changes to the main thread, where the view is built.

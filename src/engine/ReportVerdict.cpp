@@ -156,13 +156,14 @@ LineVerdict verdictOfLine(QStringView line, const QSet<QString>& missing)
     return isMissing ? LineVerdict::Missing : verdictOfLine(line);
 }
 
-ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing)
+ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing, const QStringList& faults)
 {
     ReportVerdict verdict;
     for (const QStringView line : QStringTokenizer(report, u'\n')) {
         if (!line.trimmed().isEmpty()) count(verdict, verdictOfLine(line, missing));
     }
-    if (verdict.failed()) verdict.cause = causeOf(report);
+    verdict.bad += faults.size();
+    if (verdict.failed()) verdict.cause = faults.isEmpty() ? causeOf(report) : faults.first();
     return verdict;
 }
 

@@ -3,6 +3,7 @@
 
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 namespace zolt {
@@ -34,7 +35,8 @@ struct ReportVerdict
 
 /// Reads the whole report; the work grows with its length.
 /// @param missing  as above
-ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing = {});
+/// @param faults   what no line tells (see ZOLTTaskResults::noteFault): each counts as bad, the first is the cause
+ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing = {}, const QStringList& faults = {});
 
 /// "11 OK, 1 failed, 2 missing", or the number of lines where none tells an outcome.
 QString inWords(const ReportVerdict& verdict);

@@ -39,6 +39,7 @@ struct RunRow
     qint64 milliseconds = 0;        ///< from its start to its end; 0 until then, and for one that never ran
     OptionalText report;            ///< the text of the output window that its end opened
     QSet<QString> missing;          ///< those of the report's lines that are about a file which is not there
+    QStringList faults;             ///< of outputs, which the report does not tell
     ReportVerdict verdict;          ///< of the report
     std::shared_ptr<ZOLTTask> task; ///< until it has ended
 

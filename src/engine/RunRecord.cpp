@@ -89,7 +89,13 @@ void RunRecord::taskReported(const std::shared_ptr<ZOLTTask>& task, const Option
 {
     const auto results = text ? task->results() : nullptr;
     const auto missing = results ? results->missingLines() : QSet<QString>();
-    note({.kind = Event::Kind::Reported, .task = task, .at = clock_(), .report = text, .missing = missing});
+    const auto faults = results ? results->faults() : QStringList();
+    note({.kind = Event::Kind::Reported,
+          .task = task,
+          .at = clock_(),
+          .report = text,
+          .missing = missing,
+          .faults = faults});
 }
 
 void RunRecord::note(Event event)
@@ -199,7 +205,8 @@ void RunRecord::report(const Event& event)
     if (event.report) {
         row.report = event.report;
         row.missing = event.missing;
-        row.verdict = verdictOf(*event.report, event.missing);
+        row.faults = event.faults;
+        row.verdict = verdictOf(*event.report, event.missing, event.faults);
         tell([&row](RunListener& listener) { listener.rowReported(row); });
     }
     tell([&row](RunListener& listener) { listener.rowClosed(row); });

@@ -79,6 +79,7 @@ private:
         Outcome outcome = Outcome::Waiting;
         OptionalText report = {};
         QSet<QString> missing = {}; // lines of the report
+        QStringList faults = {};    // that it does not tell
     };
     /// What is to be known of a row until it has reported.
     struct OpenRow

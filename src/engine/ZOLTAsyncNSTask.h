@@ -26,6 +26,7 @@ public:
     void appendToPATH(const QString& directory);
     /// Working directory of the child; none means this program's own.
     void setDirectory(const QString& directory) { put(currentDirectoryPath_, directory); }
+    QString directory() const { return get(currentDirectoryPath_); }
 
     /// Hook between the flags and the row's outcome. May run twice after a cancel.
     virtual void cleanup() {}

@@ -163,7 +163,7 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     if (idle) endOfRun(rows);
     if (!showsText) return;
     shown = results->results();
-    showOutputWindowTitle(*shown, task->optionalTitle(), {task->source(), results->missingLines()});
+    showOutputWindowTitle(*shown, task->optionalTitle(), {task->source(), results->missingLines(), results->faults()});
 }
 
 void ZOLTTaskQueue::endOfRun(const Tasks& rows)

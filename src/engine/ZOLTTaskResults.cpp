@@ -79,6 +79,18 @@ QSet<QString> ZOLTTaskResults::missingLines() const
     return missingLines_;
 }
 
+void ZOLTTaskResults::noteFault(const QString& sentence)
+{
+    const std::lock_guard guard(mutex_);
+    faults_ += sentence;
+}
+
+QStringList ZOLTTaskResults::faults() const
+{
+    const std::lock_guard guard(mutex_);
+    return faults_;
+}
+
 void ZOLTTaskResults::addTaskInSet(const std::shared_ptr<ZOLTTask>& task)
 {
     const std::lock_guard guard(mutex_);

@@ -5,6 +5,7 @@
 
 #include <QSet>
 #include <QString>
+#include <QStringList>
 
 #include <atomic>
 #include <map>
@@ -46,6 +47,10 @@ public:
     void noteMissing(const QString& line);
     QSet<QString> missingLines() const;
 
+    /// Remembers what is wrong with an output though the tool did not say so: one sentence. The report's text stays.
+    void noteFault(const QString& sentence);
+    QStringList faults() const;
+
     /// Appends the task to the set, with an empty text.
     void addTaskInSet(const std::shared_ptr<ZOLTTask>& task);
 
@@ -75,6 +80,7 @@ private:
     std::map<QString, QString> resultsDictionary_;             // text by the task's index in the set, as text
     std::unordered_map<const ZOLTTask*, std::size_t> indices_; // of each task in the set
     QSet<QString> missingLines_;
+    QStringList faults_;
     std::shared_ptr<ZOLTTask> taskAfterSetDone_;
     std::atomic<bool> taskSetDone_ = false;
     bool taskAfterSetClaimed_ = false;

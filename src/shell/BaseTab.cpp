@@ -215,6 +215,7 @@ OptionalText BaseTab::chooseOutputFolder() const
 void BaseTab::removeRows(const QList<qsizetype>& rows)
 {
     fileNames_->removeAt(rows);
+    rowsRemoved(rows);
     tableView->reloadData();
 }
 

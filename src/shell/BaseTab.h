@@ -40,6 +40,8 @@ public:
     /// Asks for files and adds them.
     void addButtonClick(Sender sender);
     void clearButtonClick(Sender sender);
+    /// Hook after rows were taken out. @param rows  their numbers before that
+    virtual void rowsRemoved(const QList<qsizetype>& rows) { Q_UNUSED(rows); }
     /// Empties the list.
     virtual void clearFiles();
     /// The action of option controls.
@@ -92,7 +94,7 @@ public:
     void removeRows(const QList<qsizetype>& rows);
     /// Presses the command on all rows but these, which stay in the list; where its task works on the list itself they
     /// come back with bringBack(). Nothing is pressed where no other is left.
-    void executeCommandWithout(const QList<qsizetype>& rows);
+    virtual void executeCommandWithout(const QList<qsizetype>& rows);
     /// Adds the rows that are still to come back. Called once the list is empty.
     void bringBack();
     /// The names of the tools that the command would run on the present list, for the look-up before it is pressed.
@@ -111,6 +113,9 @@ public:
     ZOLTController* zoltController = nullptr;
     bool taskCompleted = false; ///< nobody uses it
 
+    /// Whether files of this kind may enter the list.
+    bool isValid(const QString& path) const;
+
 protected:
     BaseTab();
     QString label() const;
@@ -118,7 +123,6 @@ protected:
     const QStringList& lastAdded() const { return lastAdded_; }
 
 private:
-    bool isValid(const QString& path) const;
     void add(const QStringList& paths);
     void list(const QStringList& paths);
     void announce(const QStringList& added);

@@ -60,8 +60,10 @@ Outlook outlookOf(const WorkPlan& plan, const OutlookDisk& disk, const std::atom
         const auto found = check({plan, disk, stop});
         outlook.problems.insert(outlook.problems.end(), found.begin(), found.end());
     }
-    for (OutlookProblem& problem : outlook.problems)
+    for (OutlookProblem& problem : outlook.problems) {
         problem.text = readableName(problem.text);
+        if (plan.indivisible && problem.kind != OutlookProblem::Kind::PassedOver) problem.rows.clear();
+    }
     return outlook;
 }
 

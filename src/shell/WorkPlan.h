@@ -50,6 +50,7 @@ struct WorkPlan
 {
     QStringList files;           ///< the tab's list
     std::vector<WorkItem> items; ///< in list order
+    bool indivisible = false;    ///< the list is worked on as a whole: no row of it can be left out for a problem
     QList<qsizetype> passedOver; ///< rows that the command makes nothing of
     bool deletes = false;        ///< the sources go after success
     QStringList tools;           ///< that the command runs

@@ -17,13 +17,31 @@ bool isMadeAnew(int kind)
     return kind == padding || kind == comments || kind == picture;
 }
 
+/// Opens the file and leaves it behind the mark that its blocks begin with.
+bool openAtBlocks(NamedFile& file, const QString& path)
+{
+    return file.open(QIODevice::ReadOnly) && file.seek(endOfId3Tags(path)) && file.read(4) == "fLaC";
+}
+
 } // namespace
+
+std::optional<FlacStream> flacStream(const QString& path)
+{
+    constexpr qint64 blockSize = 34;
+    constexpr qsizetype numbers = headerSize + 10; // 20 bits of rate, 3 of channels less one
+    NamedFile file(path);
+    if (!openAtBlocks(file, path)) return std::nullopt;
+    const QByteArray block = file.read(headerSize + blockSize);
+    if (block.size() < headerSize + blockSize || (block[0] & 0x7f) != 0) return std::nullopt;
+    const quint32 bits = qFromBigEndian<quint32>(block.constData() + numbers);
+    if (bits >> 12 == 0) return std::nullopt;
+    return FlacStream{int(bits >> 12), int(bits >> 9 & 7) + 1};
+}
 
 qint64 sizeOfFlacTags(const QString& path)
 {
     NamedFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return 0;
-    if (!file.seek(endOfId3Tags(path)) || file.read(4) != "fLaC") return 0;
+    if (!openAtBlocks(file, path)) return 0;
     qint64 sum = 0;
     for (bool isLast = false; !isLast;) {
         const QByteArray header = file.read(headerSize);

@@ -3,7 +3,19 @@
 
 #include <QString>
 
+#include <optional>
+
 namespace zolt {
+
+/// What the first block says of the audio.
+struct FlacStream
+{
+    int sampleRate = 0; ///< frames a second
+    int channels = 0;
+};
+
+/// Nothing for a file that is none. A look at the first bytes alone; any thread.
+std::optional<FlacStream> flacStream(const QString& path);
 
 /// Bytes of the blocks that a writer of tags makes anew: comments, pictures and padding, their headers included.
 /// 0 for a file that is none. Any thread.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/text/Text.h"
+#include "util/DiscContents.h"
 
 namespace zolt {
 
@@ -12,7 +13,7 @@ public:
     /// @param bsdName  the drive's name, such as "sr0"; none for a disc that is in no drive
     /// @param drives   the folder in which the kernel shows its drives, an entry each
     static CDExtractSCSIProviderHelper initWithBSDName(const OptionalText& bsdName,
-                                                       const QString& drives = QStringLiteral("/sys/block"))
+                                                       const QString& drives = drivesFolder())
     {
         return {bsdName, drives};
     }

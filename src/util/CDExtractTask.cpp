@@ -21,18 +21,12 @@ std::shared_ptr<CDExtractTask> CDExtractTask::initAsyncTaskWithQueueLaunchPathAr
 void CDExtractTask::setFileNames(const QStringList& files)
 {
     currentFileIndex_ = 0;
-    fileNames_ = trackPathsInOrder(files);
-}
-
-void CDExtractTask::setDirectory(const QString& directory)
-{
-    directory_ = directory;
-    ZOLTAsyncNSTask::setDirectory(directory);
+    fileNames_ = reNumberCdTracks(files);
 }
 
 QString CDExtractTask::inDirectory(const QString& name) const
 {
-    return directory_.isEmpty() ? name : path::appendingComponent(directory_, name);
+    return directory().isEmpty() ? name : path::appendingComponent(directory(), name);
 }
 
 void CDExtractTask::showStart()
@@ -50,6 +44,11 @@ QString CDExtractTask::stripPercent(const QString& output)
 {
     const QString stripped = stringByReplacingOccurrencesOfRegexWithString(output, u"[0-9]+%$"_s, u""_s);
     return trimmed(stripped, CharacterSet::Newlines);
+}
+
+QStringList CDExtractTask::reNumberCdTracks(const QStringList& paths)
+{
+    return trackPathsInOrder(paths);
 }
 
 void CDExtractTask::processTaskOutput(const OptionalText& output)

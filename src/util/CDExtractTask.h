@@ -5,7 +5,8 @@
 
 namespace zolt {
 
-/// The tool writes into its working directory, the task's `setDirectory`.
+/// The tool writes into its working directory, the task's `setDirectory`; there the files are renamed and the log is
+/// written. Without one that is the program's own.
 class CDExtractTask : public ZOLTAsyncNSTask
 {
 public:
@@ -23,13 +24,12 @@ public:
     void setTrackString(const QString& trackString) { trackString_ = trackString; }
     /// The disc's track files; kept in the order of the tracks.
     void setFileNames(const QStringList& files);
-    /// The folder that the files are renamed in and the log is written to; none names files of the working directory.
-    void setDirectory(const QString& directory);
-
     /// True for what the tool prints at the end of each track.
     static bool isEndOfTrack(const QString& output);
     /// The text without percentages at its end and line ends around it.
     static QString stripPercent(const QString& output);
+    /// The paths in the order of the tracks; see trackPathsInOrder.
+    static QStringList reNumberCdTracks(const QStringList& paths);
     void processTaskOutput(const OptionalText& output) override;
     /// Renames the tool's files and writes the log, whatever the outcome.
     void cleanup() override;
@@ -50,7 +50,6 @@ private:
     QStringList fileNames_;
     qsizetype currentFileIndex_ = 0;
     QString discName_;
-    QString directory_;
     QString logOutput_;
 };
 

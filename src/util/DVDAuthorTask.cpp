@@ -1,5 +1,6 @@
 #include "util/DVDAuthorTask.h"
 
+#include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
 #include "util/Log.h"
 
@@ -76,7 +77,15 @@ void DVDAuthorTask::processDVDATaskOutput(const OptionalText& output)
     const QString text = withoutBackspaces(output);
     qCInfo(utilLog).noquote() << text;
     if (!text.contains(fileMarker)) return;
-    const QString rest = substringFrom(text, fileMarker.size()); // kept: as if the marker stood at the start
+    try {
+        showFile(substringFrom(text, fileMarker.size())); // kept: as if the marker stood at the start
+    } catch (const PlatformException& fault) {
+        qCWarning(utilLog).noquote() << "Error in dvda's text" << fault.reason();
+    }
+}
+
+void DVDAuthorTask::showFile(const QString& rest)
+{
     const int index = intValue(substringTo(rest, numberEnd.size()));
     const QString file = substringFrom(rest, numberEnd.size() + 1);
     topTextField()->setStringValue(u"Processing: "_s + path::lastComponent(file));

@@ -14,10 +14,14 @@ public:
     initTaskWithQueueFileNamesOutputPath(ZOLTTaskQueue* queue, const QStringList& fileNames, const QString& outputPath);
 
     void processImageTaskOutput(const OptionalText& output);
+    /// A piece that was cut within a marker's line is logged and shows nothing.
     void processDVDATaskOutput(const OptionalText& output);
     /// Kept: neither tool's status is looked at, and the image is tried whatever became of the tree.
     void makeImage();
     void authorDisc();
+
+    /// The tree, and the image of it.
+    int stageCount() const override { return 2; }
 
     static constexpr char16_t imageName[] = u"image.iso";
 
@@ -26,6 +30,7 @@ protected:
 
 private:
     DVDAuthorTask();
+    void showFile(const QString& rest);
     QString inOutput(const QString& name) const;
 
     QStringList fileNames_;

@@ -1,5 +1,6 @@
 #include "util/DeEmphasisTask.h"
 
+#include "encode/CoreAudioHelper.h"
 #include "engine/ZOLTTaskResults.h"
 #include "platform/errors/Exceptions.h"
 #include "util/Log.h"
@@ -53,7 +54,23 @@ void DeEmphasisTask::showProgress(const QString& text)
 void DeEmphasisTask::finalCleanup()
 {
     totalOutput_ += u"\n\n"_s;
-    if (const auto collector = results()) collector->appendResults(totalOutput_);
+    const auto collector = results();
+    if (!collector) return;
+    collector->appendResults(totalOutput_);
+    if (!cancelled()) lookAtOutput(*collector);
+}
+
+/// On a full disk, and where it was killed, the tool leaves a part of the sound and reports success.
+void DeEmphasisTask::lookAtOutput(ZOLTTaskResults& results) const
+{
+    const QString output = pieceAt(arguments(), 2), name = path::lastComponent(output);
+    const auto source = CoreAudioHelper::getFormatInfo(fileName_), written = CoreAudioHelper::getFormatInfo(output);
+    if (!source) return; // nothing to hold it against; the tool's text says why
+    if (!written)
+        results.noteFault(u"%1 was not written, or holds no sound"_s.arg(name));
+    else if (written->totalSamples() < source->totalSamples())
+        results.noteFault(
+            u"%1 is shorter than its source: there may be no room on the disk, or the tool was ended"_s.arg(name));
 }
 
 } // namespace zolt

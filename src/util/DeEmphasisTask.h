@@ -16,12 +16,13 @@ public:
                                                          const std::shared_ptr<ZOLTTaskResults>& results);
 
     void processTaskOutput(const OptionalText& output) override;
-    /// What the tool had to say goes to the results.
+    /// What the tool had to say goes to the results, and what is wrong with the output beside it.
     void finalCleanup() override;
 
 private:
     DeEmphasisTask() = default;
     void showProgress(const QString& text);
+    void lookAtOutput(ZOLTTaskResults& results) const;
 
     QString fileName_;
     QString totalOutput_;

@@ -42,16 +42,20 @@ QByteArray askForContents(int drive)
     return ::ioctl(drive, CDROM_SEND_PACKET, &command) == 0 ? answer : QByteArray();
 }
 
+/// A title as part of a file's name, which may have 255 bytes with number and extension.
 QString safe(QString title)
 {
-    return title.replace(u'/', u'-').trimmed();
+    constexpr qsizetype mostBytes = 200;
+    title = title.replace(u'/', u'-').trimmed();
+    while (title.toUtf8().size() > mostBytes)
+        title.chop(title.back().isLowSurrogate() ? 2 : 1);
+    return title;
 }
 
-bool makeEmpty(const QString& path)
+void makeEmpty(const QString& path)
 {
     const int file = ::open(bytesOfName(path).constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
     if (file >= 0) ::close(file);
-    return file >= 0;
 }
 
 } // namespace
@@ -112,10 +116,15 @@ QStringList placeTrackFiles(const QString& drive, const QStringList& names)
     if (!QDir().mkpath(folder)) return {};
     QStringList paths;
     for (const QString& name : names) {
-        const QString path = path::appendingComponent(folder, name);
-        if (makeEmpty(path)) paths += path;
+        paths += path::appendingComponent(folder, name);
+        makeEmpty(paths.last()); // one that cannot be made is listed too: a gap would keep the tracks behind it back
     }
     return paths;
+}
+
+QString drivesFolder()
+{
+    return qEnvironmentVariable("ZOLT_DRIVES", u"/sys/block"_s);
 }
 
 QStringList discDrives(const QString& drives)

@@ -38,7 +38,10 @@ QStringList trackFileNames(const QList<DiscTrack>& tracks, const QHash<int, QStr
 /// @return their paths; none where that cannot be done
 QStringList placeTrackFiles(const QString& drive, const QStringList& names);
 
-/// The drives for discs of this machine, "sr0" first. @param drives  the folder in which the kernel shows its drives
-QStringList discDrives(const QString& drives = QStringLiteral("/sys/block"));
+/// The folder in which the kernel shows its drives, an entry each; the environment's ZOLT_DRIVES names another.
+QString drivesFolder();
+
+/// The drives for discs of this machine, "sr0" first. @param drives  as drivesFolder
+QStringList discDrives(const QString& drives = drivesFolder());
 
 } // namespace zolt

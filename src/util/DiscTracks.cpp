@@ -41,17 +41,33 @@ QStringList trackPathsInOrder(const QStringList& files)
     return paths;
 }
 
-QString trackRange(const QStringList& names)
+TrackRange rangeOf(const QStringList& names)
 {
-    int first = -1, last = 0;
+    TrackRange range;
     for (const QString& name : names) {
         const int number = leadingNumber(name);
-        if (first < 0)
-            first = last = number;
-        else if (number == last + 1)
-            last = number;
+        if (range.first < 0)
+            range.first = range.last = number;
+        else if (number == range.last + 1)
+            range.last = number;
     }
-    return u"%1+%2"_s.arg(first).arg(last);
+    return range;
+}
+
+QString trackRange(const QStringList& names)
+{
+    const TrackRange range = rangeOf(names);
+    return u"%1+%2"_s.arg(range.first).arg(range.last);
+}
+
+QList<qsizetype> rowsOutsideRange(const QStringList& files)
+{
+    const TrackRange range = rangeOf(tracksInOrder(files));
+    QList<qsizetype> rows;
+    for (qsizetype row = 0; row < files.size(); ++row) {
+        if (!range.holds(leadingNumber(path::lastComponent(files[row])))) rows += row;
+    }
+    return rows;
 }
 
 } // namespace zolt

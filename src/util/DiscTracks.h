@@ -2,6 +2,7 @@
 // alone; any thread.
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -17,8 +18,22 @@ QStringList tracksInOrder(const QStringList& files);
 /// counts.
 QStringList trackPathsInOrder(const QStringList& files);
 
+/// Tracks that the tool reads in one go.
+struct TrackRange
+{
+    int first = -1;
+    int last = 0;
+    bool holds(int track) const { return first <= track && track <= last; }
+};
+
+/// The run of tracks that begins with the first name; see trackRange.
+TrackRange rangeOf(const QStringList& names);
+
 /// The first and the last number of the run of tracks that begins with the first name, joined by "+": "3+5" of
 /// 3, 4, 5, 7. Behind a gap the run goes on only with the number that was missing. "-1+0" of no names.
 QString trackRange(const QStringList& names);
+
+/// The rows of the track files that the range of them all does not hold, being behind a gap.
+QList<qsizetype> rowsOutsideRange(const QStringList& files);
 
 } // namespace zolt

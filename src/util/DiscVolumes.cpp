@@ -17,13 +17,12 @@ constexpr qsizetype devicePrefix = 5; // "/dev/"
 /// A field of the table: bytes that would end it are written as a backslash and three octal digits.
 QString unescaped(const QByteArray& field)
 {
-    QByteArray bytes;
-    for (qsizetype at = 0; at < field.size(); ++at) {
+    QByteArray bytes = field;
+    for (qsizetype at = bytes.indexOf('\\'); at >= 0; at = bytes.indexOf('\\', at + 1)) {
         bool isNumber = false;
-        const char byte = char(field.mid(at + 1, 3).toInt(&isNumber, 8));
-        const bool escaped = field[at] == '\\' && isNumber && at + 3 < field.size();
-        bytes += escaped ? byte : field[at];
-        if (escaped) at += 3;
+        const QByteArray digits = bytes.mid(at + 1, 3);
+        const char byte = char(digits.toInt(&isNumber, 8));
+        if (isNumber && digits.size() == 3) bytes.replace(at, 4, QByteArray(1, byte));
     }
     return nameOfBytes(bytes);
 }
@@ -64,6 +63,11 @@ OptionalText discOfVolume(const QString& path, const QString& mountTable)
 QString folderOfDisc(const QString& drive)
 {
     return path::appendingComponent(discsFolder(), u"Audio CD (%1)"_s.arg(drive));
+}
+
+bool isInOwnDiscFolder(const QString& file)
+{
+    return driveOfOwnFolder(path::deletingLastComponent(file)).has_value();
 }
 
 bool isInVirtualDiscFolder(const QString& file)

@@ -16,6 +16,9 @@ QString mountTable();
 /// The folder into which the tracks of a drive's disc are put as empty files, in the user's cache.
 QString folderOfDisc(const QString& drive);
 
+/// True for a track file that this program has put there.
+bool isInOwnDiscFolder(const QString& file);
+
 /// True for a file of the folder in which desktops show an audio disc that is not mounted: it has no device, and its
 /// names cannot be put in order.
 bool isInVirtualDiscFolder(const QString& file);

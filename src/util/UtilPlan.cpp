@@ -2,10 +2,14 @@
 
 #include "shell/Constants.h"
 #include "shell/Wording.h"
-#include "tags/FlacTagHelper.h"
+#include "tags/FlacBlocks.h"
 #include "util/DVDAuthorTask.h"
+#include "util/DiscContents.h"
 #include "util/DiscTracks.h"
 #include "util/DiscVolumes.h"
+
+#include <QFileInfo>
+#include <QMap>
 
 namespace zolt::utilPlan {
 
@@ -34,22 +38,69 @@ void planFiles(WorkPlan& plan, const QStringList& extensions)
 /// metaflac declines these without a reason that anybody would see.
 std::vector<WorkCaution> unfitForOneGain(const WorkPlan& plan, const std::atomic<bool>& stop)
 {
+    const auto caution = [](const WorkItem& item, const QString& what) {
+        return WorkCaution{path::lastComponent(item.source) + what + u": the tool will do nothing at all"_s,
+                           {item.row}};
+    };
     std::vector<WorkCaution> cautions;
     int rate = 0;
     for (const WorkItem& item : plan.items) {
         if (stop) return {};
-        const auto format = FlacTagHelper().getFormatInfo(item.source);
-        const QString name = path::lastComponent(item.source);
-        if (rate == 0) rate = format->sampleRate();
-        if (format->channels() > 2)
-            cautions.push_back(
-                {u"%1 has more than two channels: the tool will do nothing at all"_s.arg(name), {item.row}});
-        else if (format->sampleRate() != rate)
-            cautions.push_back(
-                {u"%1 has another sample rate than the first file: the tool will do nothing at all"_s.arg(name),
-                 {item.row}});
+        const auto stream = flacStream(item.source);
+        if (!stream) {
+            cautions.push_back(caution(item, u" cannot be read as FLAC"_s));
+            continue;
+        }
+        if (rate == 0) rate = stream->sampleRate;
+        if (stream->channels > 2)
+            cautions.push_back(caution(item, u" has more than two channels"_s));
+        else if (stream->sampleRate != rate)
+            cautions.push_back(caution(item, u" has another sample rate than the first file"_s));
     }
     return cautions;
+}
+
+/// Whatever is mounted where the files are will be unmounted by force.
+std::vector<WorkCaution> aboutDrive(const WorkPlan& plan, const std::atomic<bool>&)
+{
+    if (plan.items.empty()) return {};
+    const OptionalText disc = discOfVolume(path::deletingLastComponent(plan.files.first()), mountTable());
+    if (!disc) return {{u"The files are not on the disc of a drive: nothing will be read"_s, {}}};
+    if (discDrives().contains(*disc)) return {};
+    return {{u"%1 is no drive for discs: it would be unmounted, and nothing read"_s.arg(*disc), {}}};
+}
+
+/// Files keep their names where nothing may be changed in their folder, and nobody is told.
+std::vector<WorkCaution> closedFolders(const WorkPlan& plan, const std::atomic<bool>& stop)
+{
+    QMap<QString, QList<qsizetype>> folders;
+    for (const WorkItem& item : plan.items)
+        folders[path::deletingLastComponent(item.source)] += item.row;
+    std::vector<WorkCaution> cautions;
+    for (auto folder = folders.cbegin(); folder != folders.cend() && !stop; ++folder) {
+        if (QFileInfo(folder.key()).isWritable()) continue;
+        cautions.push_back(
+            {u"The folder %1 cannot be written to: its files keep their names"_s.arg(folder.key()), folder.value()});
+    }
+    return cautions;
+}
+
+/// What one track becomes, or all of them together.
+WorkItem trackItem(qsizetype row, const QString& file, const QString& folder, bool together)
+{
+    WorkItem item{.row = row, .source = file};
+    const QString name = path::lastComponent(trackPathsInOrder({file}).first());
+    item.outputs = {together ? path::appendingComponent(folder, u"audio.wav"_s)
+                             : path::inFolderWithExtension(name, folder, u"wav"_s)};
+    item.sharesOutput = together;
+    item.existing = together ? WorkItem::Existing::Overwritten : WorkItem::Existing::Refused;
+    return item;
+}
+
+QStringList withoutVirtual(QStringList files)
+{
+    files.removeIf(isInVirtualDiscFolder);
+    return files;
 }
 
 } // namespace
@@ -67,19 +118,26 @@ QStringList withExtensions(const QStringList& files, const QStringList& extensio
     return kept;
 }
 
-void extracting(WorkPlan& plan, const OptionalText& destination)
+void extracting(WorkPlan& plan, const OptionalText& destination, bool oneFile)
 {
     plan.setPlaces(false, destination);
+    plan.indivisible = true;
+    plan.tools = {u"cdda2wav"_s, u"diskutil"_s};
+    plan.inspect = aboutDrive;
+    const TrackRange range = rangeOf(tracksInOrder(withoutVirtual(plan.files)));
+    QStringList behind;
     for (qsizetype row = 0; row < plan.files.size(); ++row) {
         const QString& file = plan.files[row];
-        const QString name = path::lastComponent(trackPathsInOrder({file}).first());
         if (isInVirtualDiscFolder(file))
             plan.passedOver += row;
+        else if (range.holds(leadingNumber(path::lastComponent(file))))
+            plan.items.push_back(trackItem(row, file, plan.folder, oneFile && range.first < range.last));
         else
-            plan.items.push_back(
-                {.row = row, .source = file, .outputs = {path::inFolderWithExtension(name, plan.folder, u"wav"_s)}});
+            behind += path::lastComponent(file);
     }
-    plan.tools = {u"cdda2wav"_s, u"diskutil"_s};
+    if (!behind.isEmpty())
+        plan.cautions += u"%1, such as %2, lie behind a gap: read the tracks ahead of it first"_s.arg(
+            counted(behind.size(), u"track"_s), behind.first());
     plan.words = plan.items.empty()
                      ? u"The desktop's own view of a disc cannot be read from: use Tracks of Disc instead"_s
                      : counted(qsizetype(plan.items.size()), u"track"_s) + u" to WAV"_s;
@@ -88,6 +146,7 @@ void extracting(WorkPlan& plan, const OptionalText& destination)
 void renaming(WorkPlan& plan)
 {
     planFiles(plan, {});
+    plan.inspect = closedFolders;
     plan.words = u"Give %1 a prefix and a number"_s.arg(counted(plan.files.size(), u"file"_s));
 }
 
@@ -124,6 +183,7 @@ void authoring(WorkPlan& plan, const OptionalText& destination)
         item.existing = WorkItem::Existing::Overwritten;
         item.outputSize = WorkItem::Size::PlainAudio;
     }
+    plan.indivisible = true;
     plan.tools = {u"dvda"_s, u"mkisofs"_s};
     plan.words = u"%1 to the image of a DVD-Audio disc"_s.arg(counted(plan.files.size(), u"file"_s));
 }

@@ -6,7 +6,8 @@
 namespace zolt::utilPlan {
 
 // Each fills in the plan of its command over the files that stand in it. @param destination  of the tab
-void extracting(WorkPlan& plan, const OptionalText& destination);
+/// @param oneFile  all tracks go into one
+void extracting(WorkPlan& plan, const OptionalText& destination, bool oneFile);
 void renaming(WorkPlan& plan);
 void gaining(WorkPlan& plan, bool adds);
 void deEmphasizing(WorkPlan& plan, const OptionalText& destination);

@@ -7,6 +7,7 @@
 #include "platform/controls/Matrix.h"
 #include "platform/controls/TextField.h"
 #include "shell/BaseTab.h"
+#include "util/DiscSearch.h"
 
 #include <QObject>
 
@@ -34,6 +35,8 @@ public:
     static QString parseTimeAsString(double seconds);
     /// With the DVD command selected the whole list is scanned anew.
     void filesAdded() override;
+    /// The formats of the rows go too, and the totals are those of the rest.
+    void rowsRemoved(const QList<qsizetype>& rows) override;
     /// Reads the format of every file for a DVD; they must match. Files that cannot go on one empty the list, which
     /// `scanNote` tells of. Blocks.
     void findFormatInfo();
@@ -49,20 +52,25 @@ public:
     QString getTrackNumberForExtract(const QStringList& names) const;
     QStringList reNumberCdTracks() const;
     OptionalText discIdForVolumePath(const QString& path) const;
-    /// Mounts the disc of a drive again; blocks. Nothing is mounted where there is none. @return true
+    /// Mounts the disc of a drive again; blocks. Nothing is mounted where there is none. @return true, whatever came of
+    /// it
     bool mountDisc(const OptionalText& discName) const;
-    /// @throws InvalidArgumentException without a drive. @return true
+    /// As mountDisc. @throws InvalidArgumentException without a drive
     bool unMountDisc(const OptionalText& discName) const;
     void executeCommand(Sender sender) override;
+    /// Tracks are read in one unbroken run: those behind a gap stay in the list with the rows that are left out.
+    void executeCommandWithout(const QList<qsizetype>& rows) override;
     /// Shows what belongs to the command. The second choice of the DVD command in a row deselects it; the first asks.
     void displayRelevantOptions() override;
     void clearFiles() override;
 
-    /// Lists the tracks of the first disc that has any, off the main thread: they come in when the drive has answered.
-    /// `scanNote` says where there is no drive or no such disc.
+    /// Lists the tracks of the first disc that has any, off the main thread: they come in when the drive has answered,
+    /// in place of those of a disc that was listed before. `scanNote` says where there is no drive or no such disc.
     void addTracksOfDisc(Sender sender);
     /// As addTracksOfDisc for these devices.
     void addTracksOfDiscIn(const QStringList& devices);
+    /// Has discs read by another than the kernel.
+    void setContentsReader(const ContentsReader& reader) { contentsReader_ = reader; }
 
     Outlets outlets() const override;
     WorkPlan workPlan() const override;
@@ -85,14 +93,41 @@ public:
     std::shared_ptr<TextField> scanNote = std::make_shared<TextField>(TextField::labelStyle()); ///< why a list went
 
 private:
+    /// One of the commands, by its title.
+    struct Command
+    {
+        QString title;
+        void (UtilTab::*work)();
+        void (UtilTab::*plan)(WorkPlan& plan) const;
+    };
+    /// What the extraction tool is told, and what becomes of its files.
+    struct Extraction
+    {
+        QString range;    ///< "1+5"
+        QString device;   ///< empty for a disc that is in no drive
+        QString discName; ///< names the log
+        QString folder;
+    };
+
+    static const std::vector<Command>& commands();
+    static QStringList commandTitles();
+    const Command* chosenCommand() const;
     void hideOptions();
     bool chooseDvd();
     void inAMoment(const std::function<void()>& work);
     void scan();
-    bool takeFormat(const QString& name, const AudioFormatObject& format, double total);
+    void showTotals();
     void giveUpList(const QString& why);
+    void listDisc(const FoundDisc& found);
+    void runDiskutil(const QStringList& arguments) const;
+    QList<qsizetype> rowsBehindGap(const QList<qsizetype>& leftOut) const;
+    void planExtraction(WorkPlan& plan) const;
+    void planRenaming(WorkPlan& plan) const;
+    void planReplayGain(WorkPlan& plan) const;
+    void planDeEmphasis(WorkPlan& plan) const;
+    void planDvd(WorkPlan& plan) const;
     void extract();
-    void queueExtraction(const OptionalText& disc, const QString& volume, const OptionalText& folder);
+    void queueExtraction(const Extraction& wanted);
     void rename();
     void addReplayGain();
     void removeEmphasis();
@@ -102,7 +137,8 @@ private:
 
     std::shared_ptr<std::atomic<bool>> alive_ =
         std::make_shared<std::atomic<bool>>(true); ///< asked before work is done
-    int lastSelectedIndex_ = -1;                   ///< of the commands, before the present change
+    int commandMatrixLastSelectedCell_ = -1;       ///< its index, before the present change; -1 for none
+    ContentsReader contentsReader_ = readDiscContents;
     std::vector<std::shared_ptr<AudioFormatObject>> formatObjects_;
     OptionalText prefix_;
     QObject context_; ///< of what happens in a moment; goes with the tab

@@ -30,7 +30,7 @@ protected:
     {
         QString table = u"/dev/sda1 / ext4 rw 0 0\n"_s;
         for (const QString& device : devices)
-            table += device + u" /media/x iso9660 ro 0 0\n"_s;
+            table += device + u" /media/My\\040x iso9660 ro 0 0\n"_s;
         ASSERT_TRUE(writeTextAtomically(folder_.filePath(u"mounts"_s), table));
     }
     int run(const QStringList& arguments)
@@ -75,7 +75,7 @@ TEST_F(Diskutil, UnmountsByTheDesktopsServiceWhereThereIsOne)
     EXPECT_EQ(said, u"Unmounted /dev/sr0\n"_s);
     fake(u"gio"_s);
     run({u"unmountDisk"_s, u"force"_s, u"sr0"_s});
-    EXPECT_TRUE(calls().endsWith(u"gio mount -u -f -d /dev/sr0\n"));
+    EXPECT_TRUE(calls().endsWith(u"gio mount -u -f /media/My x\n"));
     fake(u"udisksctl"_s);
     run({u"unmountDisk"_s, u"force"_s, u"sr0"_s});
     EXPECT_TRUE(calls().endsWith(u"udisksctl unmount --force --no-user-interaction -b /dev/sr0\n"));

@@ -2,6 +2,9 @@
 
 #include "UtilFixture.h"
 
+#include "platform/desktop/Interfaces.h"
+#include "shell/ZOLTStringGetterPanel.h"
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -81,4 +84,37 @@ TEST_F(UtilTest, AFileThatCannotBeMovedStaysWithoutAWord)
     EXPECT_TRUE(exists(u"x02.wav"_s));
     EXPECT_FALSE(exists(u"x01.wav"_s));
     EXPECT_TRUE(panels_.alerts().empty());
+}
+
+TEST_F(UtilTest, WhatIsTypedIntoThePanelIsThePrefix)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({file(u"a.b.wav"_s), file(u"plain"_s)});
+    QString message;
+    installInterface(u"StringGetterPanel"_s, [&](void* owner) {
+        auto& panel = *static_cast<ZOLTStringGetterPanel*>(owner);
+        panels_.answerModal([&](Window&) {
+            message = panel.messageText->stringValue();
+            EXPECT_EQ(panel.textField->stringValue(), QString());
+            panel.textField->enterText(u"My Show "_s);
+            panel.ok(nullptr);
+        });
+    });
+    const LogCapture log;
+    tab.executeCommand(nullptr);
+    installInterface(u"StringGetterPanel"_s, nullptr);
+    EXPECT_EQ(message, u"Enter the Prefix that you want the files to start with:"_s);
+    EXPECT_TRUE(exists(u"My Show 01.wav"_s));
+    EXPECT_TRUE(exists(u"My Show 02"_s));
+    EXPECT_EQ(log.count(u"moving %1 to %2"_s.arg(pathOf(u"a.b.wav"_s), pathOf(u"My Show 01.wav"_s))), 1);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+}
+
+TEST_F(UtilTest, FilesOfSeveralFoldersStayInTheirs)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({file(u"one/a.wav"_s), file(u"two/a.flac"_s)});
+    tab.setPrefix(u"x"_s);
+    tab.executeCommand(nullptr);
+    EXPECT_TRUE(exists(u"one/x01.wav"_s) && exists(u"two/x02.flac"_s));
 }

@@ -220,3 +220,51 @@ TEST_F(CDExtractTest, AReadErrorIsInTheLogAndTheFilesAreNamedAllTheSame)
     EXPECT_TRUE(exists(u"01 Track 1.wav"_s));
     EXPECT_TRUE(textOf(u"Audio CD (sr7).log.txt"_s).contains(u"Input/output error"));
 }
+
+TEST_F(CDExtractTest, ARowThatIsLeftOutKeepsTheTracksBehindItInTheList)
+{
+    tools_.install(u"diskutil"_s);
+    tools_.install(u"cdda2wav"_s);
+    choose(UtilTab::extraction);
+    const QStringList files = discInOurFolder(5);
+    tab.addFiles(files);
+    tab.setDestination(folder());
+    tab.executeCommandWithout({2});
+    EXPECT_EQ(tab.fileNames().copy(), files.mid(2));
+    runQueue();
+    ASSERT_EQ(tools_.calls(u"cdda2wav"_s).size(), 1);
+    EXPECT_TRUE(tools_.calls(u"cdda2wav"_s)[0].contains(u"1+2"_s));
+}
+
+TEST_F(CDExtractTest, WithoutTheMountingToolTheDiscIsReadAllTheSame)
+{
+    tools_.install(u"cdda2wav"_s);
+    choose(UtilTab::extraction);
+    tab.addFiles(discInOurFolder(1));
+    tab.setDestination(folder());
+    const LogCapture log;
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queue().taskCount(), 1);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_EQ(log.count(u"diskutil "_s), 2);
+    runQueue();
+}
+
+TEST_F(CDExtractTest, ACancelNamesWhatIsThereAndWritesTheLog)
+{
+    tools_.install(u"diskutil"_s);
+    tools_.install(u"cdda2wav"_s,
+                   {u"touch"_s, u"audio_01.wav"_s, u"touch"_s, pathOf(u"runs"_s), u"wait-file"_s, pathOf(u"go"_s)});
+    choose(UtilTab::extraction);
+    tab.addFiles(discInOurFolder(2));
+    tab.setDestination(folder());
+    tab.executeCommand(nullptr);
+    ASSERT_TRUE(runUntil([this] { return exists(u"runs"_s); }));
+    const auto task = queue().taskArray()[0];
+    file(u"go"_s);
+    task->cancelTask(nullptr);
+    runQueue();
+    EXPECT_TRUE(task->cancelled());
+    EXPECT_TRUE(exists(u"01 Track 1.wav"_s));
+    EXPECT_TRUE(exists(u"Audio CD (sr7).log.txt"_s));
+}

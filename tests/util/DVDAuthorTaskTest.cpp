@@ -88,6 +88,33 @@ TEST_F(DVDAuthorTest, ImageTextIsReadWhereverItIsCut)
     });
 }
 
+TEST_F(DVDAuthorTest, TheAuthoringToolsTextIsReadWhereverItIsCut)
+{
+    const LogCapture log;
+    everyCut("[Zolt]  Processing 0::/in/0.wav\n[Zolt]  Processing 1::/in/1.wav\n",
+             [this](const QList<QByteArray>& pieces) {
+                 const auto task = make(2);
+                 for (const QByteArray& piece : pieces)
+                     EXPECT_NO_THROW(task->processDVDATaskOutput(QString::fromUtf8(piece)));
+                 EXPECT_LE(task->progressIndicator()->doubleValue(), 100.0);
+             });
+}
+
+TEST_F(DVDAuthorTest, TextThatEndsWithinAMarkerDoesNotKeepTheImageFromBeingMade)
+{
+    tools_.install(u"dvda"_s, {u"out"_s, u"[Zolt]  Processing "_s});
+    tools_.install(u"mkisofs"_s);
+    const auto task = make(2);
+    runTask(task);
+    EXPECT_FALSE(task->error());
+    EXPECT_EQ(tools_.calls(u"mkisofs"_s).size(), 1);
+}
+
+TEST_F(DVDAuthorTest, TheImageIsASecondStage)
+{
+    EXPECT_EQ(make()->stageCount(), 2);
+}
+
 TEST_F(DVDAuthorTest, RunsTheTwoToolsOneAfterTheOtherAndTakesTheTreeAway)
 {
     tools_.install(u"dvda"_s, {u"out"_s, u"[Zolt]  Processing 0::/in/0.wav"_s});

@@ -2,11 +2,16 @@
 
 #include "UtilFixture.h"
 
+#include "engine/RunRecord.h"
 #include "engine/ZOLTTaskResults.h"
 #include "platform/audio/AudioSamples.h"
 #include "platform/errors/Exceptions.h"
 #include "support/EveryCut.h"
 #include "support/Programs.h"
+
+#include <QtEndian>
+
+#include <cmath>
 
 using namespace zolt;
 using namespace zolt::test;
@@ -25,6 +30,51 @@ protected:
         results->addTaskInSet(task);
         return task;
     }
+    /// The samples of a file of 16 bits with the plain header.
+    static std::vector<int> soundOf(const QString& path)
+    {
+        constexpr qsizetype header = 44;
+        const QByteArray bytes = fileBytes(path);
+        std::vector<int> samples;
+        for (qsizetype at = header; at + 1 < bytes.size(); at += 2)
+            samples.push_back(qFromLittleEndian<qint16>(bytes.constData() + at));
+        return samples;
+    }
+
+    // Tones of one loudness as an old disc holds them: the higher the louder, by time constants of 50 and 15 us.
+    static constexpr std::array<double, 8> steps{48,   400,  1000,  2504,
+                                                 5000, 8000, 12000, 18000}; // hertz, whole periods within a step
+    static constexpr std::size_t framesOfStep = 11025;
+    static constexpr double amplitude = 2000;
+
+    static double gainOf(double hertz)
+    {
+        const double w = 2 * M_PI * hertz;
+        return std::sqrt((1 + std::pow(w * 50e-6, 2)) / (1 + std::pow(w * 15e-6, 2)));
+    }
+    static Samples emphasizedSteps()
+    {
+        Samples made = makeSamples(44100, 2, 16, int(framesOfStep * steps.size()));
+        made.little.clear();
+        for (const double hertz : steps) {
+            for (std::size_t frame = 0; frame < framesOfStep; ++frame) {
+                const double value = amplitude * gainOf(hertz) * std::sin(2 * M_PI * hertz * double(frame) / 44100);
+                const QByteArray sample = littleEndian(uint16_t(int16_t(std::lround(value))), 2);
+                made.little += sample + sample;
+            }
+        }
+        return made;
+    }
+    /// Of the middle of a step, where the change of tone has rung out.
+    static double amplitudeOf(const std::vector<int>& sound, std::size_t step)
+    {
+        double power = 0;
+        const std::size_t first = 2 * (step * framesOfStep + framesOfStep / 4), count = framesOfStep;
+        for (std::size_t at = first; at < first + count; ++at)
+            power += double(sound[at]) * sound[at];
+        return std::sqrt(2 * power / double(count));
+    }
+
     std::shared_ptr<ZOLTTaskResults> results;
 };
 
@@ -140,6 +190,84 @@ TEST_F(DeEmphasisTest, GivesWhatTheToolGivesByHand)
     tab.addFiles({pathOf(u"a.wav"_s)});
     tab.executeCommand(nullptr);
     runQueue();
-    EXPECT_EQ(fileBytes(pathOf(u"a-deemph.wav"_s)).size(), fileBytes(pathOf(u"hand.wav"_s)).size());
-    EXPECT_FALSE(fileBytes(pathOf(u"a-deemph.wav"_s)).isEmpty());
+    const auto mine = soundOf(pathOf(u"a-deemph.wav"_s)), hand = soundOf(pathOf(u"hand.wav"_s));
+    ASSERT_EQ(mine.size(), hand.size());
+    ASSERT_EQ(mine.size(), 2U * 44100);
+    int most = 0;
+    for (std::size_t at = 0; at < mine.size(); ++at)
+        most = std::max(most, std::abs(mine[at] - hand[at]));
+    EXPECT_LE(most, 3) << "the tool adds noise of the last bit to each of its runs";
+}
+
+TEST_F(DeEmphasisTest, APreEmphasizedSweepComesOutFlat)
+{
+    tools_.installReal(u"sox"_s, u"/usr/bin/sox"_s);
+    writeFile(pathOf(u"sweep.wav"_s), waveFile(emphasizedSteps()));
+    choose(UtilTab::deEmphasis);
+    tab.setDestination(folder());
+    tab.addFiles({pathOf(u"sweep.wav"_s)});
+    tab.executeCommand(nullptr);
+    runQueue();
+    const auto sound = soundOf(pathOf(u"sweep-deemph.wav"_s));
+    ASSERT_EQ(sound.size(), 2 * steps.size() * framesOfStep);
+    for (std::size_t step = 0; step < steps.size(); ++step)
+        EXPECT_NEAR(20 * std::log10(amplitudeOf(sound, step) / amplitude), 0.0, 0.1) << steps[step] << " Hz";
+}
+
+TEST_F(DeEmphasisTest, TwoFilesOfOneNameHaveOneOutput)
+{
+    holdQueue();
+    choose(UtilTab::deEmphasis);
+    tab.setDestination(folder());
+    tab.addFiles({u"/one/a.wav"_s, u"/two/a.wav"_s});
+    tab.executeCommand(nullptr);
+    const auto tasks = queued<DeEmphasisTask>();
+    ASSERT_EQ(tasks.size(), 2U);
+    for (const auto& task : tasks)
+        EXPECT_EQ(task->arguments()[2], pathOf(u"a-deemph.wav"_s));
+}
+
+TEST_F(DeEmphasisTest, AnOutputThatIsShorterThanItsSourceIsTheReportsCause)
+{
+    const QByteArray whole = waveFile(makeSamples(44100, 2, 16, 1000));
+    writeFile(pathOf(u"part"_s), whole.first(whole.size() / 2));
+    writeFile(pathOf(u"whole"_s), whole);
+    writeFile(pathOf(u"a.wav"_s), whole);
+    RunRecord record(queue());
+    const auto verdictWith = [&](const QStringList& script) {
+        tools_.install(u"sox"_s, script);
+        tab.setDestination(folder());
+        tab.addFiles({pathOf(u"a.wav"_s)});
+        tab.executeCommand(nullptr);
+        runQueue();
+        EXPECT_TRUE(runUntil([&] { return !record.isRunning(); }));
+        const RunRow& row = record.current()->rows.front();
+        EXPECT_EQ(row.outcome, Outcome::Complete) << "the row ends as the tool says";
+        return row.verdict;
+    };
+    choose(UtilTab::deEmphasis);
+    const ReportVerdict good = verdictWith({u"copy"_s, pathOf(u"whole"_s), u"$3"_s});
+    EXPECT_FALSE(good.failed());
+    EXPECT_EQ(good.cause, QString());
+    const ReportVerdict cut = verdictWith({u"copy"_s, pathOf(u"part"_s), u"$3"_s});
+    EXPECT_TRUE(cut.failed());
+    EXPECT_EQ(cut.cause,
+              u"a-deemph.wav is shorter than its source: there may be no room on the disk, or the tool was ended"_s);
+    QFile::remove(pathOf(u"a-deemph.wav"_s));
+    EXPECT_EQ(verdictWith({u"out"_s, u"sox FAIL"_s}).cause, u"a-deemph.wav was not written, or holds no sound"_s);
+}
+
+TEST_F(DeEmphasisTest, AnOutputThatCannotBeWrittenIsNoSuccess)
+{
+    tools_.installReal(u"sox"_s, u"/usr/bin/sox"_s);
+    writeFile(pathOf(u"a.wav"_s), waveFile(makeSamples(44100, 2, 16, 44100)));
+    ASSERT_TRUE(QDir(folder()).mkdir(u"a-deemph.wav"_s)); // nothing can be written there
+    RunRecord record(queue());
+    choose(UtilTab::deEmphasis);
+    tab.setDestination(folder());
+    tab.addFiles({pathOf(u"a.wav"_s)});
+    tab.executeCommand(nullptr);
+    runQueue();
+    ASSERT_TRUE(runUntil([&] { return !record.isRunning(); }));
+    EXPECT_TRUE(record.current()->rows.front().failed());
 }

@@ -78,3 +78,23 @@ TEST(DiscContents, DrivesAreListedFromTheFirst)
     EXPECT_EQ(discDrives(block.path()), QStringList({u"sr0"_s, u"sr1"_s}));
     EXPECT_TRUE(discDrives(block.path() + u"/none"_s).isEmpty());
 }
+
+TEST(DiscContents, ALongTitleIsCutToWhatAFileMayBeCalled)
+{
+    const QString title = QString(u"\u00e9"_s).repeated(300) + QString::fromUcs4(U"\U0001f3b5", 1);
+    for (const QString& each : {title, QString::fromUcs4(U"\U0001f3b5", 1).repeated(90)}) {
+        const QStringList names = trackFileNames({{1, false}}, {{1, each}});
+        EXPECT_LE(names[0].toUtf8().size(), 220);
+        EXPECT_TRUE(names[0].isValidUtf16());
+        EXPECT_TRUE(names[0].startsWith(u"1 "_s + each.first(2)) && names[0].endsWith(u".wav"));
+    }
+}
+
+TEST(DiscContents, ATrackWhoseFileCannotBeMadeLeavesNoGap)
+{
+    const QByteArray saved = qgetenv("XDG_CACHE_HOME");
+    const QTemporaryDir cache;
+    qputenv("XDG_CACHE_HOME", cache.path().toUtf8());
+    EXPECT_EQ(placeTrackFiles(u"sr0"_s, {u"1 a.wav"_s, u"2 %1.wav"_s.arg(QString(300, u'x')), u"3 c.wav"_s}).size(), 3);
+    qputenv("XDG_CACHE_HOME", saved);
+}

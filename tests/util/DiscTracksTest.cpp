@@ -90,3 +90,16 @@ TEST(ScsiProvider, GivesTheDeviceOfADriveThatIsThere)
     EXPECT_EQ(deviceOf(u""_s), std::nullopt);
     EXPECT_EQ(deviceOf(std::nullopt), std::nullopt);
 }
+
+TEST(DiscTracks, RowsBehindAGapAreThoseThatTheRangeDoesNotHold)
+{
+    EXPECT_EQ(rowsOutsideRange({u"/d/1 a"_s, u"/d/10 j"_s, u"/d/2 b"_s, u"/d/4 d"_s}), (QList<qsizetype>{1, 3}));
+    EXPECT_TRUE(rowsOutsideRange({u"/d/3 c"_s, u"/d/4 d"_s}).isEmpty());
+    EXPECT_TRUE(rowsOutsideRange({}).isEmpty());
+}
+
+TEST(DiscVolumes, BytesOfAPlaceAreReadBackWhateverTheyAre)
+{
+    EXPECT_EQ(discOfVolume(u"/m/a\\b\tc\\"_s, u"/dev/sr0 /m/a\\134b\\011c\\ iso9660 ro 0 0\n"_s), u"sr0"_s);
+    EXPECT_EQ(discOfVolume(u"/m/\\040"_s, u"/dev/sr0 /m/\\134040 iso9660 ro 0 0\n"_s), u"sr0"_s);
+}

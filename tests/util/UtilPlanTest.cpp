@@ -51,10 +51,74 @@ TEST_F(UtilPlanTest, ExtractionForeseesTheNames)
     EXPECT_EQ(tab.workPlan().tools, QStringList({u"cdda2wav"_s, u"diskutil"_s}));
 }
 
+TEST_F(UtilPlanTest, AllTracksTogetherAreOneOutputThatIsWrittenOver)
+{
+    choose(UtilTab::extraction);
+    tab.setDestination(u"/out"_s);
+    tab.setOneTrack(true);
+    tab.addFiles({folderOfDisc(u"sr0"_s) + u"/1 a.wav"_s});
+    EXPECT_EQ(tab.workPlan().items[0].outputs, QStringList{u"/out/01 a.wav"_s}) << "one track bears its name";
+    tab.addFiles({folderOfDisc(u"sr0"_s) + u"/2 b.wav"_s});
+    for (const WorkItem& item : tab.workPlan().items) {
+        EXPECT_EQ(item.outputs, QStringList{u"/out/audio.wav"_s});
+        EXPECT_TRUE(item.sharesOutput);
+        EXPECT_EQ(item.existing, WorkItem::Existing::Overwritten);
+    }
+}
+
+TEST_F(UtilPlanTest, TracksBehindAGapAreNoneOfThoseThatAreRead)
+{
+    choose(UtilTab::extraction);
+    for (const char16_t* name : {u"1 a.wav", u"2 b.wav", u"4 d.wav", u"5 e.wav"})
+        tab.addFiles({folderOfDisc(u"sr0"_s) + u'/' + QString::fromUtf16(name)});
+    const WorkPlan plan = tab.workPlan();
+    EXPECT_EQ(plan.items.size(), 2U);
+    EXPECT_EQ(plan.words, u"2 tracks to WAV"_s);
+    EXPECT_EQ(plan.cautions,
+              QStringList{u"2 tracks, such as 4 d.wav, lie behind a gap: read the tracks ahead of it first"_s});
+}
+
+TEST_F(UtilPlanTest, NoTrackIsOfferedToBeLeftOut)
+{
+    choose(UtilTab::extraction);
+    tab.setDestination(folder());
+    file(u"01 a.wav"_s);
+    tab.addFiles({folderOfDisc(u"sr0"_s) + u"/1 a.wav"_s, folderOfDisc(u"sr0"_s) + u"/2 b.wav"_s});
+    const Outlook outlook = outlookOf(tab.workPlan(), LocalDisk(), stop);
+    ASSERT_TRUE(outlook.problem(OutlookProblem::Kind::Existing));
+    for (const OutlookProblem& problem : outlook.problems)
+        EXPECT_TRUE(problem.rows.isEmpty()) << problem.text.toStdString();
+}
+
+TEST_F(UtilPlanTest, WhatIsMountedButNoDriveForDiscsIsTold)
+{
+    choose(UtilTab::extraction);
+    tab.addFiles({file(u"1 a.wav"_s)});
+    EXPECT_TRUE(outlookOf(tab.workPlan(), LocalDisk(), stop)
+                    .sentences()
+                    .contains(u"The files are not on the disc of a drive: nothing will be read"_s));
+    tab.clearFiles();
+    tab.addFiles({folderOfDisc(u"sr7"_s) + u"/1 a.wav"_s});
+    EXPECT_TRUE(outlookOf(tab.workPlan(), LocalDisk(), stop)
+                    .sentences()
+                    .contains(u"sr7 is no drive for discs: it would be unmounted, and nothing read"_s));
+}
+
+TEST_F(UtilPlanTest, GainTellsAFileThatIsNoFlac)
+{
+    choose(UtilTab::replayGain);
+    makeFlac(pathOf(u"b.flac"_s));
+    tab.addFiles({file(u"a.flac"_s, "no audio"), pathOf(u"b.flac"_s), pathOf(u"gone.flac"_s)});
+    QList<qsizetype> rows;
+    for (const OutlookProblem& problem : outlookOf(tab.workPlan(), LocalDisk(), stop).problems) {
+        if (problem.kind == OutlookProblem::Kind::Caution) rows += problem.rows;
+    }
+    EXPECT_EQ(rows, (QList<qsizetype>{0, 2})) << "the second is the first with a rate";
+}
+
 TEST_F(UtilPlanTest, GainForeseesWhatTheToolDeclines)
 {
-    tools_.installReal(u"metaflac"_s, u"/usr/bin/metaflac"_s);
-    choose(UtilTab::replayGain);
+    choose(UtilTab::replayGain); // without the tool: the files' first bytes tell it
     makeFlac(pathOf(u"a.flac"_s));
     makeFlac(pathOf(u"b.flac"_s));
     tab.addFiles({pathOf(u"a.flac"_s), pathOf(u"b.flac"_s)});
@@ -84,4 +148,16 @@ TEST_F(UtilPlanTest, EveryCommandSaysWhatItWillDo)
     EXPECT_EQ(intentionOf(tab.workPlan()), u"De-emphasize 1 WAV file in a folder that you choose"_s);
     tab.commandMatrix->deselectAllCells();
     EXPECT_EQ(intentionOf(tab.workPlan()), u"Choose what to do with the files"_s);
+}
+
+TEST_F(UtilPlanTest, RenamingTellsAFolderInWhichNothingCanBeRenamed)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({file(u"a.wav"_s), u"/no-such-folder/b.wav"_s, u"/no-such-folder/c.wav"_s});
+    const auto problems = outlookOf(tab.workPlan(), LocalDisk(), stop).problems;
+    const auto found = std::find_if(problems.begin(), problems.end(),
+                                    [](const auto& each) { return each.kind == OutlookProblem::Kind::Caution; });
+    ASSERT_NE(found, problems.end());
+    EXPECT_EQ(found->text, u"The folder /no-such-folder cannot be written to: its files keep their names"_s);
+    EXPECT_EQ(found->rows.size(), 2);
 }

@@ -4,6 +4,7 @@
 #include "platform/audio/AudioSamples.h"
 #include "support/Programs.h"
 #include "support/SampleFlac.h"
+#include "util/DiscVolumes.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -288,4 +289,98 @@ TEST_F(UtilTabTest, OneDvdTaskTakesTheWholeList)
     tab.executeCommand(nullptr);
     EXPECT_EQ(queue().taskCount(), 1);
     EXPECT_TRUE(tab.fileNames().isEmpty());
+}
+
+TEST_F(UtilTabTest, RowsThatGoTakeTheirFormatsAndTheirShareOfTheTotals)
+{
+    chooseDvd();
+    tab.addFiles({wav(u"a.wav"_s, 44100), wav(u"b.wav"_s, 44100 * 2), wav(u"c.wav"_s, 44100 * 4)});
+    tab.removeRows({0});
+    EXPECT_EQ(tab.tableViewObjectValueForTableColumnRow(1, 0), u"0:02"_s);
+    EXPECT_EQ(tab.dvdAudioDiscTime->stringValue(), u"0:06"_s);
+    tab.removeRows({0, 1});
+    EXPECT_TRUE(tab.formatObjects().empty());
+    EXPECT_EQ(tab.dvdAudioDiscTime->stringValue(), QString());
+    EXPECT_EQ(tab.dvdAudioDiscSize->stringValue(), QString());
+}
+
+TEST_F(UtilTabTest, AFlacFileThatIsNoneEmptiesTheList)
+{
+    chooseDvd();
+    tab.addFiles({file(u"a.flac"_s, "no audio")});
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_EQ(tab.scanNote->stringValue(), u"The list was emptied: a.flac cannot be read as audio"_s);
+    EXPECT_EQ(tab.dvdAudioDiscTime->stringValue(), QString());
+}
+
+TEST_F(UtilTabTest, WhyTheListWentIsToldUntilAnotherCommandIsChosen)
+{
+    chooseDvd();
+    tab.addFiles({file(u"b.AIF"_s)});
+    ASSERT_FALSE(tab.scanNote->stringValue().isEmpty());
+    choose(UtilTab::renaming);
+    EXPECT_EQ(tab.scanNote->stringValue(), QString());
+}
+
+TEST_F(UtilTabTest, FilesThatWereNotLookedAtYetAreLookedAtAheadOfTheDisc)
+{
+    tab.addFiles({wav(u"a.wav"_s, 100), wav(u"b.wav"_s, 100, 24)}); // as if they were still coming in
+    tab.commandMatrix->selectTitle(UtilTab::dvdDisc);
+    panels_.answerAlert(alertReply::defaultButton);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(panels_.alerts()[0].title,
+              u"The Files in the list must match in sample rate, bit depth and number of channels."_s);
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_TRUE(panels_.openRequests().empty());
+}
+
+TEST_F(UtilTabTest, AScanThatFailsIsLoggedAndEmptiesTheList)
+{
+    ASSERT_TRUE(QFile::remove(tools_.directory() + u"/metaflac"_s)); // the link alone
+    chooseDvd();
+    const LogCapture log;
+    makeFlac(pathOf(u"a.flac"_s), 1.0);
+    tab.addFiles({pathOf(u"a.flac"_s)});
+    EXPECT_EQ(log.count(u"error "_s), 1);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_TRUE(tab.scanNote->stringValue().startsWith(u"The list was emptied: "));
+}
+
+TEST_F(UtilTabTest, TracksOfADiscTakeThePlaceOfThoseListedBefore)
+{
+    tools_.install(u"cdda2wav"_s, {u"out"_s, u"T01:  3:42.12 title 'Intro' from 'Me'\n"_s});
+    int tracks = 3;
+    tab.setContentsReader([&tracks](const QString&, QString& fault) {
+        fault.clear();
+        QList<DiscTrack> disc;
+        for (int number = 1; number <= tracks; ++number)
+            disc.append({number, false});
+        return disc;
+    });
+    const auto pressed = [this](const QString& device) {
+        tab.addTracksOfDiscIn({device});
+        moment([this] { return tab.tracksOfDiscButton->isEnabled(); });
+        return tab.fileNames().copy();
+    };
+    const QStringList three{folderOfDisc(u"sr0"_s) + u"/1 Intro.wav"_s, folderOfDisc(u"sr0"_s) + u"/2 Track 02.wav"_s,
+                            folderOfDisc(u"sr0"_s) + u"/3 Track 03.wav"_s};
+    EXPECT_EQ(pressed(u"/dev/sr0"_s), three);
+    EXPECT_EQ(pressed(u"/dev/sr0"_s), three) << "the same disc once more";
+    tracks = 2;
+    EXPECT_EQ(pressed(u"/dev/sr0"_s), three.first(2)) << "another disc";
+    tracks = 1;
+    EXPECT_EQ(pressed(u"/dev/sr1"_s), QStringList{folderOfDisc(u"sr1"_s) + u"/1 Intro.wav"_s}) << "another drive";
+}
+
+TEST_F(UtilTabTest, TheSecondDriveIsAskedWhereTheFirstHasNoDisc)
+{
+    tools_.install(u"cdda2wav"_s);
+    tab.setContentsReader([](const QString& device, QString& fault) {
+        fault = device == u"/dev/sr0" ? u"no disc"_s : QString();
+        return fault.isEmpty() ? QList<DiscTrack>{{1, false}} : QList<DiscTrack>();
+    });
+    tab.addTracksOfDiscIn({u"/dev/sr0"_s, u"/dev/sr1"_s});
+    moment([this] { return tab.tracksOfDiscButton->isEnabled(); });
+    EXPECT_EQ(tab.fileNames().copy(), QStringList{folderOfDisc(u"sr1"_s) + u"/1 Track 01.wav"_s});
+    EXPECT_EQ(tab.scanNote->stringValue(), QString());
 }

@@ -6,15 +6,21 @@ set -u
 
 have() { command -v "$1" >/dev/null 2>&1; }
 
-# is_mounted DEVICE
-is_mounted() { grep -q "^$1 " "${DISKUTIL_MOUNTS:-/proc/self/mounts}"; }
+# mount_point DEVICE: where it is mounted; nothing for one that is not
+mount_point() {
+    while read -r device place _; do
+        [ "$device" != "$1" ] || { printf '%b\n' "$place"; return; } # blanks stand there as \040
+    done <"${DISKUTIL_MOUNTS:-/proc/self/mounts}"
+}
+
+is_mounted() { [ -n "$(mount_point "$1")" ]; }
 
 unmount_disc() {
     is_mounted "$1" || { echo "$1 is not mounted"; return 0; }
     if have udisksctl; then
         udisksctl unmount --force --no-user-interaction -b "$1"
     elif have gio; then
-        gio mount -u -f -d "$1"
+        gio mount -u -f "$(mount_point "$1")" # with -d it would mount
     else
         umount "$1"
     fi && echo "Unmounted $1"
