@@ -315,8 +315,11 @@ TEST_F(TaskQueue, TasksOfASetThatEndAtOnceOpenOneWindowAtTheLastReport)
 
 TEST_F(TaskQueue, ReportsOfSeveralThreadsEachOpenTheirWindowOneStepApart)
 {
-    constexpr int windows = 300;
-    const auto show = [this] {
+    constexpr int windows = 2000;
+    std::atomic<int> ready = 0;
+    const auto show = [&] {
+        for (++ready; ready < 2;)
+            std::this_thread::yield();
         for (int shown = 0; shown < windows; ++shown)
             queue_.showOutputWindowTitle(u"text"_s, u"title"_s);
     };
