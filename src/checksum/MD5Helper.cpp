@@ -1,10 +1,9 @@
 #include "checksum/MD5Helper.h"
 
+#include "checksum/Libcrypto.h"
 #include "platform/files/FileNames.h"
 
 #include <QByteArray>
-
-#include <openssl/md5.h>
 
 #include <cerrno>
 #include <memory>
@@ -55,12 +54,13 @@ QString MD5Helper::getMD5FromFile(const QString& path)
 {
     const Source source(path);
     const auto block = std::make_unique_for_overwrite<unsigned char[]>(blockSize);
+    const Libcrypto& crypto = libcrypto();
     MD5_CTX context;
-    MD5_Init(&context);
+    crypto.MD5_Init(&context);
     while (const std::size_t count = source.read(block.get()))
-        MD5_Update(&context, block.get(), count);
+        crypto.MD5_Update(&context, block.get(), count);
     QByteArray digest(MD5_DIGEST_LENGTH, Qt::Uninitialized);
-    MD5_Final(reinterpret_cast<unsigned char*>(digest.data()), &context);
+    crypto.MD5_Final(reinterpret_cast<unsigned char*>(digest.data()), &context);
     return QString::fromLatin1(digest.toHex());
 }
 

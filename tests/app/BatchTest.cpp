@@ -45,6 +45,12 @@ TEST_F(Batch, LoadsNoLibraryAheadOfItsUse)
         EXPECT_FALSE(libraries.contains(name)) << name.toStdString();
 }
 
+TEST_F(Batch, OpensTheLibraryOfDigestsWithTheFirstOfThem)
+{
+    environment.insert(u"LD_TRACE_LOADED_OBJECTS"_s, u"1"_s);
+    EXPECT_FALSE(run({u"--version"_s}).output.contains(u"libcrypto"_s));
+}
+
 TEST_F(Batch, GivesTheSamplesThatWentIn)
 {
     makeFlac(in(u"a.flac"_s), 0.5);
