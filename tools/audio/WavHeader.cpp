@@ -2,6 +2,8 @@
 
 #include "audio/Failure.h"
 
+#include <string_view>
+
 namespace zolt::companion {
 
 namespace {
@@ -9,9 +11,10 @@ namespace {
 constexpr std::uint64_t behindRiffSize = 36; // of the header, ahead of the samples
 constexpr std::uint64_t mostData = 0xfffffffe - behindRiffSize;
 
-void append(Bytes& to, const char* text)
+void append(Bytes& to, std::string_view text)
 {
-    to.insert(to.end(), text, text + 4);
+    for (const char unit : text)
+        to.push_back(std::uint8_t(unit));
 }
 
 } // namespace
