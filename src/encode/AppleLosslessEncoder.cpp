@@ -10,6 +10,7 @@ void AppleLosslessEncoder::setUpEncoder(ZOLTTaskQueue* queue, const QString& fil
 {
     setUpStaged(queue, fileName, outputPath);
     option_ = option;
+    outFile_ = outputFile(kind_.tool.extension);
 }
 
 void AppleLosslessEncoder::doStartTask()
@@ -23,10 +24,8 @@ void AppleLosslessEncoder::doStartTask()
 void AppleLosslessEncoder::doEncodeCall()
 {
     const TemporaryFile input(convertToWav(fileName()));
-    const QString output = outputFile(kind_.tool.extension);
-    put(outFile_, output);
     runTool({.tool = kind_.tool.name,
-             .arguments = kind_.tool.arguments(option_, input.path(), output),
+             .arguments = kind_.tool.arguments(option_, input.path(), outFile_),
              .stopAt = ToolCall::StopAt::CancelOrError});
 }
 
@@ -43,7 +42,7 @@ std::shared_ptr<TagsObject> AppleLosslessEncoder::getALACTags() const
 void AppleLosslessEncoder::cleanup()
 {
     if (!error()) setResults(nullptr);
-    if (kind_.writeTags && !get(outFile_).isEmpty()) copyTags();
+    if (kind_.writeTags && toolHasEnded()) copyTags();
 }
 
 void AppleLosslessEncoder::copyTags()
@@ -51,7 +50,7 @@ void AppleLosslessEncoder::copyTags()
     const auto tags = getALACTags();
     if (!tags) return;
     topTextField()->setStringValue(kind_.tagStatus);
-    tellInReport(kind_.writeTags(get(outFile_), *tags));
+    tellInReport(kind_.writeTags(outFile_, *tags));
 }
 
 } // namespace zolt

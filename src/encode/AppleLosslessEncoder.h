@@ -18,7 +18,8 @@ public:
     void processTaskOutput(const OptionalText& output) override;
     /// The source's tags. @throws AssertionException if it does not open
     std::shared_ptr<TagsObject> getALACTags() const;
-    /// Keeps the text of a failure alone, and copies the tags whatever the outcome.
+    /// Keeps the text of a failure alone, and copies the tags whatever the outcome, once the tool has run: what stands
+    /// at the output before that is none of this task's.
     void cleanup() override;
     int stageCount() const override { return 2; }
 
@@ -43,7 +44,7 @@ private:
 
     const Kind kind_;
     QString option_;
-    QString outFile_; // none until the tool is about to run: a cancel before that must not tag what stands there
+    QString outFile_;
 };
 
 } // namespace zolt

@@ -86,7 +86,13 @@ void ZOLTTask::tellInReport(const OptionalText& line)
         setResults(std::make_shared<ZOLTTaskResults>());
         results()->addTaskInSet(shared_from_this());
     }
+    mustBeSeen_ = true;
     appendResults(*line + u'\n');
+}
+
+void ZOLTTask::dropResults()
+{
+    if (!error() && !mustBeSeen_) setResults(nullptr);
 }
 
 void ZOLTTask::stageBegins()

@@ -123,6 +123,8 @@ protected:
     /// Adds a line that people must see whatever came of the task: a report that was let go is begun anew. An absent
     /// line adds nothing. Before the base `stopTask` looks whether the set is done.
     void tellInReport(const OptionalText& line);
+    /// Lets go of the results of a good end, but for a report that tellInReport has added to.
+    void dropResults();
     /// Marks the row running: flags, stop button, bar.
     void markRunning();
     /// `active` cleared and `done` set.
@@ -165,6 +167,7 @@ private:
     std::atomic<bool> cancelled_ = false;
     std::atomic<bool> error_ = false;
     std::atomic<bool> reported_ = false;
+    std::atomic<bool> mustBeSeen_ = false; // the report, whatever came of the task
     std::atomic<int> stage_ = 0;
     OptionalText title_;
 

@@ -53,6 +53,12 @@ void ZOLTThreadTask::guardedWork()
     endAfterFault(reason);
 }
 
+void ZOLTThreadTask::appendToPATH(const QString& directory)
+{
+    const std::lock_guard guard(mutex_);
+    appendDirectoryToPath(environment_, directory);
+}
+
 void ZOLTThreadTask::processTaskOutput(const OptionalText& output)
 {
     appendResults(output);
@@ -63,7 +69,12 @@ void ZOLTThreadTask::runTool(const ToolCall& call)
     if (const auto previous = process()) previous->waitUntilExit(); // also one whose output was left early
     stageBegins();
     const auto tool = launched(call);
-    readOutput(*tool, call);
+    try {
+        readOutput(*tool, call);
+    } catch (...) {
+        tool->waitUntilExit(); // whoever catches this must not meet the tool at work
+        throw;
+    }
     finish(*tool, call.afterwards);
     if (!end_.looksAtTool()) letToolGo();
 }
@@ -91,9 +102,10 @@ std::shared_ptr<ChildProcess> ZOLTThreadTask::launched(const ToolCall& call)
     std::shared_ptr<ChildProcess> tool;
     {
         const std::lock_guard guard(mutex_);
-        tool = task_ = ChildProcess::withPipe(path, call.arguments, environment_, call.directory);
+        tool = ChildProcess::withPipe(path, call.arguments, environment_, call.directory);
     }
     tool->launch();
+    put(task_, tool); // not before: a cancel in between would take it for one that has ended, and nobody would wait
     return tool;
 }
 
@@ -130,7 +142,10 @@ void ZOLTThreadTask::endTool()
     using Waits = ThreadEnd::Waits;
     const auto tool = end_.looksAtTool() ? process() : nullptr;
     if (!tool) return;
-    if (end_.waits == Waits::ForTool) tool->waitUntilExit();
+    if (end_.waits == Waits::ForTool) {
+        tool->waitUntilExit();
+        toolHasEnded_ = true;
+    }
     if (end_.waits != Waits::No) tool->terminate();
     if (end_.readsStatus && !cancelled() && tool->terminationStatus() != 0) setError(true);
     const std::lock_guard guard(mutex_);
@@ -145,9 +160,9 @@ void ZOLTThreadTask::stopTask(Sender)
     setActive(false);
     setDone(true);
     if (end_.runsCleanup) runCleanup();
-    if (end_.drops == ThreadEnd::Drops::AheadOfRow && !error()) setResults(nullptr);
+    if (end_.drops == ThreadEnd::Drops::AheadOfRow) dropResults();
     ZOLTTask::stopTask(nullptr);
-    if (end_.drops == ThreadEnd::Drops::BehindRow && !error()) setResults(nullptr);
+    if (end_.drops == ThreadEnd::Drops::BehindRow) dropResults();
     if (neverBegan || end_.reports == ThreadEnd::Reports::AtEachStop) reportCompleted();
 }
 

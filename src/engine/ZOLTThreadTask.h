@@ -77,6 +77,9 @@ public:
     /// Hook for each piece that a tool writes, where its call names no parser. On the task's own thread.
     virtual void processTaskOutput(const OptionalText& output);
 
+    /// PATH of the tools that are started from here on becomes itself, ":" and the text.
+    void appendToPATH(const QString& directory);
+
     /// Runs one tool and hands on its output, completed by the tool's dialect, until the reading ends. What the tool
     /// writes after that is thrown away while its end is waited for. On the task's own thread.
     /// @throws PlatformException if it cannot be started
@@ -92,10 +95,12 @@ protected:
     /// Marks the row running and shows the title.
     void beginRow() { ZOLTTask::startTask(); }
 
-    /// The process of the last runTool; none before, and none after its end was waited for.
+    /// The process of the last runTool; none before its launch, and none after its end was waited for.
     std::shared_ptr<ChildProcess> process() const { return get(task_); }
+    /// Whether a tool has run and its end was waited for, by a cancel or by the thread: what it wrote may be touched.
+    /// Of tasks that wait for their tool.
+    bool toolHasEnded() const { return toolHasEnded_; }
     Environment environment() const { return get(environment_); }
-    void setEnvironment(const Environment& environment) { put(environment_, environment); }
 
     void finishAfterFault() override;
     /// It ended before its thread could begin, which then never does.
@@ -118,6 +123,7 @@ private:
 
     const ThreadEnd end_;
     std::atomic<Phase> phase_ = Phase::Waiting;
+    std::atomic<bool> toolHasEnded_ = false;
     std::mutex cleanup_; // held while the hook runs
     Environment environment_;
     std::shared_ptr<ChildProcess> task_;

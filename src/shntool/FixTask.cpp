@@ -33,13 +33,6 @@ std::shared_ptr<FixTask> FixTask::initFixTaskWithQueueFileNamesOutputFormatOutpu
     return task;
 }
 
-void FixTask::appendToPATH(const QString& folder)
-{
-    Environment changed = environment();
-    appendDirectoryToPath(changed, folder);
-    setEnvironment(changed);
-}
-
 QString FixTask::stripPercent(const QString& text)
 {
     return stringByReplacingOccurrencesOfRegexWithString(text, u"[0-9]+%"_s, u""_s);

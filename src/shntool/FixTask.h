@@ -30,8 +30,6 @@ public:
     /// The text without its percentages.
     static QString stripPercent(const QString& text);
     void processTaskOutput(const OptionalText& output) override;
-    /// PATH of the tool becomes itself, ":" and the folder.
-    void appendToPATH(const QString& folder);
     /// Writes one list over the outputs of these sources: names without folders, in the order given. An output that is
     /// missing has the digest of nothing. A list that cannot be written is not told.
     void doMd5CallFiles(const QString& listName, const QStringList& files);
