@@ -1,6 +1,6 @@
 #include "ConversionFixture.h"
-#include "FileSizeLimit.h"
 #include "HandMadeM4a.h"
+#include "support/FileSizeLimit.h"
 #include "support/LogCapture.h"
 
 #include <QFile>
@@ -241,7 +241,7 @@ TEST_F(Encoding, ACancelOnTheWayLeavesAShortFileAndNoError)
     constexpr int64_t frames = 100000000;
     const auto source = silence(path(u"a.wav"_s), frames);
     std::thread worker([&] { toLossless(source, path(u"a.m4a"_s)); });
-    while (task_->progressIndicator()->doubleValue() == 0.0)
+    while (task_->progressIndicator()->doubleValue() == 0.0 && !task_->error())
         std::this_thread::yield();
     task_->setCancelled(true);
     worker.join();

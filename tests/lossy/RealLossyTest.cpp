@@ -2,10 +2,10 @@
 #include "LossyFixture.h"
 
 #include "AudioSamples.h"
-#include "FileSizeLimit.h"
 #include "Likeness.h"
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/threads/DetachedThreads.h"
+#include "support/FileSizeLimit.h"
 
 #include <cmath>
 #include <iostream>

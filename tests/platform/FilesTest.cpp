@@ -1,17 +1,16 @@
 #include "platform/files/Files.h"
 
+#include "support/FileSizeLimit.h"
 #include "support/test.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include <csignal>
-
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace zolt;
+using namespace zolt::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -35,28 +34,6 @@ protected:
     }
 
     QTemporaryDir directory_;
-};
-
-/// As long as it lives no file of this process can grow beyond the limit: writing then fails as on a full disk.
-class FileSizeLimit
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-    {
-        getrlimit(RLIMIT_FSIZE, &saved_);
-        const rlimit limited{bytes, saved_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limited);
-        handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &saved_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit saved_{};
-    void (*handler_)(int) = nullptr;
 };
 
 /// Files whose trash is a directory of the test's own.

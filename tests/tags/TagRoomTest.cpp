@@ -1,6 +1,6 @@
 // Saving where the disk has little room, or none.
+#include "support/FileSizeLimit.h"
 #include "support/LogCapture.h"
-#include "tags/FileSizeLimit.h"
 #include "tags/TagFormats.h"
 
 #include <QFile>

@@ -1,7 +1,7 @@
 // What is written here is read by programs that share no code with the tag library, and the other way round.
 #include "tags/TagFormats.h"
 
-#include "tags/FileSizeLimit.h"
+#include "support/FileSizeLimit.h"
 
 #include <QImage>
 #include <QJsonDocument>

@@ -1,8 +1,8 @@
 #include "AudioSamples.h"
-#include "FileSizeLimit.h"
 #include "platform/audio/AudioFileReader.h"
 #include "platform/audio/AudioFileWriter.h"
 #include "platform/audio/LinearSink.h"
+#include "support/FileSizeLimit.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 #include "tags/AACTagsHelper.h"
 
 #include "platform/errors/Exceptions.h"
-#include "tags/FileSizeLimit.h"
+#include "support/FileSizeLimit.h"
 #include "tags/OptimizedReplacement.h"
 #include "tags/m4a/M4AFiles.h"
 #include "tags/mp4/Mp4Tables.h"
