@@ -7,7 +7,6 @@
 #include "decode/DecodeTTATask.h"
 #include "decode/DecodeTab.h"
 #include "decode/DecodeWavpackTask.h"
-#include "encode/ShntoolConversion.h"
 #include "shell/Constants.h"
 
 namespace zolt {
@@ -37,12 +36,12 @@ const std::vector<Decoder>& decoders()
 {
     using enum WorkItem::Existing;
     static const std::vector<Decoder> rows{
-        {C::FLAC, {u"flac"_s}, {u"metaflac"_s}, false, Refused, Refused, true, flac}, // metaflac gives the tags
-        {C::SHN, {u"shntool"_s, u"shorten"_s}, {}, true, Refused, Refused, true, shorten},
-        {C::WV, {u"wvunpack"_s}, {}, false, Refused, Overwritten, true, own<DecodeWavpackTask>},
-        {C::TTA, {u"ttaenc"_s}, {}, false, Overwritten, Overwritten, false, own<DecodeTTATask>},
-        {C::M4A, {}, {}, false, Overwritten, Overwritten, true, own<DecodeALACTask>},
-        {C::APE, {u"mac"_s}, {}, false, Overwritten, Overwritten, true, own<DecodeAPETask>},
+        {C::FLAC, {u"flac"_s}, {u"metaflac"_s}, Refused, Refused, true, flac}, // metaflac gives the tags
+        {C::SHN, {u"shntool"_s, u"shorten"_s}, {}, Refused, Refused, true, shorten},
+        {C::WV, {u"wvunpack"_s}, {}, Refused, Overwritten, true, own<DecodeWavpackTask>},
+        {C::TTA, {u"ttaenc"_s}, {}, Overwritten, Overwritten, false, own<DecodeTTATask>},
+        {C::M4A, {}, {}, Overwritten, Overwritten, true, own<DecodeALACTask>},
+        {C::APE, {u"mac"_s}, {}, Overwritten, Overwritten, true, own<DecodeAPETask>},
     };
     return rows;
 }
@@ -56,8 +55,7 @@ WorkItem::Existing Decoder::existing(const QString& format) const
 
 QString Decoder::output(const QString& file, const QString& folder, const QString& format) const
 {
-    const QString target = format == C::AIFF ? u"aiff"_s : u"wav"_s;
-    return byShntool ? shntool::outputOf(file, folder, target) : path::inFolderWithExtension(file, folder, target);
+    return path::inFolderWithExtension(file, folder, format == C::AIFF ? u"aiff"_s : u"wav"_s);
 }
 
 const Decoder* decoderOf(const QString& file)

@@ -25,7 +25,6 @@ struct Decoder
     QString extension; ///< of the source, in upper case
     QStringList tools;
     QStringList toolsForAiff; ///< besides
-    bool byShntool;           ///< which names the output in its own way
     WorkItem::Existing existingWav, existingAiff;
     bool tellsFailure; ///< false where the task does not look at its tool's end: its source goes in any case
     /// @throws AssertionException where a temporary file is needed and cannot be made

@@ -34,11 +34,4 @@ QStringList readersOf(const QString& type)
     return tools.value(type);
 }
 
-QString outputOf(const QString& source, const QString& folder, const QString& extension)
-{
-    static const QStringList known{u"wav"_s, u"aiff"_s, u"shn"_s, u"flac"_s, u"ape"_s, u"wv"_s, u"tta"_s};
-    if (known.contains(path::extension(source))) return path::inFolderWithExtension(source, folder, extension);
-    return path::appendingExtension(path::appendingComponent(folder, path::lastComponent(source)), extension);
-}
-
 } // namespace zolt::shntool

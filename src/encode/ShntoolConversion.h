@@ -1,4 +1,4 @@
-// How "shntool conv" is called, and what it names its outputs.
+// How "shntool conv" is called. It names an output after its source, whatever that is spelled like.
 #pragma once
 
 #include <QString>
@@ -18,9 +18,5 @@ QString sourceOf(const QStringList& arguments);
 /// What shntool runs to read a kind of source: one tool, or none.
 /// @param type  the extension in upper case
 QStringList readersOf(const QString& type);
-
-/// Where shntool writes: it takes the extension of a source off where it is one that it knows, in lower case, and
-/// otherwise puts the new one behind it.
-QString outputOf(const QString& source, const QString& folder, const QString& extension);
 
 } // namespace zolt::shntool

@@ -278,7 +278,7 @@ TEST_F(DecodeTabTest, ThePlanKnowsHowEachToolNamesAndTreatsItsOutput)
     const std::vector<Expected> rows{
         {u"a.flac"_s, u"a.wav"_s, u"a.aiff"_s, Refused, Refused, {u"flac"_s}},
         {u"a.shn"_s, u"a.wav"_s, u"a.aiff"_s, Refused, Refused, {u"shntool"_s, u"shorten"_s}},
-        {u"a.SHN"_s, u"a.SHN.wav"_s, u"a.SHN.aiff"_s, Refused, Refused, {u"shntool"_s, u"shorten"_s}},
+        {u"a.SHN"_s, u"a.wav"_s, u"a.aiff"_s, Refused, Refused, {u"shntool"_s, u"shorten"_s}},
         {u"a.wv"_s, u"a.wav"_s, u"a.aiff"_s, Refused, Overwritten, {u"wvunpack"_s}},
         {u"a.TTA"_s, u"a.wav"_s, u"a.aiff"_s, Overwritten, Overwritten, {u"ttaenc"_s}},
         {u"a.m4a"_s, u"a.wav"_s, u"a.aiff"_s, Overwritten, Overwritten, {}},

@@ -47,11 +47,13 @@ TEST(KnownNames, AreThoseWhoseEndingTheToolDrops)
     EXPECT_EQ(knownName("WAV"), std::nullopt);
 }
 
-TEST(KnownNames, ConcernTheFilesOfFixAlone)
+TEST(KnownNames, ConcernTheFilesOfFixAndConvAlone)
 {
     using zolt::companion::keepsEndings;
     EXPECT_TRUE(keepsEndings({"fix", "-d", "/o", "-k", "a.wav", "B.WAV"}));
     EXPECT_TRUE(keepsEndings({"fix", "--", "-B.WAV"}));
+    EXPECT_TRUE(keepsEndings({"conv", "-o", "shn", "-P", "pct", "-O", "never", "-d", "/o", "/s/a.aif"}));
+    EXPECT_FALSE(keepsEndings({"conv", "-o", "shn", "-P", "pct", "-O", "never", "-d", "/o", "/s/a.wav"}));
     EXPECT_FALSE(keepsEndings({"fix", "-d", "/o.WAV", "a.wav"})) << "a folder";
     EXPECT_FALSE(keepsEndings({"len", "B.WAV"}));
     EXPECT_FALSE(keepsEndings({}));

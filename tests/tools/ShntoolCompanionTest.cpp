@@ -116,6 +116,19 @@ TEST_F(ShntoolCompanion, CleansUpBehindAFailure)
     expectNoTraces();
 }
 
+TEST_F(ShntoolCompanion, TakesEveryKnownEndingOffTheNameInAFolder)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"out"_s)));
+    for (const QString& name : {u"a.aif"_s, u"b.AIFF"_s, u"c.c.WAV"_s, u"d.FLAC"_s, u"e.wav"_s}) {
+        const QString base = name.left(name.lastIndexOf(u'.'));
+        const QStringList call{u"conv"_s, u"-o"_s, u"flac"_s, u"-O"_s, u"never"_s, u"-d"_s, in(u"out"_s), sample(name)};
+        EXPECT_EQ(companion(call).status, 0) << name.toStdString();
+        EXPECT_TRUE(contents(in(u"out/%1.flac"_s.arg(base))).startsWith("fLaC"));
+        EXPECT_NE(companion(call).status, 0) << "never over one that is there";
+    }
+    EXPECT_EQ(QDir(in(u"out"_s)).entryList(QDir::Files | QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot).size(), 5);
+}
+
 TEST_F(ShntoolCompanion, FailsWhereTheToolLeavesNoFile)
 {
     standIn(u"exit 0\n"_s);

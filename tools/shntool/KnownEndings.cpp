@@ -63,7 +63,7 @@ std::optional<std::string> knownName(const std::string& path)
 
 bool keepsEndings(const Arguments& arguments)
 {
-    if (arguments.empty() || arguments[0] != "fix") return false;
+    if (arguments.empty() || (arguments[0] != "fix" && arguments[0] != "conv")) return false;
     const auto files = filesOf(arguments);
     return std::any_of(files.begin(), files.end(), [&](std::size_t i) { return knownName(arguments[i]).has_value(); });
 }

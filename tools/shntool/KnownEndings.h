@@ -1,4 +1,4 @@
-// Gives "fix" its files under endings that the packaged tool takes off their names.
+// Gives "fix" and "conv" their files under endings that the packaged tool takes off their names.
 #pragma once
 
 #include "shntool/ConvCall.h"
@@ -9,7 +9,7 @@ namespace zolt::companion {
 /// @return nothing where it does so anyway, or never
 std::optional<std::string> knownName(const std::string& path);
 
-/// Whether the call is a "fix" with a file whose ending would stay in the name of its output.
+/// Whether the call is a "fix" or "conv" with a file whose ending would stay in the name of its output.
 /// @param arguments  without the program's name
 bool keepsEndings(const Arguments& arguments);
 
