@@ -26,7 +26,8 @@ struct EncodeRoute
     QString target;      ///< a constant of the formats
     QStringList sources; ///< extensions in upper case; empty for any
     QStringList tools;
-    bool readsBySHNTool; ///< which runs a tool of the source's kind in turn, and names the output in its own way
+    bool readsBySHNTool; ///< which runs a tool of the source's kind in turn
+    bool staged;         ///< through a temporary WAV in the output folder
     WorkItem::Existing existing;
     bool canDelete; ///< whether its task can delete the source
     std::shared_ptr<ZOLTTask> (*task)(const EncodeJob& job);

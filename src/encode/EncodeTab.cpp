@@ -2,6 +2,7 @@
 
 #include "checksum/CreateMD5Task.h"
 #include "encode/EncodeALACToFlacTask.h"
+#include "encode/EncodeDepths.h"
 #include "encode/EncodeFlacTask.h"
 #include "encode/EncodeRoutes.h"
 #include "encode/EncodeSHNTask.h"
@@ -148,13 +149,15 @@ void EncodeTab::setUpMD5(ZOLTTaskResults& results, const FileCommand& command) c
 
 void EncodeTab::executeCommand(Sender)
 {
+    const QString format = target();
+    const bool listsSums = generateMD5Button->state(); // kept: whatever the target, though disabled
     const auto command = FileCommand::start(
         *this, {.besideSources = sourceEncodeButton->state(), .deletes = deleteOriginalsButton->state()});
     if (!command) return;
     const auto results = std::make_shared<ZOLTTaskResults>();
-    if (generateMD5Button->state()) setUpMD5(*results, *command); // kept: whatever the target, though disabled
+    if (listsSums) setUpMD5(*results, *command);
     for (const QString& file : command->files()) {
-        const EncodeRoute* const route = encodeRoute(target(), upperExtension(file));
+        const EncodeRoute* const route = encodeRoute(format, upperExtension(file));
         if (!route) continue;
         const auto task = route->task({*this, file, command->folderFor(file), results});
         if (task->results() == results) results->addTaskInSet(task);
@@ -174,6 +177,7 @@ void EncodeTab::plan(WorkPlan& plan, qsizetype row, const QString& format) const
                           .outputs = {route->output(file, plan.folderFor(file))},
                           .existing = route->existing,
                           .outputSize = WorkItem::Size::LikeSource,
+                          .staged = route->staged,
                           .caution = caution(*route, type)});
     plan.tools += toolsOf(*route, type);
 }
@@ -196,6 +200,9 @@ WorkPlan EncodeTab::workPlan() const
         plan(all, row, format);
     all.tools.removeDuplicates();
     all.words = all.items.empty() ? u"No output format is selected"_s : inWords(all);
+    all.inspect = [format](const WorkPlan& plan, const std::atomic<bool>& stop) {
+        return unfitDepths(format, plan, stop);
+    };
     return all;
 }
 

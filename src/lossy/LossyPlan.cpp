@@ -48,14 +48,6 @@ const Source* sourceOf(const QString& file)
     return row == sources().end() ? nullptr : &*row;
 }
 
-/// Apple Lossless is moved to its name, and FLAC gets it told where shntool would not find it by itself.
-QString mp3Path(const QString& source, const QString& folder)
-{
-    const QString kind = path::extension(source).toUpper();
-    if (kind == C::M4A || kind == C::FLAC) return path::inFolderWithExtension(source, folder, u"mp3"_s);
-    return shntool::outputOf(source, folder, u"mp3"_s);
-}
-
 WorkItem itemFor(const WorkPlan& plan, qsizetype row, const Source& source, bool mp3)
 {
     const QString& file = plan.files[row];
@@ -63,8 +55,8 @@ WorkItem itemFor(const WorkPlan& plan, qsizetype row, const Source& source, bool
             .source = file,
             .outputs = {outputPath(file, plan.folderFor(file), mp3)},
             .existing = mp3 ? WorkItem::Existing::Refused : WorkItem::Existing::Overwritten,
-            .outputSize = (mp3 ? source.stagedToMP3 : source.stagedToAAC) ? WorkItem::Size::PlainAudio
-                                                                          : WorkItem::Size::LikeSource,
+            .outputSize = WorkItem::Size::LikeSource,
+            .staged = mp3 ? source.stagedToMP3 : source.stagedToAAC,
             .caution = mp3 ? QString() : source.aacFails};
 }
 
@@ -85,7 +77,7 @@ void enter(WorkPlan& plan, qsizetype row, bool mp3)
 
 QString outputPath(const QString& source, const QString& folder, bool mp3)
 {
-    return mp3 ? mp3Path(source, folder) : path::inFolderWithExtension(source, folder, u"m4a"_s);
+    return path::inFolderWithExtension(source, folder, mp3 ? u"mp3"_s : u"m4a"_s);
 }
 
 void fill(WorkPlan& plan, bool mp3)

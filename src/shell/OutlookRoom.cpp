@@ -44,6 +44,7 @@ QMap<std::uint64_t, Room> roomsOf(const OutlookSubject& subject)
         if (room.items.empty()) room.folder = folder;
         room.items.push_back(&item);
         room.sourceBytes += item.outputBytes >= 0 ? item.outputBytes : subject.disk.size(item.source);
+        if (item.staged) room.sourceBytes += subject.disk.size(item.source);
     }
     return rooms;
 }
@@ -56,12 +57,13 @@ std::int64_t neededBy(const WorkItem& item, const OutlookDisk& disk)
 
 std::int64_t neededIn(const Room& room, const OutlookSubject& subject)
 {
-    std::int64_t needed = 0;
+    std::int64_t needed = 0, largestStage = 0; // stages go one after the other
     for (const WorkItem* const item : room.items) {
         if (subject.stop) return 0;
         needed += neededBy(*item, subject.disk);
+        if (item->staged) largestStage = std::max(largestStage, subject.disk.decodedBytes(item->source));
     }
-    return needed;
+    return needed + largestStage;
 }
 
 } // namespace

@@ -33,6 +33,7 @@ struct WorkItem
     bool sharesOutput = false; ///< an output is meant to hold several sources: a joined file, a list of sums
     Existing existing = Existing::Refused;
     Size outputSize = Size::Unknown; ///< of all outputs together
+    bool staged = false;             ///< a WAV of its audio stands beside the output until that is made
     std::int64_t bytes = -1;         ///< of the source; -1 until somebody has looked at the disk
     std::int64_t outputBytes = -1;   ///< about, of all outputs; -1 where it is not known but by outputSize
     QString caution;                 ///< a sentence about this source; empty for none

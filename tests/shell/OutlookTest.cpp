@@ -300,6 +300,23 @@ TEST_F(OutlookTest, CountsWhatIsAsLargeAsItsSource)
     EXPECT_FALSE(outlookOf(plan, disk, stop).problem(Kind::Room));
 }
 
+TEST_F(OutlookTest, CountsTheWavOnTheWayOnce)
+{
+    planFor({u"/a/1.shn"_s, u"/a/2.shn"_s});
+    disk.present = {u"/a/1.shn"_s, u"/a/2.shn"_s};
+    for (WorkItem& item : plan.items) {
+        item.outputSize = WorkItem::Size::LikeSource;
+        item.staged = true;
+    }
+    disk.sourceSize = 10'000;
+    disk.decodedSize = 30'000;
+    disk.available = 49'000;
+    EXPECT_THAT(outlookOf(plan, disk, stop).sentences(),
+                ElementsAre(u"Too little room on the disk of /a: about 50.0 kB are needed and 49.0 kB are free"_s));
+    disk.available = 50'000;
+    EXPECT_FALSE(outlookOf(plan, disk, stop).problem(Kind::Room));
+}
+
 TEST_F(OutlookTest, EndsEarlyWhenTold)
 {
     planFor({u"/a/1.flac"_s});
