@@ -18,6 +18,7 @@ public:
                                                       const QString& launchPath, const QStringList& arguments);
 
     void processTaskOutput(const OptionalText& output) override;
+    QString source() const override { return fileName_; }
     /// Keeps the text of a failure alone, writes an AIFF source's tags whatever the outcome, and deletes the source
     /// after success if asked to, never into the trash.
     void cleanup() override;

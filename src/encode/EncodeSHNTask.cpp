@@ -11,9 +11,9 @@ EncodeSHNTask::initAsyncTaskWithQueueLaunchPathArgumentsWithResults(ZOLTTaskQueu
                                                                     const std::shared_ptr<ZOLTTaskResults>& results)
 {
     std::shared_ptr<EncodeSHNTask> task(new EncodeSHNTask);
+    task->fileName_ = shntool::sourceOf(arguments); // may throw: before the task and its results hold each other
     task->setUpAsyncTask(queue, launchPath, arguments);
     task->setResults(results);
-    task->fileName_ = shntool::sourceOf(arguments);
     task->showTitle(path::lastComponent(task->fileName_));
     return task;
 }

@@ -17,6 +17,7 @@ public:
                                                          const std::shared_ptr<ZOLTTaskResults>& results);
 
     void processTaskOutput(const OptionalText& output) override;
+    QString source() const override { return fileName_; }
     /// Deletes the source after success if asked to.
     void cleanup() override;
     /// Lets go of the shared results after success: not before, since the end of the row still looks at them for the

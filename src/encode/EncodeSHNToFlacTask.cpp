@@ -12,10 +12,10 @@ EncodeSHNToFlacTask::initAsyncTaskWithQueueLaunchPathArgumentsType(ZOLTTaskQueue
                                                                    const QStringList& arguments, const QString& type)
 {
     std::shared_ptr<EncodeSHNToFlacTask> task(new EncodeSHNToFlacTask);
-    task->setUpAsyncTask(queue, launchPath, arguments);
-    task->fileName_ = shntool::sourceOf(arguments);
+    task->fileName_ = shntool::sourceOf(arguments); // may throw: before the task and its results hold each other
     task->outputPath_ = pieceAt(arguments, 6);
     task->type_ = type;
+    task->setUpAsyncTask(queue, launchPath, arguments);
     task->showTitle(path::lastComponent(task->fileName_));
     return task;
 }

@@ -18,6 +18,7 @@ public:
                                                   const QStringList& arguments, const QString& type);
 
     void processTaskOutput(const OptionalText& output) override;
+    QString source() const override { return fileName_; }
     /// Keeps the text of a failure alone, writes the tags of Monkey's Audio whatever the outcome, and deletes the
     /// source after success if asked to, never into the trash.
     void cleanup() override;

@@ -1,6 +1,7 @@
 #include "encode/StagedWav.h"
 
 #include "encode/EncodeCoreAudioSync.h"
+#include "encode/TemporaryFile.h"
 #include "shell/Util.h"
 
 namespace zolt {
@@ -77,12 +78,13 @@ QString StagedWav::convertAPEToWav(const QString& source)
 QString StagedWav::decodeWith(const QString& tool, const QString& temporary, const QStringList& arguments,
                               void (StagedWav::*parser)(const OptionalText&))
 {
+    TemporaryFile made(temporary); // goes where the tool cannot be started or its text cannot be read
     runTool({.tool = tool,
              .arguments = arguments,
              .parser = [this, parser](const OptionalText& output) { (this->*parser)(output); },
              .stopAt = ToolCall::StopAt::Nothing,
              .afterwards = ToolCall::Afterwards::WaitAndTerminate});
-    return temporary;
+    return made.release();
 }
 
 void StagedWav::processSHNToWavTaskOutput(const OptionalText& output)

@@ -17,6 +17,7 @@ public:
     QString convertToAiff(const QString& wav);
     /// A source that shntool reads into a temporary WAV. Neither a cancel nor an error cuts the tool short, here and in
     /// the next two. @return the temporary file
+    /// @throws PlatformException if the tool cannot be started or its text cannot be read; no file is left then
     QString convertSHNToWav(const QString& source);
     /// As convertSHNToWav, with flac.
     QString convertFLACToWav(const QString& source);

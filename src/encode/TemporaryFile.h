@@ -3,6 +3,8 @@
 
 #include "platform/files/Files.h"
 
+#include <utility>
+
 namespace zolt {
 
 /// Removes the file however the scope is left; an empty path stands for none.
@@ -18,9 +20,11 @@ public:
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     const QString& path() const { return path_; }
+    /// Leaves the file to the caller. @return its path
+    QString release() { return std::exchange(path_, QString()); }
 
 private:
-    const QString path_;
+    QString path_;
 };
 
 } // namespace zolt

@@ -4,7 +4,7 @@
 #include "decode/DecodeWavpackTask.h"
 #include "platform/errors/Exceptions.h"
 #include "shell/Constants.h"
-#include "support/TaskRun.h"
+#include "support/ToolRun.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -58,25 +58,24 @@ const std::vector<Family>& families()
     return table;
 }
 
-class ToolDecoders : public TaskRun, public testing::WithParamInterface<Family>
+class ToolDecoders : public ToolRun<Family>
 {
 protected:
-    QString source() const { return path(GetParam().source); }
+    QString source() const { return path(row().source); }
     std::shared_ptr<ToolDecoder> make(const QString& format = Constants::WAV)
     {
-        file(GetParam().source);
-        return GetParam().make(&queue_, source(), folder(), format);
+        file(row().source);
+        return row().make(&queue_, source(), folder(), format);
     }
-    void install(const QStringList& script) { tools_.install(GetParam().tool, script); }
     /// The tool writes a WAV file of 5000 frames where it is told to, for AIFF output.
     QStringList writing() const
     {
         writeFile(elsewhere_.filePath(u"whole.wav"_s), waveFile(samples_));
-        return {u"copy"_s, elsewhere_.filePath(u"whole.wav"_s), u"$%1"_s.arg(GetParam().outputAtForAiff)};
+        return {u"copy"_s, elsewhere_.filePath(u"whole.wav"_s), u"$%1"_s.arg(row().outputAtForAiff)};
     }
     QStringList onlyCall() const
     {
-        const auto calls = tools_.calls(GetParam().tool);
+        const auto calls = tools_.calls(row().tool);
         EXPECT_EQ(calls.size(), 1);
         return calls.value(0);
     }
@@ -94,10 +93,10 @@ TEST_P(ToolDecoders, WavIsWrittenByTheToolUnderItsPlainName)
 {
     install({});
     const auto task = run(make());
-    EXPECT_EQ(onlyCall(), GetParam().arguments(source(), path(u"a.wav"_s), false));
+    EXPECT_EQ(onlyCall(), row().arguments(source(), path(u"a.wav"_s), false));
     EXPECT_EQ(task->stageCount(), 1);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
-    EXPECT_EQ(othersThan({GetParam().source}), QStringList()) << "no temporary file";
+    EXPECT_EQ(othersThan({row().source}), QStringList()) << "no temporary file";
 }
 
 TEST_P(ToolDecoders, AiffIsMadeOfATemporaryWavInTheOutputFolderThatIsGoneAfterwards)
@@ -109,27 +108,17 @@ TEST_P(ToolDecoders, AiffIsMadeOfATemporaryWavInTheOutputFolderThatIsGoneAfterwa
     EXPECT_EQ(path::extension(temporary), u"wav"_s);
     EXPECT_TRUE(QFile::exists(temporary));
     run(task);
-    EXPECT_EQ(onlyCall(), GetParam().arguments(source(), temporary, true));
+    EXPECT_EQ(onlyCall(), row().arguments(source(), temporary, true));
     EXPECT_EQ(task->stageCount(), 2);
     EXPECT_EQ(task->stage(), 2);
     EXPECT_FALSE(task->error());
-    EXPECT_EQ(othersThan({GetParam().source}), QStringList{u"a.aiff"_s});
+    EXPECT_EQ(othersThan({row().source}), QStringList{u"a.aiff"_s});
     EXPECT_TRUE(aiffSamples() == samples_.little);
 }
 
 TEST_P(ToolDecoders, RowFollowsTheTool)
 {
-    install({u"wait-file"_s, path(u"go"_s), u"out"_s, GetParam().progress, u"wait-file"_s, path(u"on"_s)});
-    const auto task = make();
-    EXPECT_EQ(task->title(), GetParam().source);
-    EXPECT_EQ(task->textField()->stringValue(), GetParam().source);
-    queue_.addTask(task);
-    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == GetParam().firstStatus; }));
-    touch(path(u"go"_s));
-    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == GetParam().status; }));
-    EXPECT_EQ(task->progressIndicator()->doubleValue(), 42);
-    touch(path(u"on"_s));
-    settle();
+    expectRowFollowsTheTool(make(), row().source);
 }
 
 TEST_P(ToolDecoders, FailureOfTheToolIsSeenWhereItsStatusIsRead)
@@ -139,24 +128,17 @@ TEST_P(ToolDecoders, FailureOfTheToolIsSeenWhereItsStatusIsRead)
     const auto task = make();
     task->setDeleteOriginal(true);
     run(task);
-    EXPECT_EQ(task->error(), GetParam().seesFailure);
-    EXPECT_EQ(exists(GetParam().source), GetParam().seesFailure) << "kept: the source of a TTA file goes";
-    EXPECT_EQ(task->topTextField()->stringValue(), GetParam().seesFailure ? u"Error"_s : u"Complete"_s);
-    EXPECT_EQ(queue_.outputWindows().empty(), !GetParam().seesFailure);
-    if (!GetParam().seesFailure) return;
-    EXPECT_EQ(onlyReport(), u"why"_s.repeated(GetParam().kept) + u'\n');
+    EXPECT_EQ(task->error(), row().seesFailure);
+    EXPECT_EQ(exists(row().source), row().seesFailure) << "kept: the source of a TTA file goes";
+    EXPECT_EQ(task->topTextField()->stringValue(), row().seesFailure ? u"Error"_s : u"Complete"_s);
+    EXPECT_EQ(queue_.outputWindows().empty(), !row().seesFailure);
+    if (!row().seesFailure) return;
+    EXPECT_EQ(onlyReport(), u"why"_s.repeated(row().kept) + u'\n');
 }
 
 TEST_P(ToolDecoders, GoodEndOpensNoWindowAndDeletesTheSourceIfAsked)
 {
-    install({u"out"_s, u"fine"_s});
-    run(make());
-    EXPECT_TRUE(exists(GetParam().source));
-    const auto task = make();
-    task->setDeleteOriginal(true);
-    run(task);
-    EXPECT_FALSE(exists(GetParam().source));
-    EXPECT_TRUE(queue_.outputWindows().empty());
+    expectGoodEndToOpenNoWindowAndToDeleteTheSourceIfAsked([this] { return make(); }, row().source);
 }
 
 TEST_P(ToolDecoders, ConversionIsTriedOnWhatAFailedToolLeft)
@@ -164,7 +146,7 @@ TEST_P(ToolDecoders, ConversionIsTriedOnWhatAFailedToolLeft)
     const LogCapture log;
     install(writing() + QStringList{u"exit"_s, u"1"_s});
     run(make(Constants::AIFF));
-    EXPECT_EQ(othersThan({GetParam().source}), QStringList{u"a.aiff"_s});
+    EXPECT_EQ(othersThan({row().source}), QStringList{u"a.aiff"_s});
     EXPECT_TRUE(aiffSamples() == samples_.little);
 }
 
@@ -176,31 +158,28 @@ TEST_P(ToolDecoders, NothingToConvertIsAFailureAndKeepsTheSource)
     task->setDeleteOriginal(true);
     run(task);
     EXPECT_TRUE(task->error());
-    EXPECT_TRUE(exists(GetParam().source));
+    EXPECT_TRUE(exists(row().source));
     EXPECT_EQ(queue_.outputWindows().size(), 1U);
-    EXPECT_EQ(othersThan({u"a.aiff"_s}), QStringList{GetParam().source}) << "the temporary file is gone";
+    EXPECT_EQ(othersThan({u"a.aiff"_s}), QStringList{row().source}) << "the temporary file is gone";
 }
 
 TEST_P(ToolDecoders, CancelKeepsTheSourceAndReportsTwice)
 {
     const LogCapture log;
-    install({u"wait-file"_s, path(u"go"_s), u"flood"_s, u"300000"_s, u"touch"_s, path(u"ended"_s)});
     const auto task = make();
     task->setDeleteOriginal(true);
-    cancelAt(task, GetParam().firstStatus);
-    EXPECT_TRUE(exists(GetParam().source));
-    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
-    EXPECT_EQ(exists(u"ended"_s), GetParam().seesFailure) << "ttaenc alone is ended by a cancel";
+    cancelAtTheTool(task);
+    EXPECT_TRUE(exists(row().source));
+    EXPECT_EQ(exists(u"ended"_s), row().seesFailure) << "ttaenc alone is ended by a cancel";
     EXPECT_EQ(log.count(u"Exception in queue taskCompleted"_s), 1);
-    EXPECT_TRUE(queue_.outputWindows().empty());
 }
 
 TEST_P(ToolDecoders, CancelOfAnAiffLeavesNoTemporaryFile)
 {
     const LogCapture log;
     install({u"wait-file"_s, path(u"go"_s), u"flood"_s, u"300000"_s});
-    cancelAt(make(Constants::AIFF), GetParam().firstStatus);
-    EXPECT_EQ(othersThan({GetParam().source, u"go"_s, u"a.aiff"_s}), QStringList());
+    cancelAt(make(Constants::AIFF), row().firstStatus);
+    EXPECT_EQ(othersThan({row().source, u"go"_s, u"a.aiff"_s}), QStringList());
 }
 
 TEST_P(ToolDecoders, TaskThatIsWithdrawnBeforeItBeganLeavesNothing)
@@ -208,26 +187,22 @@ TEST_P(ToolDecoders, TaskThatIsWithdrawnBeforeItBeganLeavesNothing)
     install({});
     queue_.setHeld(true);
     queue_.addTask(make(Constants::AIFF));
-    EXPECT_EQ(othersThan({GetParam().source}).size(), 1);
+    EXPECT_EQ(othersThan({row().source}).size(), 1);
     queue_.withdrawTask(queue_.taskArray().at(0));
     queue_.setHeld(false);
     settle();
-    EXPECT_EQ(othersThan({GetParam().source}), QStringList());
-    EXPECT_TRUE(tools_.calls(GetParam().tool).isEmpty());
+    EXPECT_EQ(othersThan({row().source}), QStringList());
+    EXPECT_TRUE(tools_.calls(row().tool).isEmpty());
 }
 
 TEST_P(ToolDecoders, ToolThatIsNotThereLeavesNoTemporaryFile)
 {
-    const LogCapture log;
-    const auto task = run(make(Constants::AIFF));
-    EXPECT_TRUE(task->error());
-    EXPECT_TRUE(onlyReport().contains(GetParam().tool));
-    EXPECT_EQ(othersThan({GetParam().source}), QStringList());
+    expectMissingToolToLeaveNothingBut(row().source, make(Constants::AIFF));
 }
 
 TEST_P(ToolDecoders, FolderThatTakesNoTemporaryFileMakesNoTask)
 {
-    EXPECT_THROW(GetParam().make(&queue_, source(), u"/proc"_s, Constants::AIFF), AssertionException);
+    EXPECT_THROW(row().make(&queue_, source(), u"/proc"_s, Constants::AIFF), AssertionException);
 }
 
 class DecodersTexts : public TaskRun

@@ -4,7 +4,8 @@
 #include "encode/EncodeALACToTTATask.h"
 #include "encode/EncodeALACToWavpackTask.h"
 #include "platform/errors/Exceptions.h"
-#include "support/TaskRun.h"
+#include "support/FileSizeLimit.h"
+#include "support/ToolRun.h"
 #include "tags/FlacTagHelper.h"
 #include "tags/TagLibTagsHelper.h"
 
@@ -70,22 +71,22 @@ const std::vector<Encoder>& encoders()
 }
 
 /// Makes an Apple Lossless file with a title. @return its path
-QString makeAppleLossless(const QString& path, int frames = 5000)
+QString makeAppleLossless(const QString& path, int frames = 5000, const QString& comment = {})
 {
     const QString wav = path + u".source.wav"_s;
     writeFile(wav, waveFile(makeSamples(44100, 2, 16, frames)));
-    runTool(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-y"_s, u"-i"_s, wav, u"-c:a"_s, u"alac"_s, u"-metadata"_s,
-                          u"title=Späti"_s, u"-metadata"_s, u"artist=Nobody"_s, path});
+    runTool(u"ffmpeg"_s,
+            {u"-v"_s, u"error"_s, u"-y"_s, u"-i"_s, wav, u"-c:a"_s, u"alac"_s, u"-metadata"_s, u"title=Späti"_s,
+             u"-metadata"_s, u"artist=Nobody"_s, u"-metadata"_s, u"comment="_s + comment, path});
     QFile::remove(wav);
     return path;
 }
 
-class FromAppleLossless : public TaskRun, public testing::WithParamInterface<Encoder>
+class FromAppleLossless : public ToolRun<Encoder>
 {
 protected:
-    Base make() { return GetParam().make(&queue_, source_, folder()); }
-    void install(const QStringList& script) { tools_.install(GetParam().tool, script); }
-    QString output() const { return u"a."_s + GetParam().extension; }
+    Base make() { return row().make(&queue_, source_, folder()); }
+    QString output() const { return u"a."_s + row().extension; }
 
     QString source_ = makeAppleLossless(path(u"a.m4a"_s));
 };
@@ -98,13 +99,13 @@ INSTANTIATE_TEST_SUITE_P(Of, FromAppleLossless, testing::ValuesIn(encoders()),
 TEST_P(FromAppleLossless, ToolGetsATemporaryWavOfTheOutputFolderThatIsGoneAfterwards)
 {
     const LogCapture log;
-    install({u"size"_s, u"$%1"_s.arg(GetParam().input + 1), u"exit"_s, u"1"_s});
+    install({u"size"_s, u"$%1"_s.arg(row().input + 1), u"exit"_s, u"1"_s});
     const auto task = run(make());
-    const QStringList call = tools_.calls(GetParam().tool).value(0);
-    const QString input = call.value(GetParam().input);
+    const QStringList call = tools_.calls(row().tool).value(0);
+    const QString input = call.value(row().input);
     EXPECT_EQ(path::deletingLastComponent(input), folder());
-    EXPECT_EQ(call, GetParam().arguments(input, path(output())));
-    EXPECT_EQ(onlyReport(), u"20044"_s.repeated(GetParam().kept) + u'\n');
+    EXPECT_EQ(call, row().arguments(input, path(output())));
+    EXPECT_EQ(onlyReport(), u"20044"_s.repeated(row().kept) + u'\n');
     EXPECT_EQ(othersThan({u"a.m4a"_s}), QStringList());
     EXPECT_EQ(task->stage(), 2);
     EXPECT_EQ(task->stageCount(), 2);
@@ -137,7 +138,7 @@ TEST_P(FromAppleLossless, SourceThatCannotBeDecodedStillRunsTheTool)
     file(u"a.m4a"_s, "no audio");
     const auto task = run(make());
     EXPECT_TRUE(task->error());
-    EXPECT_EQ(tools_.calls(GetParam().tool).size(), 1);
+    EXPECT_EQ(tools_.calls(row().tool).size(), 1);
     EXPECT_TRUE(onlyReport().startsWith(u"Error encoding "_s));
     EXPECT_EQ(othersThan({u"a.m4a"_s}), QStringList());
 }
@@ -175,9 +176,7 @@ TEST_P(FromAppleLossless, CancelDuringTheDecodingClearsUp)
 
 TEST_P(FromAppleLossless, ToolThatIsNotThereLeavesNoTemporaryFile)
 {
-    const LogCapture log;
-    EXPECT_TRUE(run(make())->error());
-    EXPECT_EQ(othersThan({u"a.m4a"_s}), QStringList());
+    expectMissingToolToLeaveNothingBut(u"a.m4a"_s, make());
 }
 
 class AppleLosslessTags : public TaskRun
@@ -220,6 +219,20 @@ TEST_F(AppleLosslessTags, WavpackGetsThem)
         EncodeALACToWavpackTask::initEncodeTaskWithQueueFileNameOutputPathLevel(&queue_, source_, folder(), u"-f"_s),
         u"wavpack"_s, made);
     EXPECT_EQ(TagLibTagsHelper().tagsForWavpackFile(path(u"a.wv"_s))->titleText(), u"Späti"_s);
+}
+
+TEST_F(AppleLosslessTags, TagsThatFindNoRoomAreToldThoughTheRowIsComplete)
+{
+    makeAppleLossless(source_, 5000, QString(100000, u'x'));
+    const QString wav = writeFile(elsewhere_.filePath(u"x.wav"_s), waveFile(makeSamples(44100, 2, 16, 500)));
+    const QString made = elsewhere_.filePath(u"x.wv"_s);
+    runTool(u"wavpack"_s, {u"-q"_s, u"-y"_s, wav, u"-o"_s, made});
+    const FileSizeLimit limit(60000);
+    const auto task =
+        EncodeALACToWavpackTask::initEncodeTaskWithQueueFileNameOutputPathLevel(&queue_, source_, folder(), u"-f"_s);
+    runWith(task, u"wavpack"_s, made);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    EXPECT_TRUE(onlyReport().startsWith(u"The tags were not saved: "_s));
 }
 
 TEST_F(AppleLosslessTags, CancelBeforeTheToolLeavesAFileThatStandsThereAlone)

@@ -1,8 +1,10 @@
 #include "encode/EncodeALACTask.h"
-#include "AudioSamples.h"
-#include "support/Programs.h"
-#include "support/TaskRun.h"
+#include "M4aTargetRun.h"
+#include "encode/CoreAudioHelper.h"
+#include "platform/audio/AudioFileReader.h"
 #include "tags/AACTagsHelper.h"
+#include "tags/TagFiles.h"
+#include "tags/TagLibTagsHelper.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -10,26 +12,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class AppleLosslessTarget : public TaskRun
+class AppleLosslessTarget : public M4aTargetRun
 {
 protected:
-    AppleLosslessTarget() { tools_.install(u"AtomicParsley"_s); }
-
     std::shared_ptr<EncodeALACTask> make(const QString& file)
     {
         return EncodeALACTask::initEncodeTaskWithQueueFileNameOutputPath(&queue_, file, folder());
     }
-    QString wave(const QString& name, int frames = 5000, uint32_t bits = 16) const
+    /// For where a task is made of each of several sources.
+    auto maker()
     {
-        return writeFile(path(name), waveFile(makeSamples(44100, 2, bits, frames)));
+        return [this](const QString& file) { return make(file); };
     }
-    /// A decoder that "decodes" into its argument of that number.
-    void installDecoder(const QString& tool, int target, const QStringList& before = {}, const QString& status = u"0"_s)
-    {
-        const QString wav = writeFile(elsewhere_.filePath(u"decoded.wav"_s), waveFile(makeSamples(44100, 2, 16, 5000)));
-        tools_.install(tool, before + QStringList{u"copy"_s, wav, u"${%1}"_s.arg(target), u"exit"_s, status});
-    }
-    const LogCapture log_;
+    QByteArray samplesOf(const QString& name) const { return decodedByFfmpeg(path(name), 16); }
 };
 
 } // namespace
@@ -38,10 +33,8 @@ TEST_F(AppleLosslessTarget, WavIsEncodedInProcessAndGetsTheToolStringAndTheGaple
 {
     const auto task = run(make(wave(u"a.wav"_s)));
     EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
-    EXPECT_EQ(decodedByFfmpeg(path(u"a.m4a"_s), 16), makeSamples(44100, 2, 16, 5000).little);
-    const QByteArray tags =
-        test::run(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, path(u"a.m4a"_s)});
-    EXPECT_TRUE(tags.contains("TAG:encoder=Zolt")) << tags.toStdString();
+    EXPECT_EQ(samplesOf(u"a.m4a"_s), decoded_.little);
+    EXPECT_TRUE(tagsOf(u"a.m4a"_s).contains("TAG:encoder=Zolt")) << tagsOf(u"a.m4a"_s).toStdString();
     EXPECT_EQ(tools_.calls(u"AtomicParsley"_s).size(), 1);
     EXPECT_EQ(tools_.calls(u"AtomicParsley"_s).at(0).at(0), path(u"a.m4a"_s));
     EXPECT_EQ(task->stage(), 1);
@@ -49,29 +42,47 @@ TEST_F(AppleLosslessTarget, WavIsEncodedInProcessAndGetsTheToolStringAndTheGaple
     EXPECT_EQ(othersThan({u"a.wav"_s, u"a.m4a"_s}), QStringList());
 }
 
+TEST_F(AppleLosslessTarget, DepthOfTheSourceIsTheFlagOfTheOutput)
+{
+    for (const auto& [bits, flags] : {std::pair{16U, 1U}, std::pair{24U, 3U}}) {
+        run(make(wave(u"a.wav"_s, 44100, bits)));
+        std::unique_ptr<AudioFileReader> reader;
+        ASSERT_EQ(AudioFileReader::open(path(u"a.m4a"_s), reader), 0);
+        AudioFormat format;
+        ASSERT_EQ(reader->dataFormat(format), 0);
+        EXPECT_EQ(format.formatFlags, flags);
+        EXPECT_EQ(CoreAudioHelper::getFormatInfo(path(u"a.m4a"_s))->bitsPerChannel(), int32_t(bits));
+    }
+}
+
+TEST_F(AppleLosslessTarget, OtherSourcesThanFlacLeaveTheToolStringAlone)
+{
+    TagsObject title;
+    title.setTitleText(u"Späti"_s);
+    writeFile(path(u"a.aiff"_s), aiffFile(makeSamples(44100, 2, 16, 5000)));
+    TagLibTagsHelper().writeTagsForAIFFFileTagObject(path(u"a.aiff"_s), title);
+    TagFiles samples;
+    QFile::copy(samples.ape(), path(u"b.ape"_s));
+    TagLibTagsHelper().writeTagsForAPEFileTagObjectWriteEmptyTags(path(u"b.ape"_s), title, false);
+    installDecoder(u"mac"_s, 2);
+    for (const QString& name : {u"a.aiff"_s, u"b.ape"_s}) {
+        run(make(path(name)));
+        const QByteArray tags = tagsOf(path::deletingExtension(name) + u".m4a"_s);
+        EXPECT_TRUE(tags.contains("TAG:encoder=Zolt")) << tags.toStdString();
+        EXPECT_FALSE(tags.contains("TAG:title"));
+    }
+}
+
 TEST_F(AppleLosslessTarget, ShortenIsDecodedByShntoolFirst)
 {
-    installDecoder(u"shntool"_s, 9, {u"out"_s, u"Converting [a.shn] (0:01.00) --> [x] :  42% "_s});
-    const auto task = run(make(file(u"a.shn"_s)));
-    const QStringList call = tools_.calls(u"shntool"_s).at(0);
-    EXPECT_EQ(call, QStringList({u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"always"_s, u"-o"_s, u"wav"_s, u"-n"_s,
-                                 call.at(8), path(u"a.shn"_s)}));
-    EXPECT_EQ(path::deletingLastComponent(call.at(8)), folder());
-    EXPECT_EQ(othersThan({u"a.shn"_s, u"a.m4a"_s}), QStringList());
-    EXPECT_EQ(decodedByFfmpeg(path(u"a.m4a"_s), 16), makeSamples(44100, 2, 16, 5000).little);
-    EXPECT_EQ(task->stage(), 2);
-    EXPECT_EQ(task->stageCount(), 2);
-    EXPECT_TRUE(queue_.outputWindows().empty());
+    expectShntoolToDecodeFirst(make(file(u"a.shn"_s)));
+    EXPECT_EQ(samplesOf(u"a.m4a"_s), decoded_.little);
 }
 
 TEST_F(AppleLosslessTarget, FlacIsDecodedByFlacFirst)
 {
-    installDecoder(u"flac"_s, 4);
-    run(make(file(u"a.flac"_s)));
-    const QStringList call = tools_.calls(u"flac"_s).at(0);
-    EXPECT_EQ(call, QStringList({u"-d"_s, path(u"a.flac"_s), u"-o"_s, call.at(3), u"-f"_s}));
-    EXPECT_TRUE(exists(u"a.m4a"_s));
-    EXPECT_EQ(othersThan({u"a.flac"_s, u"a.m4a"_s}), QStringList());
+    expectFlacToDecodeFirst(make(file(u"a.flac"_s)));
+    EXPECT_EQ(samplesOf(u"a.m4a"_s), decoded_.little);
 }
 
 TEST_F(AppleLosslessTarget, MonkeysAudioIsDecodedByMacFirst)
@@ -85,29 +96,12 @@ TEST_F(AppleLosslessTarget, MonkeysAudioIsDecodedByMacFirst)
 
 TEST_F(AppleLosslessTarget, EachDecodingShowsItsStatusesAndItsProgress)
 {
-    struct Case
-    {
-        QString tool, source, first, piece, shown, name;
-    };
-    for (const auto& [tool, source, first, piece, shown, name] :
-         {Case{u"shntool"_s, u"a.shn"_s, u"Decoding SHN to Wav"_s, u"\b 42% "_s, u"Encoding to WAV: 42.000000%"_s, {}},
-          Case{u"flac"_s, u"a.flac"_s, u"Decoding FLAC to Wav"_s, u"a.flac: 42% complete"_s, u"Decoding to Wav: 42%"_s,
-               u"a.flac"_s},
-          Case{u"mac"_s, u"a.ape"_s, u"Decoding APE to Wav"_s, u"Progress: 42% (7 seconds remaining, "_s,
-               u"Decoding from Monkey's Audio: 42%   7 seconds remaining"_s, u"a.ape"_s}}) {
-        const QString go = path(u"go"_s), on = path(u"on"_s);
-        tools_.install(tool, {u"wait-file"_s, go, u"out"_s, piece, u"wait-file"_s, on});
-        const auto task = make(file(source));
-        queue_.addTask(task);
-        ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == first; }));
-        touch(go);
-        ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == shown; }));
-        EXPECT_EQ(task->progressIndicator()->doubleValue(), 42);
-        touch(on);
-        settle();
-        QFile::remove(go);
-        QFile::remove(on);
-    }
+    expectToBeShown(
+        {{u"shntool"_s, u"a.shn"_s, u"Decoding SHN to Wav"_s, u"\b 42% "_s, u"Encoding to WAV: 42.000000%"_s},
+         {u"flac"_s, u"a.flac"_s, u"Decoding FLAC to Wav"_s, u"a.flac: 42% complete"_s, u"Decoding to Wav: 42%"_s},
+         {u"mac"_s, u"a.ape"_s, u"Decoding APE to Wav"_s, u"Progress: 42% (7 seconds remaining, "_s,
+          u"Decoding from Monkey's Audio: 42%   7 seconds remaining"_s}},
+        maker());
 }
 
 TEST_F(AppleLosslessTarget, DecodersStatusIsNotReadOnlyWhatItLeft)
@@ -131,6 +125,15 @@ TEST_F(AppleLosslessTarget, DecoderThatLeavesNothingFailsInTheEncoding)
     EXPECT_TRUE(tools_.calls(u"AtomicParsley"_s).isEmpty()) << "no tags, no gapless pass";
 }
 
+TEST_F(AppleLosslessTarget, DecoderThatIsNotThereOrTalksNonsenseLeavesNoTemporaryFile)
+{
+    for (const auto& [source, tool] :
+         {std::pair{u"a.shn"_s, u"shntool"_s}, {u"a.flac"_s, u"flac"_s}, {u"a.ape"_s, u"mac"_s}})
+        expectNoTemporaryFileBehind(source, tool, maker());
+    installDecoder(u"flac"_s, 4, {u"out"_s, u"42% of nothing"_s});
+    expectNoTemporaryFileBehind(u"a.flac"_s, u"beyond bounds"_s, maker());
+}
+
 TEST_F(AppleLosslessTarget, TextOfMacFailsTheTask)
 {
     installDecoder(u"mac"_s, 2, {u"out"_s, u"Error: 1000"_s});
@@ -140,13 +143,7 @@ TEST_F(AppleLosslessTarget, TextOfMacFailsTheTask)
 
 TEST_F(AppleLosslessTarget, WavpackAndTrueAudioGoStraightToTheServiceWhichDeclines)
 {
-    for (const QString& name : {u"a.wv"_s, u"a.tta"_s}) {
-        const auto task = run(make(file(name)));
-        EXPECT_TRUE(task->error());
-        EXPECT_TRUE(queue_.outputWindows().back()->textField()->string().startsWith(
-            u"Error encoding %1 to Apple Lossless:\n"_s.arg(path(name))));
-    }
-    EXPECT_FALSE(exists(u"a.m4a"_s));
+    expectWavpackAndTrueAudioToBeDeclinedByTheService(maker());
 }
 
 TEST_F(AppleLosslessTarget, OverItsOwnSourceFailsAndLosesNothing)

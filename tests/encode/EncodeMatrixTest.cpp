@@ -206,6 +206,30 @@ TEST_F(EncodeReal, ShortenSetIsFollowedByAListOfItsOutputsBesideTheFirst)
     EXPECT_TRUE(queue().outputWindows().empty());
 }
 
+TEST_F(EncodeReal, ListNamesWhatWasMadeHoweverASourceIsSpelled)
+{
+    tab.generateMD5Button->setState(true);
+    encode(u"SHN"_s, {wave(u"a.WAV"_s), writeFile(pathOf(u"b.aif"_s), aiffFile(makeSamples(44100, 2, 16, 9000)))});
+    ASSERT_TRUE(runUntil([&] { return exists(u"md5sum.md5"_s); }));
+    runQueue();
+    for (const QString& name : {u"a.shn"_s, u"b.shn"_s}) {
+        const QByteArray sum = test::run(u"md5sum"_s, {pathOf(name)}).left(32);
+        EXPECT_TRUE(exists(name));
+        EXPECT_TRUE(content(u"md5sum.md5"_s).contains(sum + " *" + name.toUtf8() + '\n')) << name.toStdString();
+    }
+}
+
+TEST_F(EncodeReal, ListOptionOfAnotherTargetWritesNoList)
+{
+    tab.generateMD5Button->setState(true);
+    encode(u"FLAC"_s, {wave(u"a.wav"_s)});
+    runQueue();
+    runPosted();
+    EXPECT_TRUE(exists(u"a.flac"_s));
+    EXPECT_FALSE(exists(u"md5sum.md5"_s));
+    EXPECT_EQ(queue().taskCount(), 0);
+}
+
 TEST_F(EncodeReal, CancelledSetWithItsListKeepsItsSources)
 {
     tab.generateMD5Button->setState(true);
@@ -226,8 +250,10 @@ TEST_F(EncodeReal, CancelledSetWithItsListKeepsItsSources)
 TEST_F(EncodeReal, LongFlacEncodingShowsItsProgressAndNoFaults)
 {
     const QString source = pathOf(u"a.wav"_s);
-    runTool(u"sox"_s, {u"-n"_s, u"-r"_s, u"44100"_s, u"-c"_s, u"2"_s, u"-b"_s, u"16"_s, source, u"synth"_s, u"600"_s,
+    runTool(u"sox"_s, {u"-n"_s, u"-r"_s, u"44100"_s, u"-c"_s, u"2"_s, u"-b"_s, u"16"_s, source, u"synth"_s, u"240"_s,
                        u"whitenoise"_s});
+    tab.flacSlider->setIntValue(8);
+    tab.flacVerifyButton->setState(true);
     encode(u"FLAC"_s, {source});
     const auto task = queue().taskArray().at(0);
     QSet<QString> statuses;

@@ -311,11 +311,23 @@ TEST_F(EncodeTabTest, WithoutTheOptionNothingFollows)
     EXPECT_EQ(only<EncodeSHNTask>()->results()->taskAfterSetDone(), nullptr);
 }
 
-TEST_F(EncodeTabTest, ListOptionOfAnotherTargetHasNoEffect)
+TEST_F(EncodeTabTest, FlacOverItsOwnSourceIsLeftToTheTool)
 {
-    tab.generateMD5Button->setState(true);
-    press(u"FLAC"_s, {u"a.wav"_s});
-    EXPECT_EQ(only<EncodeFlacTask>()->results()->taskAfterSetDone(), nullptr);
+    press(u"FLAC"_s, {u"a.flac"_s});
+    EXPECT_EQ(only<EncodeFlacTask>()->arguments().last(), pathOf(u"a.flac"_s));
+}
+
+TEST_F(EncodeTabTest, TasksKnowTheirSources)
+{
+    for (const auto& [target, name] :
+         {std::pair{u"FLAC"_s, u"a.wav"_s}, {u"SHN"_s, u"b.wav"_s}, {u"FLAC"_s, u"c.ape"_s}}) {
+        press(target, {name});
+        EXPECT_EQ(queue().taskArray().back()->source(), pathOf(name));
+    }
+    tab.sourceEncodeButton->setState(false);
+    panels_.answerOpenPanel(QStringList{pathOf(u"d.wav"_s)}); // a folder that bears the source's name
+    press(u"SHN"_s, {u"d.wav"_s});
+    EXPECT_EQ(queue().taskArray().back()->source(), pathOf(u"d.wav"_s));
 }
 
 TEST_F(EncodeTabTest, AppleLosslessSourceThatIsToBeDeletedStopsTheCommand)
@@ -412,10 +424,10 @@ TEST_F(EncodePlan, OutputsAreNamedAsTheToolsNameThem)
     EXPECT_EQ(output(u"FLAC"_s, u"a.WAV"_s), QStringList({pathOf(u"a.flac"_s)}));
     EXPECT_EQ(output(u"M4A"_s, u"a.shn"_s), QStringList({pathOf(u"a.m4a"_s)}));
     EXPECT_EQ(output(u"SHN"_s, u"a.b.wav"_s), QStringList({pathOf(u"a.b.shn"_s)}));
-    EXPECT_EQ(output(u"SHN"_s, u"a.WAV"_s), QStringList({pathOf(u"a.WAV.shn"_s)})) << "shntool knows lower case alone";
-    EXPECT_EQ(output(u"SHN"_s, u"a.aif"_s), QStringList({pathOf(u"a.aif.shn"_s)}));
+    EXPECT_EQ(output(u"SHN"_s, u"a.WAV"_s), QStringList({pathOf(u"a.shn"_s)}));
+    EXPECT_EQ(output(u"SHN"_s, u"a.aif"_s), QStringList({pathOf(u"a.shn"_s)}));
     EXPECT_EQ(output(u"FLAC"_s, u"a.ape"_s), QStringList({pathOf(u"a.flac"_s)}));
-    EXPECT_EQ(output(u"FLAC"_s, u"a.SHN"_s), QStringList({pathOf(u"a.SHN.flac"_s)}));
+    EXPECT_EQ(output(u"FLAC"_s, u"a.SHN"_s), QStringList({pathOf(u"a.flac"_s)}));
 }
 
 TEST_F(EncodePlan, ToolsThatReplaceWhatIsThereAreKnown)
@@ -441,6 +453,24 @@ TEST_F(EncodePlan, ToolsAreThoseOfTheWayOnce)
     EXPECT_EQ(tools(u"M4A"_s, u"a.wav"_s), QStringList({u"AtomicParsley"_s}));
     EXPECT_EQ(tools(u"WV"_s, u"a.aif"_s), QStringList({u"wavpack"_s}));
     EXPECT_EQ(planned(u"FLAC"_s, {u"a.wav"_s, u"b.aif"_s}).tools, QStringList({u"flac"_s, u"metaflac"_s}));
+}
+
+TEST_F(EncodePlan, WavOnTheWayIsKnown)
+{
+    const auto staged = [&](const QString& target, const QStringList& names) {
+        QStringList found;
+        for (const WorkItem& item : planned(target, names).items) {
+            if (item.staged) found += path::lastComponent(item.source);
+        }
+        return found;
+    };
+    const QStringList all{u"a.wav"_s, u"a.aif"_s, u"a.AIFF"_s, u"a.flac"_s, u"a.shn"_s,
+                          u"a.ape"_s, u"a.wv"_s,  u"a.tta"_s,  u"a.m4a"_s};
+    EXPECT_EQ(staged(u"SHN"_s, all), QStringList());
+    EXPECT_EQ(staged(u"FLAC"_s, all), QStringList({u"a.m4a"_s}));
+    for (const QString& target : {u"APE"_s, u"WV"_s, u"TTA"_s})
+        EXPECT_EQ(staged(target, all), QStringList({u"a.AIFF"_s, u"a.aif"_s, u"a.m4a"_s})) << target.toStdString();
+    EXPECT_EQ(staged(u"M4A"_s, all), QStringList({u"a.ape"_s, u"a.flac"_s, u"a.shn"_s}));
 }
 
 TEST_F(EncodePlan, SourcesThatTheToolDeclinesAreToldBeforehand)

@@ -1,10 +1,14 @@
+#include "AudioSamples.h"
 #include "encode/EncodeFlacTask.h"
 #include "encode/EncodeSHNTask.h"
 #include "encode/EncodeSHNToFlacTask.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/errors/Exceptions.h"
+#include "support/FileSizeLimit.h"
 #include "support/TaskRun.h"
+#include "tags/TagFiles.h"
+#include "tags/TagLibTagsHelper.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -29,6 +33,14 @@ protected:
         return EncodeSHNToFlacTask::initAsyncTaskWithQueueLaunchPathArgumentsType(
             &queue_, toolPath(u"shntool"_s), shntoolArguments(source), path::extension(source).toUpper());
     }
+    /// A Monkey's Audio file by its header and tags alone.
+    QString ape(const QString& name, const TagsObject& tags)
+    {
+        QFile::remove(path(name));
+        QFile::copy(samples_.ape(), path(name));
+        TagLibTagsHelper().writeTagsForAPEFileTagObjectWriteEmptyTags(path(name), tags, false);
+        return path(name);
+    }
     std::shared_ptr<EncodeSHNTask> toShorten(const QString& source)
     {
         const auto task = EncodeSHNTask::initAsyncTaskWithQueueLaunchPathArgumentsWithResults(
@@ -37,8 +49,25 @@ protected:
         return task;
     }
 
+    TagFiles samples_;
     std::shared_ptr<ZOLTTaskResults> set_ = std::make_shared<ZOLTTaskResults>();
     const LogCapture log_;
+};
+
+/// Deleting means the trash, which lies in a folder of the test's own.
+class TrashIn
+{
+public:
+    explicit TrashIn(const QString& folder) : folder_(folder)
+    {
+        UserDefaults::standard().set(u"trashOrDelete"_s, 1);
+        qputenv("XDG_DATA_HOME", folder.toLocal8Bit());
+    }
+    ~TrashIn() { qunsetenv("XDG_DATA_HOME"); }
+    bool holds(const QString& name) const { return QFile::exists(folder_ + u"/Trash/files/"_s + name); }
+
+private:
+    const QString folder_;
 };
 
 /// A task after the set that remembers that it was started.
@@ -97,15 +126,23 @@ TEST_F(EventDriven, FlacFailureKeepsSourceAndText)
 
 TEST_F(EventDriven, FlacNeverPutsItsSourceIntoTheTrash)
 {
-    UserDefaults::standard().set(u"trashOrDelete"_s, 1);
-    qputenv("XDG_DATA_HOME", elsewhere_.path().toLocal8Bit());
+    const TrashIn trash(elsewhere_.path());
     tools_.install(u"flac"_s);
     const auto task = flac(file(u"a.wav"_s));
     task->setDeleteOriginal(true);
     run(task);
-    qunsetenv("XDG_DATA_HOME");
     EXPECT_FALSE(exists(u"a.wav"_s));
-    EXPECT_FALSE(QFile::exists(elsewhere_.filePath(u"Trash/files/a.wav"_s)));
+    EXPECT_FALSE(trash.holds(u"a.wav"_s));
+}
+
+TEST_F(EventDriven, ShortenPutsItsSourceWhereTheSettingSays)
+{
+    const TrashIn trash(elsewhere_.path());
+    tools_.install(u"shntool"_s);
+    const auto task = toShorten(file(u"a.wav"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_TRUE(trash.holds(u"a.wav"_s));
 }
 
 TEST_F(EventDriven, FlacCancelledKeepsItsSource)
@@ -119,18 +156,25 @@ TEST_F(EventDriven, FlacCancelledKeepsItsSource)
 
 TEST_F(EventDriven, FlacWritesTagsForAiffAloneAlsoAfterAFailure)
 {
-    tools_.install(u"metaflac"_s);
+    TagsObject title;
+    title.setTitleText(u"Späti"_s);
     for (const auto& [name, writes] : {std::pair{u"a.wav"_s, false}, std::pair{u"a.AIF"_s, true},
                                        std::pair{u"a.aiff"_s, true}, std::pair{u"a.ape"_s, false}}) {
+        writeFile(path(name), aiffFile(makeSamples(44100, 2, 16, 100)));
+        TagLibTagsHelper().writeTagsForAIFFFileTagObject(path(name), title);
         for (const QString& status : {u"0"_s, u"1"_s}) {
-            tools_.install(u"flac"_s, {u"exit"_s, status});
-            const auto task = flac(file(name));
+            FakeTools tools;
+            tools.install(u"metaflac"_s);
+            tools.install(u"flac"_s, {u"exit"_s, status});
+            const auto task = flac(path(name));
             run(task);
             queue_.removeAllErrors(nullptr);
             EXPECT_EQ(task->topTextField()->stringValue(), status == u"0"_s ? u"Complete"_s : u"Error"_s);
+            const auto calls = tools.calls(u"metaflac"_s);
+            EXPECT_EQ(!calls.isEmpty(), writes) << name.toStdString();
+            EXPECT_EQ(calls.value(0).contains(path(u"a.flac"_s)), writes);
         }
     }
-    SUCCEED();
 }
 
 TEST_F(EventDriven, ShortenVectorTooShortIsARangeFault)
@@ -154,17 +198,49 @@ TEST_F(EventDriven, ShntoolToFlacShowsItsTypeAndTheToolsOwnDigits)
 
 TEST_F(EventDriven, ShntoolToFlacSkipsTheTrashAndKeepsAFailure)
 {
+    const TrashIn trash(elsewhere_.path());
     tools_.install(u"shntool"_s);
     auto task = toFlac(file(u"a.shn"_s));
     task->setDeleteOriginal(true);
     run(task);
     EXPECT_FALSE(exists(u"a.shn"_s));
+    EXPECT_FALSE(trash.holds(u"a.shn"_s));
     tools_.install(u"shntool"_s, {u"out"_s, u"ERROR"_s, u"exit"_s, u"1"_s});
     task = toFlac(file(u"a.shn"_s));
     task->setDeleteOriginal(true);
     run(task);
     EXPECT_TRUE(exists(u"a.shn"_s));
     EXPECT_EQ(onlyReport(), u"ERRORERROR\n"_s);
+}
+
+TEST_F(EventDriven, ShntoolToFlacCopiesTheTagsOfMonkeysAudioAloneAlsoAfterAFailure)
+{
+    TagsObject title;
+    title.setTitleText(u"Späti"_s);
+    for (const auto& [name, copies] :
+         {std::pair{u"a.ape"_s, true}, std::pair{u"a.APE"_s, true}, std::pair{u"a.shn"_s, false}}) {
+        ape(name, title);
+        for (const QString& status : {u"0"_s, u"1"_s}) {
+            tools_.install(u"shntool"_s, {u"copy"_s, samples_.flac(), path(u"a.flac"_s), u"exit"_s, status});
+            const auto task = run(toFlac(path(name)));
+            EXPECT_EQ(task->error(), status == u"1"_s);
+            EXPECT_EQ(textOrEmpty(TagLibTagsHelper().tagsForFlacFile(path(u"a.flac"_s))->titleText()),
+                      copies ? u"Späti"_s : QString())
+                << name.toStdString();
+        }
+    }
+}
+
+TEST_F(EventDriven, TagsThatFindNoRoomInFlacAreToldThoughTheRowIsComplete)
+{
+    TagsObject tags;
+    tags.setCommentText(QString(200000, u'x'));
+    ape(u"a.ape"_s, tags);
+    tools_.install(u"shntool"_s, {u"copy"_s, samples_.flac(), path(u"a.flac"_s)});
+    const FileSizeLimit limit(100000);
+    const auto task = run(toFlac(path(u"a.ape"_s)));
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    EXPECT_TRUE(onlyReport().startsWith(u"The tags were not saved: "_s));
 }
 
 TEST_F(EventDriven, ErrorInTheTextAloneFailsNothing)

@@ -2,7 +2,7 @@
 #include "encode/EncodeApeTask.h"
 #include "encode/EncodeTTATask.h"
 #include "encode/EncodeWavpackTask.h"
-#include "support/TaskRun.h"
+#include "support/ToolRun.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -56,17 +56,16 @@ const std::vector<Encoder>& encoders()
     return table;
 }
 
-class TwoStages : public TaskRun, public testing::WithParamInterface<Encoder>
+class TwoStages : public ToolRun<Encoder>
 {
 protected:
-    std::shared_ptr<TwoStageEncoder> make(const QString& file) { return GetParam().make(&queue_, file, folder()); }
-    void install(const QStringList& script) { tools_.install(GetParam().tool, script); }
-    QString out(const QString& base) const { return base + u'.' + GetParam().extension; }
+    std::shared_ptr<TwoStageEncoder> make(const QString& file) { return row().make(&queue_, file, folder()); }
+    QString out(const QString& base) const { return base + u'.' + row().extension; }
     QString aiff(const QString& name = u"a.aiff"_s) const
     {
         return writeFile(path(name), aiffFile(makeSamples(44100, 2, 16, 5000)));
     }
-    QStringList expectedCall(const QString& input) const { return GetParam().arguments(input, path(out(u"a"_s))); }
+    QStringList expectedCall(const QString& input) const { return row().arguments(input, path(out(u"a"_s))); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, TwoStages, testing::ValuesIn(encoders()),
@@ -79,7 +78,7 @@ TEST_P(TwoStages, AnyOtherSourceGoesToTheToolAsItIs)
     install({});
     for (const QString& name : {u"a.wav"_s, u"a.flac"_s, u"a.m4a"_s, u"a"_s}) {
         const auto task = run(make(path(name)));
-        EXPECT_EQ(tools_.calls(GetParam().tool).last(), expectedCall(path(name)));
+        EXPECT_EQ(tools_.calls(row().tool).last(), expectedCall(path(name)));
         EXPECT_EQ(task->stageCount(), 1);
         EXPECT_EQ(task->stage(), 1);
         EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
@@ -90,15 +89,15 @@ TEST_P(TwoStages, AnyOtherSourceGoesToTheToolAsItIs)
 TEST_P(TwoStages, AiffBecomesATemporaryWavInTheOutputFolderThatIsGoneAfterwards)
 {
     for (const QString& name : {u"a.aiff"_s, u"a.AIF"_s}) {
-        install({u"size"_s, u"$%1"_s.arg(GetParam().tool == u"wavpack"_s ? 2 : 1), u"exit"_s, u"1"_s});
+        install({u"size"_s, u"$%1"_s.arg(row().tool == u"wavpack"_s ? 2 : 1), u"exit"_s, u"1"_s});
         const LogCapture log;
         const auto task = run(make(aiff(name)));
-        const QStringList call = tools_.calls(GetParam().tool).last();
-        const QString input = call.at(GetParam().tool == u"wavpack"_s ? 1 : 0);
+        const QStringList call = tools_.calls(row().tool).last();
+        const QString input = call.at(row().tool == u"wavpack"_s ? 1 : 0);
         EXPECT_EQ(path::deletingLastComponent(input), folder());
         EXPECT_EQ(path::extension(input), u"wav"_s);
         EXPECT_EQ(call, expectedCall(input));
-        EXPECT_EQ(queue_.outputWindows().back()->textField()->string(), u"20044"_s.repeated(GetParam().kept) + u'\n')
+        EXPECT_EQ(queue_.outputWindows().back()->textField()->string(), u"20044"_s.repeated(row().kept) + u'\n')
             << "the tool found 5000 frames behind a header";
         EXPECT_EQ(othersThan({u"a.aiff"_s, u"a.AIF"_s}), QStringList()) << "also when it failed";
         EXPECT_EQ(task->stageCount(), 2);
@@ -108,17 +107,7 @@ TEST_P(TwoStages, AiffBecomesATemporaryWavInTheOutputFolderThatIsGoneAfterwards)
 
 TEST_P(TwoStages, RowFollowsTheTool)
 {
-    install({u"wait-file"_s, path(u"go"_s), u"out"_s, GetParam().progress, u"wait-file"_s, path(u"on"_s)});
-    const auto task = make(file(u"a.wav"_s));
-    EXPECT_EQ(task->title(), u"a.wav"_s);
-    EXPECT_EQ(task->textField()->stringValue(), u"a.wav"_s);
-    queue_.addTask(task);
-    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == GetParam().firstStatus; }));
-    touch(path(u"go"_s));
-    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == GetParam().status; }));
-    EXPECT_EQ(task->progressIndicator()->doubleValue(), 42);
-    touch(path(u"on"_s));
-    settle();
+    expectRowFollowsTheTool(make(file(u"a.wav"_s)), u"a.wav"_s);
 }
 
 TEST_P(TwoStages, FailureKeepsSourceAndText)
@@ -130,32 +119,23 @@ TEST_P(TwoStages, FailureKeepsSourceAndText)
     run(task);
     EXPECT_TRUE(task->error());
     EXPECT_TRUE(exists(u"a.wav"_s));
-    EXPECT_EQ(onlyReport(), u"why"_s.repeated(GetParam().kept) + u'\n');
+    EXPECT_EQ(onlyReport(), u"why"_s.repeated(row().kept) + u'\n');
 }
 
 TEST_P(TwoStages, GoodEndOpensNoWindowAndDeletesTheSourceIfAsked)
 {
-    install({u"out"_s, u"fine"_s});
-    run(make(file(u"a.wav"_s)));
-    EXPECT_TRUE(exists(u"a.wav"_s));
-    const auto task = make(path(u"a.wav"_s));
-    task->setDeleteOriginal(true);
-    run(task);
-    EXPECT_FALSE(exists(u"a.wav"_s));
-    EXPECT_TRUE(queue_.outputWindows().empty());
+    file(u"a.wav"_s);
+    expectGoodEndToOpenNoWindowAndToDeleteTheSourceIfAsked([this] { return make(path(u"a.wav"_s)); }, u"a.wav"_s);
 }
 
 TEST_P(TwoStages, CancelWaitsForTheToolAndKeepsTheSource)
 {
     const LogCapture log;
-    install({u"wait-file"_s, path(u"go"_s), u"flood"_s, u"300000"_s, u"touch"_s, path(u"ended"_s)});
     const auto task = make(file(u"a.wav"_s));
     task->setDeleteOriginal(true);
-    cancelAt(task, GetParam().firstStatus);
+    cancelAtTheTool(task);
     EXPECT_TRUE(exists(u"ended"_s));
     EXPECT_TRUE(exists(u"a.wav"_s));
-    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
-    EXPECT_TRUE(queue_.outputWindows().empty());
 }
 
 TEST_P(TwoStages, CancelDuringTheConversionStillClearsUp)
@@ -181,17 +161,13 @@ TEST_P(TwoStages, SourceThatCannotBeConvertedFailsWithItsReasonThoughTheToolIsRu
     run(task);
     EXPECT_TRUE(task->error());
     EXPECT_TRUE(onlyReport().startsWith(u"Error encoding %1 to Apple Lossless:\n"_s.arg(path(u"a.aiff"_s))));
-    EXPECT_EQ(tools_.calls(GetParam().tool).size(), 1);
+    EXPECT_EQ(tools_.calls(row().tool).size(), 1);
     EXPECT_EQ(othersThan({}), QStringList({u"a.aiff"_s}));
 }
 
 TEST_P(TwoStages, ToolThatIsNotThereLeavesNoTemporaryFile)
 {
-    const LogCapture log;
-    const auto task = run(make(aiff()));
-    EXPECT_TRUE(task->error());
-    EXPECT_TRUE(onlyReport().contains(GetParam().tool));
-    EXPECT_EQ(othersThan({u"a.aiff"_s}), QStringList());
+    expectMissingToolToLeaveNothingBut(u"a.aiff"_s, make(aiff()));
 }
 
 class EncodersTexts : public TaskRun

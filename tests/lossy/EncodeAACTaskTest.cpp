@@ -1,9 +1,7 @@
 #include "lossy/EncodeAACTask.h"
-#include "AudioSamples.h"
+#include "encode/M4aTargetRun.h"
 #include "lossy/LossyTitles.h"
 #include "platform/audio/AudioFormat.h"
-#include "support/Programs.h"
-#include "support/TaskRun.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -11,27 +9,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class AAC : public TaskRun
+class AAC : public M4aTargetRun
 {
 protected:
-    AAC() { tools_.install(u"AtomicParsley"_s); }
-
     std::shared_ptr<EncodeAACTask> make(const QString& source, const QString& type = lossyTitle::CBR,
                                         int32_t level = 160)
     {
         return EncodeAACTask::initEncodeTaskWithQueueFileNameTypeOutputPathLevel(&queue_, source, type, folder(),
                                                                                  level);
     }
-    QString wave(const QString& name, double rate = 44100, uint32_t bits = 16, int frames = 30000) const
+    /// For where a task is made of each of several sources.
+    auto maker()
     {
-        return writeFile(path(name), waveFile(makeSamples(rate, 2, bits, frames)));
-    }
-    /// A decoder that "decodes" into its argument of that number.
-    void installDecoder(const QString& tool, int target, const QStringList& before = {}, const QString& status = u"0"_s)
-    {
-        const QString wav =
-            writeFile(elsewhere_.filePath(u"decoded.wav"_s), waveFile(makeSamples(44100, 2, 16, 30000)));
-        tools_.install(tool, before + QStringList{u"copy"_s, wav, u"${%1}"_s.arg(target), u"exit"_s, status});
+        return [this](const QString& file) { return make(file); };
     }
     QByteArray toolString() const
     {
@@ -39,12 +29,7 @@ protected:
                                       u"default=nw=1:nk=1"_s, path(u"a.m4a"_s)})
             .trimmed();
     }
-    bool hasTag(const char* line) const
-    {
-        return runTool(u"ffprobe"_s, {u"-v"_s, u"error"_s, u"-show_entries"_s, u"format_tags"_s, path(u"a.m4a"_s)})
-            .contains(line);
-    }
-    const LogCapture log_;
+    bool hasTag(const char* line) const { return tagsOf(u"a.m4a"_s).contains(line); }
 };
 
 } // namespace
@@ -114,57 +99,33 @@ TEST_F(AAC, HighRatesAreHalved)
 
 TEST_F(AAC, ShortenIsDecodedByShntoolFirst)
 {
-    installDecoder(u"shntool"_s, 9, {u"out"_s, u"Converting [a.shn] (0:01.00) --> [x] :  42% "_s});
-    const auto task = run(make(file(u"a.shn"_s)));
-    const QStringList call = tools_.calls(u"shntool"_s).at(0);
-    EXPECT_EQ(call, QStringList({u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"always"_s, u"-o"_s, u"wav"_s, u"-n"_s,
-                                 call.at(8), path(u"a.shn"_s)}));
-    EXPECT_EQ(path::deletingLastComponent(call.at(8)), folder());
-    EXPECT_EQ(othersThan({u"a.shn"_s, u"a.m4a"_s}), QStringList());
+    expectShntoolToDecodeFirst(make(file(u"a.shn"_s)));
     EXPECT_TRUE(toolString().endsWith("CBR 160kbps"));
-    EXPECT_EQ(task->stage(), 2);
-    EXPECT_EQ(task->stageCount(), 2);
 }
 
 TEST_F(AAC, FlacIsDecodedByFlacAndItsTagsGoWithTheSettings)
 {
-    installDecoder(u"flac"_s, 4);
-    const QString wav = writeFile(elsewhere_.filePath(u"f.wav"_s), waveFile(makeSamples(44100, 2, 16, 30000)));
+    const QString wav = writeFile(elsewhere_.filePath(u"f.wav"_s), waveFile(decoded_));
     runTool(u"flac"_s,
             {u"-s"_s, u"-T"_s, u"TITLE=Späti"_s, u"-T"_s, u"ARTIST=Привет"_s, u"-o"_s, path(u"a.flac"_s), wav});
-    const auto task = run(make(path(u"a.flac"_s), lossyTitle::VBR, 88));
-    const QStringList call = tools_.calls(u"flac"_s).at(0);
-    EXPECT_EQ(call, QStringList({u"-d"_s, path(u"a.flac"_s), u"-o"_s, call.at(3), u"-f"_s}));
+    expectFlacToDecodeFirst(make(path(u"a.flac"_s), lossyTitle::VBR, 88));
     EXPECT_TRUE(hasTag("TAG:title=Späti"));
     EXPECT_TRUE(hasTag("TAG:artist=Привет"));
     EXPECT_TRUE(toolString().endsWith("True VBR Quality 88"));
-    EXPECT_EQ(othersThan({u"a.flac"_s, u"a.m4a"_s}), QStringList());
-    EXPECT_EQ(task->stage(), 2);
 }
 
 TEST_F(AAC, EachStageShowsItsStatus)
 {
-    struct Case
-    {
-        QString tool, source, first, piece, shown;
-    };
-    for (const auto& [tool, source, first, piece, shown] :
-         {Case{u"shntool"_s, u"a.shn"_s, u"Decoding SHN to Wav"_s, u"\b 42% "_s, u"Decoding to WAV: 42.000000%"_s},
-          Case{u"flac"_s, u"a.flac"_s, u"Decoding FLAC to Wav"_s, u"a.flac: 42% complete"_s,
-               u"Decoding to Wav: 42%"_s}}) {
-        const QString go = path(u"go"_s), on = path(u"on"_s);
-        tools_.install(tool, {u"wait-file"_s, go, u"out"_s, piece, u"wait-file"_s, on});
-        const auto task = make(file(source));
-        queue_.addTask(task);
-        ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == first; }));
-        touch(go);
-        ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == shown; }));
-        EXPECT_EQ(task->progressIndicator()->doubleValue(), 42);
-        touch(on);
-        settle();
-        QFile::remove(go);
-        QFile::remove(on);
-    }
+    expectToBeShown(
+        {{u"shntool"_s, u"a.shn"_s, u"Decoding SHN to Wav"_s, u"\b 42% "_s, u"Decoding to WAV: 42.000000%"_s},
+         {u"flac"_s, u"a.flac"_s, u"Decoding FLAC to Wav"_s, u"a.flac: 42% complete"_s, u"Decoding to Wav: 42%"_s}},
+        maker());
+}
+
+TEST_F(AAC, ADecoderThatIsNotThereLeavesNoTemporaryFile)
+{
+    expectNoTemporaryFileBehind(u"a.shn"_s, u"shntool"_s, maker());
+    expectNoTemporaryFileBehind(u"a.flac"_s, u"flac"_s, maker());
 }
 
 TEST_F(AAC, ADecodersBadStatusStopsTheDeletionAlone)
@@ -196,13 +157,7 @@ TEST_F(AAC, AFailedEncodingSkipsTagsAndGaplessPassAndKeepsTheText)
 
 TEST_F(AAC, WavpackAndTrueAudioGoStraightToTheServiceWhichDeclines)
 {
-    for (const QString& name : {u"a.wv"_s, u"a.tta"_s}) {
-        const auto task = run(make(file(name)));
-        EXPECT_TRUE(task->error());
-        EXPECT_TRUE(queue_.outputWindows().back()->textField()->string().startsWith(
-            u"Error encoding %1 to Apple Lossless:\n"_s.arg(path(name))));
-    }
-    EXPECT_FALSE(exists(u"a.m4a"_s));
+    expectWavpackAndTrueAudioToBeDeclinedByTheService(maker());
 }
 
 TEST_F(AAC, AppleLosslessIsDeclinedAndNeverLost)
