@@ -103,20 +103,28 @@ void ZOLTTask::stageBegins()
 
 void ZOLTTask::startTask()
 {
+    if (isDone()) return;
     textField()->setStringValue(title());
     markRunning();
 }
 
 void ZOLTTask::markRunning()
 {
-    active_ = true;
-    done_ = false;
+    if (!markActive()) return; // cancelled since it was chosen
     cancelButton()->setHidden(false);
     progressIndicator()->setHidden(false);
 }
 
+bool ZOLTTask::markActive()
+{
+    const std::lock_guard guard(mutex_);
+    if (!done_) active_ = true;
+    return active_;
+}
+
 void ZOLTTask::markEnded()
 {
+    const std::lock_guard guard(mutex_);
     done_ = true;
     active_ = false;
 }

@@ -27,7 +27,7 @@ public:
     /// @param queue  outlives the task; nullptr for a task that reports to nobody
     static std::shared_ptr<ZOLTTask> initWithQueue(ZOLTTaskQueue* queue);
 
-    /// Marks the row running. Must not end the task on the calling thread.
+    /// Marks the row running, unless the task has ended. Must not end the task on the calling thread.
     virtual void startTask();
     /// Sets `cancelled`, then runs stopTask on the calling thread.
     virtual void cancelTask(Sender sender);
@@ -125,12 +125,12 @@ protected:
     void tellInReport(const OptionalText& line);
     /// Lets go of the results of a good end, but for a report that tellInReport has added to.
     void dropResults();
-    /// Marks the row running: flags, stop button, bar.
+    /// Marks the row running: flags, stop button, bar. Does nothing if the task has ended.
     void markRunning();
+    /// `active` set. @return false if the task has ended: it never goes back
+    bool markActive();
     /// `active` cleared and `done` set.
     void markEnded();
-    void setActive(bool active) { active_ = active; }
-    void setDone(bool done) { done_ = done; }
     ZOLTTaskQueue* queue() const { return queue_; }
     /// Reports to the queue, if there is one.
     void reportCompleted();

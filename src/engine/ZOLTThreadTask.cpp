@@ -17,8 +17,8 @@ void ZOLTThreadTask::setUpThreadTask(ZOLTTaskQueue* queue)
 void ZOLTThreadTask::startTask()
 {
     // Set here already: until the thread gets to mark its row, the queue must not take the task for a waiting one.
-    setActive(true);
-    if (phase_ == Phase::EndedBefore) return setActive(false); // cancelled since the queue chose it
+    markActive();
+    if (phase_ == Phase::EndedBefore) return markEnded(); // cancelled since the queue chose it
     auto self = std::static_pointer_cast<ZOLTThreadTask>(shared_from_this());
     detachThread([self = std::move(self)] { self->run(); });
 }
@@ -157,8 +157,7 @@ void ZOLTThreadTask::stopTask(Sender)
     const Hold hold(shared_from_this());
     const bool neverBegan = moveTo(Phase::EndedBefore) || hasNeverBegun();
     endTool();
-    setActive(false);
-    setDone(true);
+    markEnded();
     if (end_.runsCleanup) runCleanup();
     if (end_.drops == ThreadEnd::Drops::AheadOfRow) dropResults();
     ZOLTTask::stopTask(nullptr);

@@ -56,6 +56,16 @@ TEST_F(Task, RunningRowShowsBarAndButton)
     EXPECT_FALSE(task_->cancelButton()->isHidden());
 }
 
+TEST_F(Task, TaskThatHasEndedNeverGoesBack)
+{
+    task_->cancelTask(nullptr);
+    task_->startTask(); // as a thread does that was on its way when the cancel came
+    EXPECT_TRUE(task_->isDone());
+    EXPECT_FALSE(task_->isActive());
+    EXPECT_EQ(task_->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_TRUE(task_->cancelButton()->isHidden());
+}
+
 TEST_F(Task, GoodEndIsGreenAndComplete)
 {
     task_->startTask();
