@@ -25,7 +25,7 @@ const std::vector<FilterShape>& filtersOf(unsigned level)
 class Channel
 {
 public:
-    explicit Channel(unsigned level)
+    Channel(unsigned level, ApePredictor::Sums sums) : predictor_(sums)
     {
         for (const FilterShape& shape : filtersOf(level))
             filters_.emplace_back(shape.order, shape.fraction);
@@ -55,7 +55,7 @@ std::int32_t sampleAt(const std::uint8_t* from, unsigned bytes)
 
 void encodeMono(const Bytes& samples, unsigned bytes, unsigned level, RangeEncoder& to)
 {
-    Channel channel(level);
+    Channel channel(level, ApePredictor::Sums::Wrapping);
     for (std::size_t at = 0; at < samples.size(); at += bytes)
         channel.encode(sampleAt(&samples[at], bytes), 0, to);
 }
@@ -63,7 +63,9 @@ void encodeMono(const Bytes& samples, unsigned bytes, unsigned level, RangeEncod
 /// The difference comes first, then the middle, each predicted from the other too.
 void encodeStereo(const Bytes& samples, unsigned bytes, unsigned level, RangeEncoder& to)
 {
-    Channel difference(level), middle(level);
+    // Only of this one kind FFmpeg takes the sums as they are.
+    const auto sums = level == 5000 && bytes == 3 ? ApePredictor::Sums::Wide : ApePredictor::Sums::Wrapping;
+    Channel difference(level, sums), middle(level, sums);
     for (std::size_t at = 0; at < samples.size(); at += 2 * bytes) {
         const std::int32_t left = sampleAt(&samples[at], bytes), right = sampleAt(&samples[at + bytes], bytes);
         difference.encode(right - left, middle.smoothed(), to);

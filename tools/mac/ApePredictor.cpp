@@ -6,11 +6,6 @@ namespace zolt::companion {
 
 namespace {
 
-std::int32_t sum(std::int32_t a, std::int32_t b)
-{
-    return std::int32_t(std::uint32_t(a) + std::uint32_t(b));
-}
-
 std::int32_t difference(std::int32_t a, std::int32_t b)
 {
     return std::int32_t(std::uint32_t(a) - std::uint32_t(b));
@@ -36,18 +31,25 @@ template <std::size_t size> void ApePredictor::Line<size>::enter(std::int32_t va
     directions[0] = againstSign(value);
 }
 
-template <std::size_t size> std::int32_t ApePredictor::Line<size>::sum() const
+template <std::size_t size> std::int64_t ApePredictor::Line<size>::sum() const
 {
-    std::uint32_t all = 0;
+    std::int64_t all = 0;
     for (std::size_t i = 0; i < size; ++i)
-        all += std::uint32_t(values[i]) * std::uint32_t(factors[i]);
-    return std::int32_t(all);
+        all += std::int64_t(values[i]) * factors[i];
+    return all;
 }
 
 template <std::size_t size> void ApePredictor::Line<size>::learn(int direction)
 {
     for (std::size_t i = 0; i < size; ++i)
         factors[i] += directions[i] * direction;
+}
+
+std::int32_t ApePredictor::expected() const
+{
+    const std::int64_t own = own_.sum(), across = across_.sum();
+    if (sums_ == Sums::Wide) return std::int32_t((own + (across >> 1)) >> 10);
+    return std::int32_t(std::int32_t(own) + std::int64_t(std::int32_t(across) >> 1)) >> 10;
 }
 
 std::int32_t ApePredictor::residual(std::int32_t sample, std::int32_t other)
@@ -57,7 +59,7 @@ std::int32_t ApePredictor::residual(std::int32_t sample, std::int32_t other)
     otherBefore_ = other;
     last_ = difference(sample, faded(smoothed_));
     smoothed_ = sample;
-    const std::int32_t left = difference(last_, zolt::companion::sum(own_.sum(), across_.sum() >> 1) >> 10);
+    const std::int32_t left = difference(last_, expected());
     own_.learn(againstSign(left));
     across_.learn(againstSign(left));
     return left;

@@ -89,7 +89,6 @@ void ApeWriter::finish(const Bytes& wavTrailer)
     append(start, facts);
     append(start, places);
     output_.rewrite(0, start);
-    output_.finish();
 }
 
 } // namespace zolt::companion

@@ -21,7 +21,7 @@ public:
 
     void add(const Bytes& frame);
 
-    /// Ends the file.
+    /// Ends the file; all of it is written then, and the output is still to be finished.
     /// @param wavTrailer  is kept in the file
     void finish(const Bytes& wavTrailer);
 
