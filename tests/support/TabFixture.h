@@ -3,6 +3,7 @@
 
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/UserDefaults.h"
+#include "platform/threads/DetachedThreads.h"
 #include "shell/Constants.h"
 #include "shell/ZOLTController.h"
 #include "support/EventLoop.h"
@@ -27,6 +28,12 @@ protected:
         controller.addTab(tab, label);
         controller.awakeFromNib();
         controller.applicationDidFinishLaunching();
+    }
+    /// A task's thread may still be inside the queue when that has become empty.
+    ~TabFixture() override
+    {
+        waitForDetachedThreads();
+        runPosted();
     }
     ZOLTTaskQueue& queue() { return *controller.taskQueue(); }
     QString folder() const { return folder_.path(); }
