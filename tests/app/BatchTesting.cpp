@@ -64,7 +64,9 @@ std::unique_ptr<QProcess> BatchTest::start(const QStringList& arguments)
     process->setProcessEnvironment(environment);
     process->setWorkingDirectory(in({}));
     process->setStandardInputFile(QProcess::nullDevice());
-    process->start(QStringLiteral(ZOLT_BATCH), arguments);
+    QStringList words = launcher + QStringList{QStringLiteral(ZOLT_BATCH)} + arguments;
+    const QString program = words.takeFirst();
+    process->start(program, words);
     EXPECT_TRUE(process->waitForStarted());
     return process;
 }

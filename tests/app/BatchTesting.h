@@ -41,6 +41,7 @@ protected:
     void waitUntil(const std::function<bool()>& condition) const;
 
     QProcessEnvironment environment;
+    QStringList launcher; ///< the command that starts the program, which is put behind it; none for the program itself
 
 private:
     QTemporaryDir folder_;

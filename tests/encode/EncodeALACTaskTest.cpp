@@ -173,6 +173,12 @@ TEST_F(AppleLosslessTarget, CancelDuringADecodingLeavesTheTemporaryFileAndSkipsN
     EXPECT_TRUE(queue_.outputWindows().empty());
 }
 
+TEST_F(AppleLosslessTarget, CancelDuringTheEncodingLeavesAShortFileWithTags)
+{
+    expectCancelToLeaveAShortFile(u"Encoding to Apple Lossless: "_s, maker());
+    EXPECT_TRUE(tagsOf(u"a.m4a"_s).contains("TAG:encoder=Zolt"));
+}
+
 TEST_F(AppleLosslessTarget, DeletesItsSourceAfterSuccess)
 {
     const auto task = make(wave(u"a.wav"_s));

@@ -1,5 +1,6 @@
 #include "ConversionFixture.h"
 #include "HandMadeM4a.h"
+#include "Silence.h"
 #include "support/FileSizeLimit.h"
 #include "support/LogCapture.h"
 
@@ -14,18 +15,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Encoding = Conversion;
-
-/// A silent stereo WAV file of 16 bits that takes no room on the disk.
-QString silence(const QString& path, int64_t frames)
-{
-    auto samples = makeSamples(44100, 2, 16, 0);
-    auto bytes = waveFile(samples);
-    bytes.replace(4, 4, littleEndian(static_cast<uint64_t>(36 + frames * 4), 4));
-    bytes.replace(40, 4, littleEndian(static_cast<uint64_t>(frames * 4), 4));
-    writeFile(path, bytes);
-    EXPECT_TRUE(QFile::resize(path, 44 + frames * 4));
-    return path;
-}
 
 } // namespace
 

@@ -270,17 +270,20 @@ TEST_F(EncodeReal, LongFlacEncodingShowsItsProgressAndNoFaults)
 
 TEST_F(EncodeReal, ExistingOutputIsNotOverwrittenAndItsSourceStays)
 {
-    for (const auto& [target, extension] :
-         {std::pair{u"FLAC"_s, u"flac"_s}, std::pair{u"WV"_s, u"wv"_s}, std::pair{u"SHN"_s, u"shn"_s}}) {
-        const QString output = file(u"a."_s + extension, "mine");
+    runTool(toolPath(u"shorten"_s), {wave(u"b.wav"_s), pathOf(u"b.shn"_s)});
+    for (const auto& [target, source, extension] :
+         {std::tuple{u"FLAC"_s, u"a.wav"_s, u"flac"_s}, std::tuple{u"WV"_s, u"a.wav"_s, u"wv"_s},
+          std::tuple{u"SHN"_s, u"a.wav"_s, u"shn"_s}, std::tuple{u"FLAC"_s, u"b.shn"_s, u"flac"_s}}) {
+        if (source == u"a.wav") wave(source);
+        const QString output = file(path::deletingExtension(source) + u'.' + extension, "mine");
         tab.deleteOriginalsButton->setState(true);
         panels_.answerAlert(1);
-        encode(target, {wave(u"a.wav"_s)});
+        encode(target, {pathOf(source)});
         const auto task = queue().taskArray().at(0);
         runQueue();
         EXPECT_TRUE(task->error()) << target.toStdString();
         EXPECT_EQ(fileBytes(output), "mine");
-        EXPECT_TRUE(exists(u"a.wav"_s));
+        EXPECT_TRUE(exists(source));
         queue().removeAllErrors(nullptr);
     }
 }
@@ -299,7 +302,7 @@ TEST_F(EncodeReal, DeletesItsSourceAfterSuccess)
 TEST_F(EncodeReal, OddNamesAreEncoded)
 {
     const QStringList names{u"-a.wav"_s, u"it's \"50%\".wav"_s, u"a: b.wav"_s, u"Ночь 夜.wav"_s, u" blank .wav"_s};
-    for (const QString& target : {u"FLAC"_s, u"WV"_s, u"SHN"_s, u"TTA"_s, u"M4A"_s}) {
+    for (const QString& target : {u"FLAC"_s, u"WV"_s, u"SHN"_s, u"TTA"_s, u"M4A"_s, u"APE"_s}) {
         QStringList files;
         for (const QString& name : names)
             files += wave(name);
@@ -312,6 +315,25 @@ TEST_F(EncodeReal, OddNamesAreEncoded)
     }
     EXPECT_TRUE(queue().outputWindows().empty());
     EXPECT_EQ(log_.count(u"Exception"_s), 0);
+}
+
+TEST_F(EncodeReal, DepthsThatFailAreToldBeforehandAndNoOthers)
+{
+    const std::atomic<bool> stop = false;
+    for (const QString& target : {u"FLAC"_s, u"WV"_s, u"SHN"_s, u"TTA"_s, u"M4A"_s, u"APE"_s}) {
+        for (const uint32_t bits : {8U, 16U, 24U, 32U}) {
+            tab.outputFormatMatrix->selectTitle(target);
+            tab.addFiles({wave(u"a.wav"_s, 2000, bits)});
+            const WorkPlan plan = tab.workPlan();
+            const auto cautions = plan.inspect(plan, stop);
+            tab.executeCommand(nullptr);
+            const auto task = queue().taskArray().at(0);
+            runQueue();
+            EXPECT_EQ(!cautions.empty(), task->error()) << bits << " bits to " << target.toStdString();
+            queue().removeAllErrors(nullptr);
+            QFile::remove(plan.items.at(0).outputs.at(0));
+        }
+    }
 }
 
 TEST_F(EncodeReal, DeepAudioKeepsEveryBit)

@@ -1,7 +1,7 @@
 // What the tests of the two tasks that make M4A files share.
 #pragma once
 
-#include "AudioSamples.h"
+#include "Silence.h"
 #include "support/Programs.h"
 #include "support/TaskRun.h"
 
@@ -99,6 +99,26 @@ protected:
         EXPECT_TRUE(queue_.outputWindows().back()->textField()->string().contains(reason));
         EXPECT_EQ(othersThan({source}), QStringList());
         QFile::remove(path(source));
+    }
+
+    /// Cancels a task on a long silent source while it encodes.
+    /// @param status  how its status line begins then
+    /// @param make    makes a task on a source
+    template <class Make> void expectCancelToLeaveAShortFile(const QString& status, Make make)
+    {
+        constexpr int64_t frames = 100000000;
+        const QString source = silence(path(QStringLiteral("a.wav")), frames);
+        const auto task = make(source);
+        task->setDeleteOriginal(true);
+        queue_.addTask(task);
+        ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue().startsWith(status); }));
+        task->cancelTask(nullptr);
+        EXPECT_EQ(task->textField()->stringValue(), QStringLiteral("Canceled"));
+        settle();
+        EXPECT_TRUE(QFile::exists(source));
+        EXPECT_GT(statedLength(path(QStringLiteral("a.m4a"))), 0);
+        EXPECT_LT(statedLength(path(QStringLiteral("a.m4a"))), frames);
+        EXPECT_TRUE(queue_.outputWindows().empty());
     }
 
     const Samples decoded_ = makeSamples(44100, 2, 16, 30000);
