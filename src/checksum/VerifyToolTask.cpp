@@ -7,7 +7,8 @@ void VerifyToolTask::setUpVerification(const std::shared_ptr<ZOLTTaskResults>& r
 {
     setUpAsyncTask(queue, launchPath, arguments);
     setResults(results);
-    showTitle(path::lastComponent(pieceAt(arguments, source)));
+    setSource(pieceAt(arguments, source));
+    showTitle(path::lastComponent(this->source()));
 }
 
 void VerifyToolTask::processTaskOutput(const OptionalText& output)

@@ -2,6 +2,7 @@
 
 #include "engine/Log.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
 
 namespace zolt {
 
@@ -163,10 +164,11 @@ void ZOLTAsyncNSTask::finishAfterFault()
 
 QString ZOLTAsyncNSTask::source() const
 {
-    if (title().isEmpty()) return {};
-    const QString ending = u'/' + title();
-    const auto found = std::find_if(arguments_.begin(), arguments_.end(),
-                                    [&ending](const QString& argument) { return argument.endsWith(ending); });
+    if (!source_.isEmpty() || title().isEmpty()) return source_;
+    const QString ending = u'/' + readableName(title());
+    const auto found = std::find_if(arguments_.begin(), arguments_.end(), [&ending](const QString& argument) {
+        return readableName(argument).endsWith(ending);
+    });
     return found == arguments_.end() ? QString() : *found;
 }
 

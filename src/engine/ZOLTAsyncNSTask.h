@@ -46,8 +46,10 @@ public:
     /// Launch path and arguments, each in double quotes with a line end and a blank behind it.
     QString description() const override;
 
-    /// The first argument that is a full path and bears the row's name.
+    /// What setSource said, else the first argument that is a full path and bears the row's name.
     QString source() const override;
+    /// For a task whose row is named otherwise. Before it is queued. @param path  full
+    void setSource(const QString& path) { source_ = path; }
     const QString& launchPath() const { return launchPath_; }
     const QStringList& arguments() const { return arguments_; }
     Environment environment() const { return get(environment_); }
@@ -76,6 +78,7 @@ private:
     std::shared_ptr<ChildProcess> task_;      // none until the start, and none after the end
     Environment environment_;
     QString currentDirectoryPath_;
+    QString source_;
     QString launchPath_;
     QStringList arguments_;
     std::shared_ptr<Pipe> outputPipe_;

@@ -5,6 +5,7 @@
 #include "checksum/VerifyTTATask.h"
 #include "checksum/VerifyWavepackTask.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
 #include "support/FakeTool.h"
 #include "support/LogCapture.h"
 
@@ -58,6 +59,17 @@ TEST_F(ToolTests, AreTitledByTheFileWhereItStandsAmongTheArguments)
     EXPECT_EQ(entered(wavpack())->title(), u"a.wv"_s);
     EXPECT_EQ(entered(tta())->textField()->stringValue(), u"a.tta"_s);
     EXPECT_THROW(flac({u"-t"_s}), RangeException);
+}
+
+TEST_F(ToolTests, KnowTheFileThatTheyTestWhateverTheirTitle)
+{
+    const auto task = entered(flac({u"-t"_s, u"/x/a.flac"_s}));
+    task->setTitle(u"Verify FLAC"_s);
+    EXPECT_EQ(task->source(), u"/x/a.flac"_s);
+    EXPECT_EQ(entered(ape())->source(), u"/x/a.ape"_s);
+    EXPECT_EQ(entered(wavpack())->source(), u"/x/a.wv"_s);
+    const QString odd = nameOfBytes("/x/s\xe4tze.tta");
+    EXPECT_EQ(entered(tta({u"-t"_s, odd}))->source(), odd);
 }
 
 TEST_F(ToolTests, FlacShowsTheNumberBehindTheCommaAndItsFileAtEveryPiece)
