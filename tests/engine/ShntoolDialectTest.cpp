@@ -95,6 +95,15 @@ TEST(ShntoolDialect, TakesAColonInANameForNoEnd)
               QByteArrayList({"Joining [/s/a : b.wav] (0:01.00) --> [/o/joined.flac] (0:02.00) : ", "50% "}));
 }
 
+TEST(ShntoolDialect, ALineOfHashesHasNoHeadWhateverItsNameHolds)
+{
+    const QByteArray line = "abcdef0123456789abcdef0123456789  [shntool]  Live [2004] : 01.wav\n";
+    EXPECT_EQ(completed({line}), QByteArrayList({line}));
+    EXPECT_EQ(completed({line.first(40), line.sliced(40)}), QByteArrayList({line})) << "and it is held to its end";
+    EXPECT_EQ(completed({"Hashing [a] (0:01.00) : ", "100% OK\n" + line}),
+              QByteArrayList({"Hashing [a] (0:01.00) : ", "100% OK\n" + line}));
+}
+
 TEST(ShntoolDialect, HoldsNoMoreThanWhatFollowsTheLastHead)
 {
     ShntoolDialect dialect;

@@ -4,9 +4,11 @@ namespace zolt {
 
 namespace {
 
-/// Where the head that starts at `from` ends with its " : "; -1 if it does not. One within a name follows no bracket.
+/// Where the head that starts at `from` ends with its " : "; -1 if it does not. One within a name follows no bracket. A
+/// line of hashes has no head, even if its first digit is a letter.
 qsizetype headEnd(QByteArrayView line, qsizetype from)
 {
+    if (line.indexOf("  [shntool]  ", from) >= 0) return -1;
     constexpr QByteArrayView mark = " : ";
     for (qsizetype at = line.indexOf(mark, from); at > from; at = line.indexOf(mark, at + 1)) {
         if (line[at - 1] == ')' || line[at - 1] == ']') return at + mark.size();

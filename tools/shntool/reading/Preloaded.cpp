@@ -1,4 +1,5 @@
-// Loaded into the packaged shntool alone: what that opens for reading is shown with a header that it takes.
+// Loaded into the packaged shntool alone: what that opens for reading is shown with a header that it takes, and its
+// lines are written one at a time for whoever asks for that.
 
 #include "shntool/reading/MarkedText.h"
 #include "shntool/reading/ShownFile.h"
@@ -15,6 +16,7 @@ namespace {
 using zolt::reading::ShownFile;
 
 constexpr char preloadVariable[] = "LD_PRELOAD";
+constexpr char wishForLines[] = "NSUnbufferedIO"; // in the environment of every tool that the program reads from
 constexpr char descriptors[] = "/proc/self/fd/";
 
 bool onlyReads(const char* mode)
@@ -41,6 +43,13 @@ template <typename Function> Function* next(const char* name)
         ::setenv(preloadVariable, value + length + 1, 1);
     else
         ::unsetenv(preloadVariable);
+}
+
+/// Otherwise the hashes of many files would come in blocks, which end within a line and fall into what is printed of
+/// the progress meanwhile.
+[[gnu::constructor]] void writeByLines()
+{
+    if (std::getenv(wishForLines)) std::setvbuf(stdout, nullptr, _IOLBF, 0);
 }
 
 std::FILE* openShown(const char* path)
