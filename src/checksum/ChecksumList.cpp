@@ -1,6 +1,8 @@
 #include "checksum/ChecksumList.h"
 
 #include "platform/Product.h"
+#include "platform/files/FileNames.h"
+#include "platform/files/Files.h"
 #include "platform/files/NamedFile.h"
 #include "platform/text/DateDescription.h"
 
@@ -19,6 +21,11 @@ QString header(const QString& format)
     const QStringList pieces = splitAt(format, placeholder);
     return pieceAt(pieces, 0) + QLatin1String(product::version) + pieceAt(pieces, 1) +
            dateDescription(QDateTime::currentDateTime()) + pieceAt(pieces, 2);
+}
+
+bool write(const QString& path, const QString& text)
+{
+    return writeTextAtomically(path, readableName(text));
 }
 
 OptionalText text(const QString& path)

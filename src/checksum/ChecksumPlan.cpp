@@ -4,6 +4,7 @@
 #include "checksum/CreateMD5Task.h"
 #include "checksum/CreateST5Task.h"
 #include "checksum/Fingerprint.h"
+#include "platform/files/FileNames.h"
 #include "shell/Constants.h"
 #include "shell/Wording.h"
 
@@ -68,6 +69,15 @@ void cautionAboutNames(WorkPlan& plan)
     }
 }
 
+void cautionAboutBytes(WorkPlan& plan)
+{
+    for (WorkItem& item : plan.items) {
+        const QString name = path::lastComponent(item.source), readable = readableName(name);
+        if (name == readable) continue;
+        item.caution = u"The name of %1 is not UTF-8: no list can name it so that it is found again"_s.arg(readable);
+    }
+}
+
 } // namespace
 
 QString goodFor(const QString& kind)
@@ -113,8 +123,8 @@ void creating(WorkPlan& plan, const QString& kind, bool beside)
     if (kind == C::ST5) plan.tools = {u"shntool"_s};
     if (kind == C::FFP) plan.tools = {u"metaflac"_s};
     plan.words = filesInWords(files) + u" into "_s + listName(kind);
-    if (kind == C::ST5) return cautionAboutFolders(plan);
-    cautionAboutNames(plan);
+    kind == C::ST5 ? cautionAboutFolders(plan) : cautionAboutNames(plan);
+    cautionAboutBytes(plan);
 }
 
 } // namespace zolt::checksumPlan

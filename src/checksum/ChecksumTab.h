@@ -67,14 +67,15 @@ public:
     std::shared_ptr<OutputWindowController> outputWindowController; ///< nobody uses it
 
 private:
-    using Tasks = std::vector<std::shared_ptr<ZOLTTask>>;
+    /// Makes the task for a file; none where the file is passed over.
+    using TaskMaker = std::shared_ptr<ZOLTTask> (*)(const ChecksumTab& tab, const QString& file,
+                                                    const std::shared_ptr<ZOLTTaskResults>& report,
+                                                    ZOLTTaskQueue* queue);
 
     QString kind() const;
     QString tool(const QString& name) const;
     OptionalText listPath(const QString& firstFile, bool sourceSave, const QString& name, const QString& title) const;
-    void queueAsOneReport(const Tasks& tasks, const std::shared_ptr<ZOLTTaskResults>& results);
-    void testFiles();
-    void verifyLists();
+    void queueAsOneReport(TaskMaker taskOf);
     void createList(bool sourceSave);
     bool createFingerprints(const QStringList& files, bool sourceSave) const;
     bool queueIsFull() const;

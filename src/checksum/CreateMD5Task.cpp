@@ -1,7 +1,7 @@
 #include "checksum/CreateMD5Task.h"
 
+#include "checksum/ChecksumList.h"
 #include "checksum/MD5List.h"
-#include "platform/files/Files.h"
 #include "shell/FileList.h"
 
 namespace zolt {
@@ -31,17 +31,17 @@ void CreateMD5Task::startTask()
     ZOLTThreadTask::startTask();
 }
 
-void CreateMD5Task::doStartTask()
+void CreateMD5Task::doStartTask(const QStringList& files)
 {
     beginRow();
     topTextField()->setStringValue(u"Creating MD5 checksum file"_s);
-    doCreateMd5(files_);
+    doCreateMd5(files);
     stopTask(nullptr);
 }
 
 void CreateMD5Task::doCreateMd5(const QStringList& files)
 {
-    writeTextAtomically(outputPath_, md5List(files, *this));
+    checksumList::write(outputPath_, md5List(files, *this));
 }
 
 } // namespace zolt

@@ -26,8 +26,11 @@ public:
     /// cancel is not looked at; a list that cannot be written is not told.
     void doCreateMd5(const QStringList& files);
 
+    /// The whole of the work, with the end of the task.
+    void doStartTask(const QStringList& files);
+
 protected:
-    void doStartTask() override;
+    void doStartTask() override { doStartTask(files_); }
 
 private:
     CreateMD5Task();

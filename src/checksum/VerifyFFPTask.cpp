@@ -25,12 +25,16 @@ QString VerifyFFPTask::fingerprint(const QString& path)
     return flacFingerprint(path);
 }
 
-QString VerifyFFPTask::resultOf(const QString& entry, QStringList& matches) const
+VerifyFFPTask::Entry VerifyFFPTask::entryOf(const QString& line)
 {
-    const QStringList pieces = splitAt(entry, u":"_s);
-    const QString name = trimmed(pieceAt(pieces, 0), CharacterSet::WhiteSpace);
-    const QString digest = trimmed(pieceAt(pieces, 1), CharacterSet::WhiteSpace);
-    topTextField()->setStringValue(u"Verifying "_s + name);
+    const QStringList pieces = splitAt(line, u":"_s);
+    return {.name = trimmed(pieceAt(pieces, 0), CharacterSet::WhiteSpace),
+            .digest = trimmed(pieceAt(pieces, 1), CharacterSet::WhiteSpace)};
+}
+
+QString VerifyFFPTask::resultOf(const Entry& entry, QStringList& matches) const
+{
+    const auto& [name, digest] = entry;
     const QString file = checksumList::besideList(fileName(), name);
     const QString found = trimmed(fingerprint(file), CharacterSet::WhiteSpaceAndNewlines);
     if (found.contains(metaflacFailure)) return found + u" : "_s + name + u'\n';
@@ -51,8 +55,10 @@ std::optional<QStringList> VerifyFFPTask::doVerifyFPP()
     QStringList matches;
     qsizetype entries = 0;
     for (const QString& line : lines) {
-        const QString entry = trimmed(line, CharacterSet::WhiteSpaceAndNewlines);
-        if (entry.isEmpty() || entry.startsWith(u';')) continue;
+        const QString text = trimmed(line, CharacterSet::WhiteSpaceAndNewlines);
+        if (text.isEmpty() || text.startsWith(u';')) continue;
+        const Entry entry = entryOf(text);
+        topTextField()->setStringValue(u"Verifying "_s + entry.name);
         showProgress(++entries, lines.size()); // kept: counted against all lines, so the bar may end short
         found += resultOf(entry, matches);
     }

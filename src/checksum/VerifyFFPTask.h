@@ -30,8 +30,15 @@ protected:
     void verifyList() override;
 
 private:
+    /// A line of the list.
+    struct Entry
+    {
+        QString name, digest;
+    };
+
     VerifyFFPTask();
-    QString resultOf(const QString& entry, QStringList& matches) const;
+    static Entry entryOf(const QString& line);
+    QString resultOf(const Entry& entry, QStringList& matches) const;
 };
 
 } // namespace zolt

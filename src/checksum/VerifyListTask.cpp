@@ -1,5 +1,7 @@
 #include "checksum/VerifyListTask.h"
 
+#include "platform/files/FileNames.h"
+
 namespace zolt {
 
 // The report stays, no tool's status counts, and a cancel shows on the row alone: the thread goes on.
@@ -21,14 +23,22 @@ void VerifyListTask::setUpVerification(ZOLTTaskQueue* queue, const QString& file
     showTitle(path::lastComponent(fileName));
 }
 
-void VerifyListTask::report(const QString& text) const
+void VerifyListTask::report(const QString& text)
 {
+    toldAny_ = toldAny_ || !text.isEmpty();
     if (const auto collector = results()) collector->appendResultsForTask(text, this);
 }
 
 void VerifyListTask::noteMissing(const QString& line) const
 {
     if (const auto collector = results()) collector->noteMissing(line);
+}
+
+void VerifyListTask::noteNothingToCheck(const QString& name) const
+{
+    const QString sentence =
+        QStringLiteral("Nothing of %1 was checked: it is not there, is empty or is no UTF-8 text.");
+    if (const auto collector = results()) collector->noteFault(sentence.arg(readableName(name)));
 }
 
 void VerifyListTask::showProgress(qsizetype entry, qsizetype entries) const
@@ -39,9 +49,12 @@ void VerifyListTask::showProgress(qsizetype entry, qsizetype entries) const
 void VerifyListTask::doStartTask()
 {
     topTextField()->setStringValue(words_.status);
-    report(words_.heading + QStringLiteral(": ") + path::lastComponent(fileName_) + u'\n');
+    const QString name = path::lastComponent(fileName_);
+    report(words_.heading + QStringLiteral(": ") + name + u'\n');
     beginRow();
+    toldAny_ = false;
     verifyList();
+    if (!toldAny_) noteNothingToCheck(name);
     stopTask(nullptr);
 }
 

@@ -6,7 +6,8 @@
 namespace zolt {
 
 /// Works on a thread of its own and never fails for a bad file: what it found stands in the results alone, in a report
-/// that all lists of one press share.
+/// that all lists of one press share. Of a list in which there is nothing to
+/// check a fault is noted there.
 class VerifyListTask : public ZOLTThreadTask
 {
 public:
@@ -29,7 +30,7 @@ protected:
     /// Reads the list, checks what it names, and appends what it found to the report.
     virtual void verifyList() = 0;
     /// Appends to this task's own slot of the report.
-    void report(const QString& text) const;
+    void report(const QString& text);
     /// Tells whoever sums the report up that this line of it is about a file that is not there.
     void noteMissing(const QString& line) const;
     /// The bar after the entry of that number (from 1) of so many.
@@ -38,8 +39,11 @@ protected:
     void doStartTask() override;
 
 private:
+    void noteNothingToCheck(const QString& name) const;
+
     QString fileName_;
     Words words_;
+    bool toldAny_ = false; // anything behind the heading; the task's own thread
 };
 
 } // namespace zolt

@@ -2,6 +2,7 @@
 
 #include "checksum/ChecksumList.h"
 #include "checksum/ST5.h"
+#include "platform/files/Files.h"
 #include "platform/text/Scanner.h"
 
 namespace zolt {
@@ -55,9 +56,10 @@ QString VerifyST5Task::st5(const QString& path)
     name_ = path::lastComponent(path);
     rebuilt_.clear();
     textField()->setStringValue(name_);
+    const QString folder = path::deletingLastComponent(path);
     runTool({.tool = u"shntool"_s,
              .arguments = {u"hash"_s, path},
-             .directory = path::deletingLastComponent(path),
+             .directory = isDirectory(folder) ? folder : QString(), // no tool starts in one that is not there
              .stopAt = ToolCall::StopAt::Nothing,
              .afterwards = ToolCall::Afterwards::WaitAndTerminate});
     return rebuilt_;

@@ -43,6 +43,7 @@ constexpr LineRule lineRules[] = {
     // wavpack, wvunpack: all progress stands in one line with the outcome
     {At::Anywhere, " secs (loss"_L1, LineVerdict::Good}, // "(lossless, 77.49%)"
     {At::Anywhere, "missing data or crc errors detected"_L1, LineVerdict::Bad},
+    {At::Anywhere, "file is missing "_L1, LineVerdict::Bad},
     {At::Anywhere, "MD5 signatures should match, but do not!"_L1, LineVerdict::Bad},
     {At::Anywhere, "not compatible with this version of WavPack file!"_L1, LineVerdict::Bad},
     {At::Anywhere, "not a valid WavPack file"_L1, LineVerdict::Bad},
@@ -97,6 +98,7 @@ constexpr Cause causes[] = {
     {"MD5 signature mismatch"_L1, damaged},
     {"MD5 signatures should match, but do not!"_L1, damaged},
     {"missing data or crc errors detected"_L1, damaged},
+    {"file is missing "_L1, damaged},
     {": ERROR while decoding"_L1, damaged},
     {": the checksum "_L1, damaged},
     {": the file is cut"_L1, damaged},

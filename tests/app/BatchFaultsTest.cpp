@@ -136,6 +136,21 @@ TEST_F(BatchFaults, AListThatNamesABadFileEndsWithOne)
     const auto outcome = run({u"checksum"_s, u"verify"_s, u"list.md5"_s});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  list.md5"_s)) << "the row itself is complete";
+    write(in(u"list.md5"_s), "no entry\n");
+    EXPECT_EQ(run({u"checksum"_s, u"verify"_s, u"list.md5"_s}).status, 1);
+    write(in(u"list.md5"_s), "# comments alone\n");
+    EXPECT_EQ(run({u"checksum"_s, u"verify"_s, u"list.md5"_s}).status, 1) << "nothing was checked";
+}
+
+TEST_F(BatchFaults, ATestSaysWhichFileFailed)
+{
+    makeFlac(in(u"a.flac"_s));
+    QByteArray damaged = contents(in(u"a.flac"_s));
+    damaged[damaged.size() - 20] = char(~damaged[damaged.size() - 20]);
+    write(in(u"b.flac"_s), damaged);
+    const auto outcome = run({u"checksum"_s, u"test"_s, u"--jobs"_s, u"1"_s, u"a.flac"_s, u"b.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  Verify FLAC: a.flac"_s, u"Error  Verify FLAC: b.flac"_s));
 }
 
 TEST_F(BatchFaults, ACommandThatGivesUpHalfwayLetsWhatIsQueuedEnd)

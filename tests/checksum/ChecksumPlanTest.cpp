@@ -1,4 +1,5 @@
 #include "checksum/ChecksumTab.h"
+#include "platform/files/FileNames.h"
 #include "support/TabFixture.h"
 
 using namespace zolt;
@@ -67,6 +68,17 @@ TEST_F(ChecksumPlanTest, EqualNamesOfSeveralFoldersAreTold)
     EXPECT_TRUE(found.items[0].caution.isEmpty());
     EXPECT_TRUE(found.items[1].caution.contains(u"a.wav"_s));
     EXPECT_TRUE(found.items[2].caution.isEmpty());
+}
+
+TEST_F(ChecksumPlanTest, ANameThatIsNotUtf8IsToldForEveryKindOfList)
+{
+    const QString odd = nameOfBytes("/x/s\xe4tze.flac");
+    for (const QString& kind : {u"MD5"_s, u"ST5"_s, u"FFP"_s}) {
+        const WorkPlan found = plan(ChecksumTab::CreateList, {odd, u"/x/tönt.flac"_s}, kind);
+        ASSERT_EQ(found.items.size(), 2U);
+        EXPECT_TRUE(found.items[0].caution.contains(u"sätze.flac is not UTF-8"_s)) << kind.toStdString();
+        EXPECT_TRUE(found.items[1].caution.isEmpty());
+    }
 }
 
 TEST_F(ChecksumPlanTest, AFullQueueIsToldForAnMd5ListAlone)

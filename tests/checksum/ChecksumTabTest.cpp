@@ -82,6 +82,20 @@ TEST_F(ChecksumTabTest, EachKindIsTestedByItsTool)
     EXPECT_TRUE(tab.fileNames().isEmpty());
 }
 
+TEST_F(ChecksumTabTest, TheReportsWindowIsTitledByTheTaskThatEndsLast)
+{
+    install(u"flac"_s, {u"wait-file"_s, pathOf(u"go"_s)});
+    install(u"wvunpack"_s);
+    queue().maxThreadsChanged({QString(), nullptr, 2});
+    press(ChecksumTab::TestFiles, {u"a.flac"_s, u"b.wv"_s});
+    ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 1; }));
+    file(u"go"_s);
+    runQueue();
+    ASSERT_EQ(queue().outputWindows().size(), 1U);
+    EXPECT_EQ(queue().outputWindows().front()->window()->title(), u"Verify FLAC"_s)
+        << "though it stands first in the text";
+}
+
 TEST_F(ChecksumTabTest, FilesThatNothingTestsEmptyTheListWithoutATask)
 {
     press(ChecksumTab::TestFiles, {u"a.shn"_s, u"b.shn"_s});

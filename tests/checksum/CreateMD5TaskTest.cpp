@@ -1,9 +1,13 @@
 #include "ListFixture.h"
 
+#include "checksum/ChecksumList.h"
 #include "checksum/CreateMD5Task.h"
 #include "checksum/MD5Helper.h"
 #include "platform/Product.h"
+#include "platform/files/FileNames.h"
+#include "platform/files/NamedFile.h"
 #include "shell/FileList.h"
+#include "support/LogCapture.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -104,6 +108,35 @@ TEST_F(CreateMd5, OpensNoWindowAndEndsGreenAlsoWhereTheListCannotBeWritten)
     runQueue();
     EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
     EXPECT_TRUE(queue_.outputWindows().empty());
+}
+
+TEST_F(CreateMd5, ACancelIsReportedAtOnceAndTheThreadsOwnReportIsSurvived)
+{
+    const LogCapture log;
+    const auto task = make({write(u"a.wav"_s, "abc"), write(u"b.wav"_s, "abc")});
+    setLimit(0);
+    queue_.addTask(task);
+    task->cancelTask(nullptr);
+    EXPECT_EQ(queue_.taskCount(), 0);
+    task->doStartTask(files_->copy()); // what a thread that has begun does in any case
+    EXPECT_EQ(body().count(u'\n'), 2);
+    EXPECT_EQ(queue_.taskCount(), 0);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_TRUE(queue_.outputWindows().empty());
+}
+
+TEST_F(CreateMd5, NamesThatAreNotUtf8StandInTheListAsAPersonReadsThem)
+{
+    const QString odd = nameOfBytes(QFile::encodeName(folder_.path()) + "/s\xe4tze.wav");
+    NamedFile file(odd);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("abc");
+    file.close();
+    const auto task = make({});
+    task->doCreateMd5({odd, write(u"a.wav"_s, "abc")});
+    EXPECT_EQ(body(), u"900150983cd24fb0d6963f7d28e17f72 *sätze.wav\n900150983cd24fb0d6963f7d28e17f72 *a.wav\n"_s);
+    EXPECT_TRUE(checksumList::text(pathOf(CreateMD5Task::defaultName))) << "one such name costs the others nothing";
+    task->setResults(nullptr);
 }
 
 TEST_F(CreateMd5, HashesOnBehindACancelAndWritesTheWholeList)

@@ -39,7 +39,9 @@ TEST_F(Digest, OfAMissingAnUnreadableAndAnEmptyFileIsThatOfNothing)
 {
     EXPECT_EQ(MD5Helper::getMD5FromFile(pathOf(u"missing"_s)), digestOfNothing);
     EXPECT_EQ(MD5Helper::getMD5FromFile(write(u"empty"_s, "")), digestOfNothing);
-    EXPECT_EQ(MD5Helper::getMD5FromFile(folder_.path()), digestOfNothing) << "a folder";
+    EXPECT_EQ(MD5Helper::getMD5FromFile(folder_.path()), digestOfNothing) << "a folder opens and reads with an error";
+    ASSERT_EQ(::mknod(QFile::encodeName(pathOf(u"socket"_s)).constData(), S_IFSOCK | 0600, 0), 0);
+    EXPECT_EQ(MD5Helper::getMD5FromFile(pathOf(u"socket"_s)), digestOfNothing) << "nobody may open a socket as a file";
 }
 
 TEST_F(Digest, OfAPipeThatNobodyWritesToDoesNotWait)

@@ -2,6 +2,7 @@
 
 #include "checksum/VerifyFFPTask.h"
 #include "platform/errors/Exceptions.h"
+#include "support/FakeTool.h"
 #include "support/FakeTools.h"
 #include "support/LogCapture.h"
 
@@ -70,6 +71,59 @@ TEST_F(VerifyFfp, AnEmptyListIsAFailure)
     const LogCapture log;
     EXPECT_EQ(reportFor(""), u"Verify FFP: set.ffp\n\n"_s);
     EXPECT_TRUE(failed_);
+}
+
+TEST_F(VerifyFfp, AListThatIsNotThereIsAFailure)
+{
+    const LogCapture log;
+    const auto task = VerifyFFPTask::initWithQueueForFileNameWithResults(&queue_, pathOf(u"gone.ffp"_s), results_);
+    EXPECT_EQ(reportOf({task}, results_), u"Verify FFP: gone.ffp\n\n"_s);
+    EXPECT_TRUE(task->error());
+}
+
+TEST_F(VerifyFfp, HowFlacEndsIsNotLookedAt)
+{
+    metaflacPrints(u"ab12\n"_s);
+    install(u"flac"_s, {u"out"_s, u"a.flac: ERROR while decoding data"_s, u"exit"_s, u"1"_s});
+    EXPECT_TRUE(reportFor("a.flac:ab12\n").endsWith(u"\na.flac: ERROR while decoding data\n\n"_s));
+    EXPECT_FALSE(failed_);
+}
+
+TEST_F(VerifyFfp, ACancelShowsOnTheRowAloneAndBothPartsRunToTheirEnds)
+{
+    metaflacPrints(u"ab12\n"_s);
+    const auto task = VerifyFFPTask::initWithQueueForFileNameWithResults(&queue_, pipe(u"set.ffp"_s), results_);
+    const QString report = reportOfCancelled(task, results_, u"set.ffp"_s, "a.flac:ab12\nb.flac:ab12\n");
+    EXPECT_TRUE(report.startsWith(u"Verify FFP: set.ffp\na.flac : OK\nb.flac : OK\n"_s)) << report.toStdString();
+    EXPECT_EQ(calls(u"flac"_s).size(), 2);
+}
+
+TEST_F(VerifyFfp, TheStatusLineTellsOfTheListThenOfEachEntryThenOfTheDecoding)
+{
+    const QString read = pathOf(u"read"_s), decode = pathOf(u"decode"_s);
+    install(u"metaflac"_s, {u"wait-file"_s, read, u"out"_s, u"ab12\n"_s});
+    install(u"flac"_s, {u"wait-file"_s, decode});
+    const auto task = VerifyFFPTask::initWithQueueForFileNameWithResults(&queue_, pipe(u"set.ffp"_s), results_);
+    const auto shows = [&](const QString& status) {
+        return runUntil([&] { return task->topTextField()->stringValue() == status; });
+    };
+    results_->addTaskInSet(task);
+    queue_.addTask(task);
+    EXPECT_TRUE(shows(u"Verifying FFP"_s));
+    fillPipe(u"set.ffp"_s, "a.flac:ab12\n");
+    EXPECT_TRUE(shows(u"Verifying a.flac"_s));
+    touch(read);
+    EXPECT_TRUE(shows(u"Verify FLAC File"_s));
+    touch(decode);
+    runQueue();
+}
+
+TEST_F(VerifyFfp, AnEntryWithoutAColonIsMetBeforeTheBarMoves)
+{
+    const auto task =
+        VerifyFFPTask::initWithQueueForFileNameWithResults(&queue_, write(u"set.ffp"_s, "# no entry\n"), results_);
+    EXPECT_THROW(task->doVerifyFPP(), RangeException);
+    EXPECT_EQ(task->progressIndicator()->doubleValue(), 0.0);
 }
 
 TEST_F(VerifyFfp, AListThatIsNoTextIsAFailure)

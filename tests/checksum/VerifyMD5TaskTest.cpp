@@ -1,5 +1,6 @@
 #include "ListFixture.h"
 
+#include "checksum/MD5Helper.h"
 #include "checksum/VerifyMD5Task.h"
 #include "engine/ReportVerdict.h"
 #include "platform/files/FileNames.h"
@@ -91,9 +92,53 @@ TEST_F(VerifyMd5, ANameWithASlashLeadsOnFromTheListsFolderAndShowsItsEnd)
     EXPECT_EQ(linesFor(QByteArray(abc) + " *disc 1/t01 Ünïcode 夜.wav\n"), u"t01 Ünïcode 夜.wav : OK\n"_s);
 }
 
-TEST_F(VerifyMd5, AListThatIsMissingEmptyOrNoTextGivesTheHeadingAlone)
+TEST_F(VerifyMd5, AListThatIsNoTextGivesTheHeadingAlone)
 {
     EXPECT_EQ(linesFor("\xff\xfe not text"), QString());
+}
+
+TEST_F(VerifyMd5, AnEmptyListGivesTheHeadingAlone)
+{
+    EXPECT_EQ(linesFor(""), QString());
+}
+
+TEST_F(VerifyMd5, AListOfCommentsGivesTheHeadingAlone)
+{
+    EXPECT_EQ(linesFor("#MD5 checksums\r\n\r\n; nothing else\r\n"), QString());
+}
+
+TEST_F(VerifyMd5, AnyBitThatFlipsIsTold)
+{
+    const QByteArray whole = "sixteen bytes ok";
+    const QByteArray digest = MD5Helper::getMD5FromFile(write(u"b.wav"_s, whole)).toLatin1();
+    const auto task = make(digest + " *b.wav\n");
+    for (qsizetype bit = 0; bit < 8 * whole.size(); ++bit) {
+        QByteArray flipped = whole;
+        flipped[bit / 8] = char(flipped[bit / 8] ^ 1 << bit % 8);
+        write(u"b.wav"_s, flipped);
+        results_->setTasksInSet({});
+        results_->addTaskInSet(task);
+        task->doCreateMD5();
+        EXPECT_EQ(results_->results(), u"b.wav : FAILED\n\n"_s) << bit;
+    }
+    task->setResults(nullptr);
+}
+
+TEST_F(VerifyMd5, ACancelThroughTheQueueLeavesOneWordBehindTheHeading)
+{
+    const auto task = VerifyMD5Task::initWithQueueForFileNameWithResults(&queue_, pipe(u"set.md5"_s), results_);
+    EXPECT_EQ(reportOfCancelled(task, results_, u"set.md5"_s, QByteArray(abc) + " *a.wav\n"),
+              u"Verify MD5: set.md5\nCanceled\n\n"_s);
+}
+
+TEST_F(VerifyMd5, TheStatusLineTellsOfTheListBeforeItIsRead)
+{
+    const auto task = VerifyMD5Task::initWithQueueForFileNameWithResults(&queue_, pipe(u"set.md5"_s), results_);
+    results_->addTaskInSet(task);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == u"Verifying MD5 file"_s; }));
+    fillPipe(u"set.md5"_s, {});
+    runQueue();
 }
 
 TEST_F(VerifyMd5, AListThatIsNotThereGivesTheHeadingAlone)
@@ -153,6 +198,21 @@ TEST_F(VerifyMd5, AListWhoseOwnNameIsNotUtf8IsRead)
     file.close();
     const auto task = VerifyMD5Task::initWithQueueForFileNameWithResults(&queue_, list, results_);
     EXPECT_TRUE(reportOf({task}, results_).endsWith(u"\na.wav : OK\n\n"_s));
+}
+
+TEST_F(VerifyMd5, WhoeverSumsTheReportUpLearnsThatAListHoldsNothingToCheck)
+{
+    for (const QByteArray& list : {QByteArray(), QByteArray("# comment\n"), QByteArray("\xff")}) {
+        const auto results = std::make_shared<ZOLTTaskResults>();
+        const auto task =
+            VerifyMD5Task::initWithQueueForFileNameWithResults(&queue_, write(u"no.md5"_s, list), results);
+        results->addTaskInSet(task);
+        queue_.addTask(task);
+        runQueue();
+        const ReportVerdict verdict = verdictOf(results->results(), results->missingLines(), results->faults());
+        EXPECT_EQ(inWords(verdict), u"1 failed"_s) << list.toStdString();
+        EXPECT_TRUE(verdict.cause.startsWith(u"Nothing of no.md5 was checked: "_s)) << verdict.cause.toStdString();
+    }
 }
 
 TEST_F(VerifyMd5, WhoeverSumsTheReportUpLearnsWhichFilesAreNotThere)

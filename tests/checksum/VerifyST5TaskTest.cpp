@@ -22,9 +22,10 @@ protected:
             script << u"out"_s << piece;
         install(u"shntool"_s, script);
     }
-    QString reportFor(const QString& list)
+    QString reportFor(const QString& list) { return reportFor(list.toUtf8()); }
+    QString reportFor(const QByteArray& list)
     {
-        write(u"set.st5"_s, list.toUtf8());
+        write(u"set.st5"_s, list);
         const auto task = VerifyST5Task::initWithQueueForFileNameWithResults(&queue_, pathOf(u"set.st5"_s), results_);
         const QString report = reportOf({task}, results_);
         failed_ = task->error();
@@ -77,9 +78,51 @@ TEST_F(VerifySt5, AnEntryWithoutTheSeparatorEndsTheTaskWithAFault)
     EXPECT_EQ(log.count(u"VerifyST5"_s) + log.count(u"index"_s) > 0, true);
 }
 
+TEST_F(VerifySt5, AnEmptyListGivesTheHeadingAlone)
+{
+    EXPECT_EQ(reportFor(QByteArray()), u"Verify ST5: set.st5\n\n"_s);
+    EXPECT_FALSE(failed_);
+}
+
 TEST_F(VerifySt5, AListThatIsNoTextGivesTheHeadingAlone)
 {
-    EXPECT_EQ(reportFor(QString()), u"Verify ST5: set.st5\n\n"_s);
+    toolPrints({});
+    EXPECT_EQ(reportFor(hash.toUtf8() + "  [shntool]  \xff.wav\n"), u"Verify ST5: set.st5\n\n"_s);
+    EXPECT_FALSE(failed_);
+    EXPECT_TRUE(calls(u"shntool"_s).isEmpty());
+}
+
+TEST_F(VerifySt5, AListThatIsNotThereGivesTheHeadingAlone)
+{
+    const auto task = VerifyST5Task::initWithQueueForFileNameWithResults(&queue_, pathOf(u"gone.st5"_s), results_);
+    EXPECT_EQ(reportOf({task}, results_), u"Verify ST5: gone.st5\n\n"_s);
+    EXPECT_FALSE(task->error());
+}
+
+TEST_F(VerifySt5, AnEntryInAFolderThatIsNotThereCostsNoOtherLine)
+{
+    toolPrints({hash + u"  [shntool]  /some/where/a\n"_s});
+    EXPECT_EQ(reportFor(hash + u"  [shntool]  a\n"_s + QString(hash).replace(u'0', u'1') + u"  [shntool]  gone/b\n"_s),
+              u"Verify ST5: set.st5\na : OK\nb : did not match shntool md5 file\n\n"_s);
+    EXPECT_FALSE(failed_);
+}
+
+TEST_F(VerifySt5, ACancelShowsOnTheRowAloneAndTheListIsReadToItsEnd)
+{
+    toolPrints({hash + u"  [shntool]  a\n"_s});
+    const auto task = VerifyST5Task::initWithQueueForFileNameWithResults(&queue_, pipe(u"set.st5"_s), results_);
+    EXPECT_EQ(reportOfCancelled(task, results_, u"set.st5"_s, (hash + u"  [shntool]  a\n"_s).toUtf8().repeated(2)),
+              u"Verify ST5: set.st5\na : OK\na : OK\n\n"_s);
+}
+
+TEST_F(VerifySt5, TheStatusLineTellsOfTheListBeforeItIsRead)
+{
+    const auto task = VerifyST5Task::initWithQueueForFileNameWithResults(&queue_, pipe(u"set.st5"_s), results_);
+    results_->addTaskInSet(task);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == u"Verifying ST5 file"_s; }));
+    fillPipe(u"set.st5"_s, {});
+    runQueue();
 }
 
 TEST_F(VerifySt5, PercentagesMoveBarAndStatus)
@@ -94,8 +137,9 @@ TEST_F(VerifySt5, PercentagesMoveBarAndStatus)
 
 TEST_F(VerifySt5, RunsTheToolInTheFilesFolderAndShowsTheFile)
 {
-    install(u"shntool"_s, {u"cwd"_s});
+    install(u"shntool"_s, {u"touch"_s, u"here"_s});
     const auto task = VerifyST5Task::initWithQueueForFileNameWithResults(&queue_, u"/x/set.st5"_s, results_);
     EXPECT_EQ(task->st5(pathOf(u"a.wav"_s)), QString());
+    EXPECT_TRUE(QFile::exists(pathOf(u"here"_s)));
     EXPECT_EQ(task->textField()->stringValue(), u"a.wav"_s);
 }
