@@ -177,7 +177,7 @@ void ZOLTTask::endAfterFault(const QString& reason)
 {
     if (reported_) return;
     const Hold hold(shared_from_this());
-    setError(true);
+    if (!cancelled()) setError(true); // a cancel is no failure, whatever it leads to
     if (const auto collector = results()) collector->appendResultsForTask(reason, this);
     finishAfterFault();
 }

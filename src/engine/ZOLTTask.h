@@ -34,8 +34,8 @@ public:
     /// The bookkeeping at the end: flags, the set, the row's outcome. Does not report to the queue: concrete tasks
     /// still have work between this and their report.
     virtual void stopTask(Sender sender);
-    /// Ends the task after a fault that nobody caught, unless it has reported: `error` is set, the reason stands in the
-    /// results, the row and the queue get their end once.
+    /// Ends the task after a fault that nobody caught, unless it has reported: `error` is set if nobody has cancelled
+    /// it, the reason stands in the results, the row and the queue get their end once.
     void endAfterFault(const QString& reason);
 
     bool isActive() const { return active_; }

@@ -106,6 +106,8 @@ std::shared_ptr<ChildProcess> ZOLTThreadTask::launched(const ToolCall& call)
     }
     tool->launch();
     put(task_, tool); // not before: a cancel in between would take it for one that has ended, and nobody would wait
+    // One that came before could not end it.
+    if (end_.waits == ThreadEnd::Waits::Terminate && cancelled()) tool->terminate();
     return tool;
 }
 

@@ -27,6 +27,8 @@ public:
     /// What the file's tool string says of mode and level; absent for a type that is not known.
     OptionalText getEncoderSettingsForTag() const;
 
+    /// The decoding, where the source needs one, and the encoding. No temporary file stays.
+    void doEncodeCall();
     /// Writes the source's tags and the settings into the output. @throws PlatformException if it can't be tagged
     void handleFlacTags() const;
     /// Writes the settings alone. @throws as handleFlacTags
@@ -39,7 +41,6 @@ protected:
     void doStartTask() override;
 
 private:
-    void doEncodeCall();
     QString decoded();
     void applySettings(EncodeCoreAudioSync& encoder) const;
     void finishFile() const;

@@ -2,11 +2,10 @@
 
 #include "encode/TemporaryFile.h"
 #include "lossy/LossyTitles.h"
+#include "platform/files/Files.h"
 #include "shell/Constants.h"
 #include "tags/AACTagsHelper.h"
 #include "tags/TagLibTagsHelper.h"
-
-#include <QFile>
 
 namespace zolt {
 
@@ -101,13 +100,13 @@ void EncodeMP3Task::runTool(const QString& input)
 /// shntool has named the output after the temporary file. A file that has the right name already stays.
 void EncodeMP3Task::moveToName(const QString& temporary) const
 {
-    QFile::rename(path::inFolderWithExtension(temporary, outputPath(), u"mp3"_s), output());
+    moveItem(path::inFolderWithExtension(temporary, outputPath(), u"mp3"_s), output());
 }
 
-void EncodeMP3Task::copyTags(const TagsObject& tags) const
+void EncodeMP3Task::copyTags(const TagsObject& tags)
 {
     topTextField()->setStringValue(sourceType() == C::FLAC ? u"Copying FLAC Tags"_s : u"Copying M4A Tags"_s);
-    TagLibTagsHelper().writeTagsForMP3FileTagObjectWriteEmptyTags(output(), tags, false);
+    tellInReport(TagLibTagsHelper().writeTagsForMP3FileTagObjectWriteEmptyTags(output(), tags, false));
 }
 
 void EncodeMP3Task::processTaskOutput(const OptionalText& output)

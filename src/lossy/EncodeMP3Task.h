@@ -29,6 +29,8 @@ public:
     /// Apple Lossless into a temporary WAV in the output folder. @return the temporary file
     QString convertALACToWav(const QString& source) { return convertToWav(source); }
 
+    /// All stages up to the MP3 under its name; nothing that went wrong is looked at.
+    void doEncodeCall();
     /// shntool's argument vector for an input: the source, or the WAV that was made of it.
     QStringList arguments(const QString& input) const;
 
@@ -37,10 +39,9 @@ protected:
     void doStartTask() override;
 
 private:
-    void doEncodeCall();
     void runTool(const QString& input);
     void moveToName(const QString& temporary) const;
-    void copyTags(const TagsObject& tags) const;
+    void copyTags(const TagsObject& tags);
     QString output() const { return outputFile(QStringLiteral("mp3")); }
 
     QString type_;

@@ -1,5 +1,6 @@
 #include "shntool/FixTask.h"
 
+#include "checksum/ChecksumList.h"
 #include "checksum/CreateMD5Task.h"
 #include "checksum/MD5List.h"
 #include "platform/text/Scanner.h"
@@ -88,7 +89,7 @@ void FixTask::doMd5CallFiles(const QString& listName, const QStringList& files)
     QStringList outputs;
     for (const QString& file : files)
         outputs += target(file);
-    writeTextAtomically(path::appendingComponent(outputPath_, listName), md5List(outputs, *this));
+    checksumList::write(path::appendingComponent(outputPath_, listName), md5List(outputs, *this));
 }
 
 void FixTask::handleMD5()

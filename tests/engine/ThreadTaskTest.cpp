@@ -60,6 +60,34 @@ private:
     QString heard_;
 };
 
+/// Ends its tool at a cancel, drops its results ahead of the row, and does one thing before the tool starts.
+class TerminatingTask : public ZOLTThreadTask
+{
+public:
+    static std::shared_ptr<TerminatingTask> make(ZOLTTaskQueue* queue, const QStringList& arguments)
+    {
+        std::shared_ptr<TerminatingTask> task(new TerminatingTask);
+        task->setUpThreadTask(queue);
+        task->arguments_ = arguments;
+        task->showTitle(u"terminating"_s);
+        return task;
+    }
+    std::function<void()> first = [] {};
+
+protected:
+    TerminatingTask() : ZOLTThreadTask({.waits = ThreadEnd::Waits::Terminate, .drops = ThreadEnd::Drops::AheadOfRow}) {}
+    void doStartTask() override
+    {
+        beginRow();
+        first();
+        runTool({.tool = fakeTool(), .arguments = arguments_, .afterwards = ToolCall::Afterwards::WaitAndTerminate});
+        stopTask(nullptr);
+    }
+
+private:
+    QStringList arguments_;
+};
+
 class ThreadTask : public EngineTest
 {
 protected:
@@ -157,6 +185,40 @@ TEST_F(ThreadTask, CancelIsSeenAtTheNextPieceWhichIsDroppedAndTheToolRunsToItsEn
     EXPECT_FALSE(task->error());
     EXPECT_EQ(log.count(u"Exception in queue taskCompleted"_s), 1) << "reports from both threads";
     EXPECT_EQ(task->results(), nullptr);
+}
+
+TEST_F(ThreadTask, ACancelThatMeetsTheToolBeforeItRunsEndsItAllTheSame)
+{
+    const auto task = TerminatingTask::make(&queue_, {u"wait-file"_s, directory_.filePath(u"never"_s)});
+    task->first = [&] { task->setCancelled(true); };
+    queue_.addTask(task);
+    finish();
+    EXPECT_FALSE(task->error());
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+}
+
+TEST_F(ThreadTask, WhatACancelLeadsToIsNoFailure)
+{
+    const LogCapture log;
+    const auto task = TerminatingTask::make(&queue_, {});
+    task->first = [&] {
+        task->setCancelled(true);
+        throw PlatformException(u"Exception"_s, u"there is no output"_s);
+    };
+    queue_.addTask(task);
+    finish();
+    EXPECT_FALSE(task->error());
+    EXPECT_TRUE(queue_.panelArray().empty()) << "the row is swept";
+    EXPECT_TRUE(queue_.outputWindows().empty());
+}
+
+TEST_F(ThreadTask, AFolderIsAppendedToThePathOfItsTools)
+{
+    const auto task = BlockingTask::make(&queue_, {u"env"_s, u"PATH"_s});
+    task->appendToPATH(u"/more"_s);
+    queue_.addTask(task);
+    finish();
+    EXPECT_TRUE(task->heard().endsWith(u":/more"_s)) << task->heard().toStdString();
 }
 
 TEST_F(ThreadTask, CancelledWhileWaitingReportsWithoutRunning)

@@ -141,6 +141,44 @@ TEST_F(AAC, ADecodersBadStatusStopsTheDeletionAlone)
     EXPECT_EQ(othersThan({u"a.flac"_s, u"a.m4a"_s}), QStringList());
 }
 
+TEST_F(AAC, ShortenThatCannotBeDecodedIsAnErrorWithoutATemporaryFile)
+{
+    tools_.install(u"shntool"_s, {u"err"_s, u"shntool [conv]: error: no"_s, u"exit"_s, u"1"_s});
+    const auto task = make(file(u"a.shn"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Error"_s);
+    EXPECT_EQ(othersThan({u"a.shn"_s}), QStringList());
+    EXPECT_TRUE(exists(u"a.shn"_s));
+}
+
+TEST_F(AAC, ADecoderThatCannotBeStartedLeavesNoTemporaryFile)
+{
+    for (const QString& name : {u"a.shn"_s, u"b.flac"_s}) {
+        const auto task = run(make(file(name)));
+        EXPECT_TRUE(task->error());
+        EXPECT_EQ(othersThan({u"a.shn"_s, u"b.flac"_s}), QStringList());
+    }
+}
+
+TEST_F(AAC, ADecodersTextThatCannotBeReadLeavesNoTemporaryFile)
+{
+    installDecoder(u"flac"_s, 4, {u"out"_s, u"42% of it"_s});
+    const auto task = run(make(file(u"a.flac"_s)));
+    EXPECT_TRUE(task->error());
+    EXPECT_EQ(othersThan({u"a.flac"_s}), QStringList());
+}
+
+TEST_F(AAC, TheGaplessPassShowsItsStatus)
+{
+    tools_.install(u"AtomicParsley"_s, {u"wait-file"_s, path(u"go"_s)});
+    const auto task = make(wave(u"a.wav"_s));
+    queue_.addTask(task);
+    EXPECT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == u"Making Gapless"_s; }));
+    touch(path(u"go"_s));
+    settle();
+}
+
 TEST_F(AAC, AFailedEncodingSkipsTagsAndGaplessPassAndKeepsTheText)
 {
     tools_.install(u"flac"_s, {u"exit"_s, u"0"_s}); // leaves the temporary file empty

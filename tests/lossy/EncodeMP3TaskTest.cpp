@@ -1,5 +1,8 @@
 #include "lossy/EncodeMP3Task.h"
 #include "AudioSamples.h"
+#include "FileSizeLimit.h"
+#include "platform/files/FileNames.h"
+#include "platform/files/Files.h"
 #include "support/EveryCut.h"
 #include "support/Programs.h"
 #include "support/TaskRun.h"
@@ -28,6 +31,14 @@ protected:
         const QString made = elsewhere_.filePath(u"e.mp3"_s);
         runTool(u"lame"_s, {u"--quiet"_s, wav, made});
         return made;
+    }
+    /// A shntool that names the output after its input: folder, base name and "mp3".
+    void installNamingShntool()
+    {
+        tools_.install(u"shntool"_s);
+        QFile script(tools_.directory() + u"/shntool"_s);
+        ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\neval in=\\${$#}\ncp '" + encoded().toUtf8() + "' \"${in%.wav}.mp3\"\n");
     }
     QString lossless(const QString& name) const
     {
@@ -93,15 +104,7 @@ TEST_F(MP3, FlacTagsAreCopiedBehindTheEncoding)
 
 TEST_F(MP3, AppleLosslessIsDecodedInProcessAndEndsUnderItsOwnName)
 {
-    // The output's name is that of the temporary file: folder, base name and "mp3", as shntool does it.
-    tools_.install(u"shntool"_s);
-    QFile script(tools_.directory() + u"/shntool"_s);
-    ASSERT_TRUE(script.open(QIODevice::Append));
-    script.close();
-    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-    script.write("#!/bin/sh\nprintf '%s\\001' \"$@\" > \"$0.call\"\neval in=\\${$#}\ncp '" + encoded().toUtf8() +
-                 "' \"${in%.wav}.mp3\"\n");
-    script.close();
+    installNamingShntool();
     const auto task = run(make(lossless(u"a.m4a"_s)));
     EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
     EXPECT_EQ(othersThan({u"a.m4a"_s, u"a.mp3"_s}), QStringList());
@@ -124,12 +127,17 @@ TEST_F(MP3, AppleLosslessThatCannotBeReadNeverReachesShntool)
 
 TEST_F(MP3, AnExistingMP3OfAnAppleLosslessSourceStays)
 {
-    tools_.install(u"shntool"_s, {u"exit"_s, u"0"_s});
-    const QString made = encoded();
-    ASSERT_TRUE(QFile::copy(made, path(u"a.mp3"_s)));
+    installNamingShntool();
+    const QString wav = writeFile(elsewhere_.filePath(u"o.wav"_s), waveFile(makeSamples(44100, 1, 16, 9000)));
+    runTool(u"lame"_s, {u"--quiet"_s, wav, path(u"a.mp3"_s)});
     const auto before = decodedByFfmpeg(path(u"a.mp3"_s), 16);
-    run(make(lossless(u"a.m4a"_s)));
+    const auto task = run(make(lossless(u"a.m4a"_s)));
     EXPECT_EQ(decodedByFfmpeg(path(u"a.mp3"_s), 16), before);
+    EXPECT_EQ(titleOf(path(u"a.mp3"_s)), u"Späti"_s) << "kept: whatever stands under the name gets the tags";
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s) << "kept: nobody looks at the move";
+    const QStringList others = othersThan({u"a.m4a"_s, u"a.mp3"_s});
+    ASSERT_EQ(others.size(), 1);
+    EXPECT_TRUE(others.first().startsWith(u"Zolt-"_s) && others.first().endsWith(u".mp3"_s));
 }
 
 TEST_F(MP3, AToolThatFailsIsAnErrorThatKeepsTheSource)
@@ -163,6 +171,45 @@ TEST_F(MP3, TagsThatCannotBeWrittenKeepTheSource)
     EXPECT_TRUE(task->error());
     EXPECT_TRUE(exists(u"a.flac"_s));
     EXPECT_TRUE(onlyReport().contains(u"Unable to open the output file for tagging."_s));
+}
+
+TEST_F(MP3, TagsThatHaveNoRoomAreToldThoughTheRowIsGood)
+{
+    tools_.install(u"shntool"_s, {u"copy"_s, encoded(), path(u"a.mp3"_s)});
+    const auto task = make(flac(u"a.flac"_s));
+    {
+        const FileSizeLimit limit(QFile(encoded()).size() + 1000);
+        run(task);
+    }
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    EXPECT_FALSE(task->error());
+    EXPECT_TRUE(onlyReport().contains(u"The tags were not saved"_s)) << onlyReport().toStdString();
+    EXPECT_EQ(titleOf(path(u"a.mp3"_s)), QString());
+}
+
+TEST_F(MP3, NamesThatAreNotUtf8AreKeptByteForByte)
+{
+    installNamingShntool();
+    const QString inside = nameOfBytes(QFile::encodeName(folder()) + "/d\xe4/"), name = nameOfBytes("s\xe4tze");
+    ASSERT_TRUE(makeDirectories(inside));
+    const QString source = inside + name + u".m4a"_s;
+    ASSERT_TRUE(moveItem(lossless(u"a.m4a"_s), source));
+    const auto task =
+        EncodeMP3Task::initEncodeTaskWithQueueFileNameTypeOutputPathLevel(&queue_, source, u"CBR"_s, inside, 192);
+    run(task);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    QStringList names = directoryListing(inside);
+    names.sort();
+    EXPECT_EQ(names, QStringList({name + u".m4a"_s, name + u".mp3"_s}));
+    EXPECT_EQ(titleOf(inside + name + u".mp3"_s), u"Späti"_s);
+}
+
+TEST_F(MP3, AnUnreadableFlacGivesABlankRecordWhichIsWritten)
+{
+    tools_.install(u"shntool"_s, {u"copy"_s, encoded(), path(u"a.mp3"_s)});
+    const auto task = run(make(file(u"a.flac"_s)));
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
+    EXPECT_EQ(titleOf(path(u"a.mp3"_s)), QString());
 }
 
 TEST_F(MP3, EachStageShowsItsStatus)
@@ -203,6 +250,7 @@ TEST_F(MP3, ACancelEndsTheToolWithAllThatItStartedBeforeTagsAreWritten)
     EXPECT_FALSE(task->error());
     EXPECT_TRUE(exists(u"a.flac"_s));
     EXPECT_EQ(titleOf(path(u"a.mp3"_s)), u"Späti"_s) << "kept: what is there gets tags";
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Copying FLAC Tags"_s);
     touch(path(u"go"_s));
     EXPECT_EQ(test::run(u"pgrep"_s, {u"-f"_s, late}), QByteArray()) << "nobody is left to write";
     EXPECT_FALSE(QFile::exists(late));
@@ -217,6 +265,9 @@ TEST_F(MP3, ACancelWithoutAnOutputIsNoError)
     task->cancelTask(nullptr);
     settle();
     EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_FALSE(task->error());
+    EXPECT_TRUE(queue_.panelArray().empty());
+    EXPECT_TRUE(queue_.outputWindows().empty());
     EXPECT_TRUE(exists(u"a.flac"_s));
     EXPECT_EQ(othersThan({u"a.flac"_s}), QStringList());
 }
