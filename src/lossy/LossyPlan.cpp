@@ -1,9 +1,11 @@
 #include "lossy/LossyPlan.h"
 
 #include "encode/ShntoolConversion.h"
+#include "platform/files/Files.h"
 #include "platform/text/Text.h"
 #include "shell/Constants.h"
 #include "shell/Wording.h"
+#include "tags/AudioFacts.h"
 
 namespace zolt::lossyPlan {
 
@@ -73,6 +75,27 @@ void enter(WorkPlan& plan, qsizetype row, bool mp3)
     plan.items.push_back(std::move(item));
 }
 
+/// Of the source's audio. Where its header does not say, what lossless files of its size usually hold.
+double secondsOf(const QString& source)
+{
+    constexpr double usualBytesASecond = 110000;
+    const auto format = audioFormatOf(source);
+    const bool known = format && format->sampleRate() > 0;
+    return known ? format->time() : double(std::max<std::int64_t>(fileSize(source), 0)) / usualBytesASecond;
+}
+
+/// @param rate  kilobits a second; 0 where the encoder decides, and then nobody can say
+std::int64_t estimatedBytes(const WorkPlan& plan, int32_t rate, const std::atomic<bool>& stop)
+{
+    constexpr double bytesAKilobit = 1000.0 / 8;
+    double bytes = 0;
+    for (const WorkItem& item : plan.items) {
+        if (stop || rate == 0) return 0;
+        bytes += secondsOf(item.source) * rate * bytesAKilobit;
+    }
+    return std::int64_t(bytes);
+}
+
 } // namespace
 
 QString outputPath(const QString& source, const QString& folder, bool mp3)
@@ -80,8 +103,9 @@ QString outputPath(const QString& source, const QString& folder, bool mp3)
     return path::inFolderWithExtension(source, folder, mp3 ? u"mp3"_s : u"m4a"_s);
 }
 
-void fill(WorkPlan& plan, bool mp3)
+void fill(WorkPlan& plan, const LossyChoice& choice)
 {
+    const bool mp3 = choice.mp3;
     for (qsizetype row = 0; row < plan.files.size(); ++row)
         enter(plan, row, mp3);
     if (plan.items.empty()) {
@@ -91,6 +115,9 @@ void fill(WorkPlan& plan, bool mp3)
     plan.tools += mp3 ? QStringList{u"shntool"_s, u"lame"_s} : QStringList{u"AtomicParsley"_s};
     plan.tools.removeDuplicates();
     plan.words = filesInWords(plan.sources()) + (mp3 ? u" to MP3"_s : u" to AAC"_s);
+    plan.estimate = [rate = expectedRate(choice)](const WorkPlan& whole, const std::atomic<bool>& stop) {
+        return estimatedBytes(whole, rate, stop);
+    };
 }
 
 } // namespace zolt::lossyPlan

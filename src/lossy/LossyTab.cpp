@@ -5,7 +5,6 @@
 #include "lossy/LossyPlan.h"
 #include "lossy/LossyTitles.h"
 #include "platform/desktop/UserDefaults.h"
-#include "platform/errors/Exceptions.h"
 #include "shell/FileCommand.h"
 #include "shell/Log.h"
 
@@ -87,22 +86,17 @@ bool LossyTab::isMP3() const
     return outputFormatMatrix->selectedCell().title == lossyTitle::MP3;
 }
 
-QString LossyTab::mode() const
+LossyChoice LossyTab::choiceOf(bool mp3) const
 {
-    return (isMP3() ? mp3Matrix : aacMatrix)->selectedCell().title;
-}
-
-LossyChoice LossyTab::choice() const
-{
-    const bool quality = mode() == lossyTitle::VBR;
-    const int32_t ofQuality = isMP3() ? sliderLevel_ : stepperLevel_;
-    return {.mp3 = isMP3(), .mode = mode(), .level = quality ? ofQuality : comboLevel_};
+    const QString mode = (mp3 ? mp3Matrix : aacMatrix)->selectedCell().title;
+    const int32_t ofQuality = mp3 ? sliderLevel_ : stepperLevel_;
+    return {.mp3 = mp3, .mode = mode, .level = mode == lossyTitle::VBR ? ofQuality : comboLevel_};
 }
 
 void LossyTab::displayRelevantOptions()
 {
     const bool mp3 = isMP3();
-    const bool quality = mode() == lossyTitle::VBR;
+    const bool quality = choice().mode == lossyTitle::VBR;
     mp3Matrix->setEnabled(mp3);
     aacMatrix->setEnabled(!mp3);
     comboBox->setEnabled(!quality);
@@ -127,7 +121,7 @@ void LossyTab::controlTextDidChange()
             setStepperLevel(entered);
             stepper->setIntValue(entered);
         }
-    } catch (const PlatformException& fault) {
+    } catch (const std::exception& fault) {
         qCWarning(shellLog, "ex %s", fault.what());
         stepperTextField->setIntValue(stepper->intValue());
     }
@@ -152,7 +146,7 @@ WorkPlan LossyTab::workPlan() const
     WorkPlan plan = BaseTab::workPlan();
     plan.setPlaces(sourceEncodeButton->state(), destination());
     plan.deletes = deleteOriginalsButton->state();
-    lossyPlan::fill(plan, isMP3());
+    lossyPlan::fill(plan, choice());
     return plan;
 }
 
@@ -167,12 +161,12 @@ std::shared_ptr<ZOLTTask> LossyTab::taskFor(const QString& file, const QString& 
 
 void LossyTab::executeCommand(Sender)
 {
+    const bool mp3 = isMP3(); // before the questions, which let clicks through
     const auto command = FileCommand::start(
         *this, {.besideSources = sourceEncodeButton->state(), .deletes = deleteOriginalsButton->state()});
     if (!command) return;
-    const LossyChoice chosen = choice();
     for (const QString& file : command->files())
-        command->queue(taskFor(file, command->folderFor(file), chosen));
+        command->queue(taskFor(file, command->folderFor(file), choiceOf(mp3)));
     clearFiles();
 }
 

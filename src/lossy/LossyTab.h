@@ -43,7 +43,7 @@ public:
     /// What the level that counts comes to, for a person.
     QString levelInWords() const { return zolt::levelInWords(choice()); }
     /// Format, mode and level as they stand.
-    LossyChoice choice() const;
+    LossyChoice choice() const { return choiceOf(isMP3()); }
 
     // Outlets.
     std::shared_ptr<CheckBox> sourceEncodeButton = std::make_shared<CheckBox>();
@@ -59,7 +59,7 @@ public:
 private:
     void connectControls();
     bool isMP3() const;
-    QString mode() const;
+    LossyChoice choiceOf(bool mp3) const;
     std::shared_ptr<ZOLTTask> taskFor(const QString& file, const QString& folder, const LossyChoice& chosen) const;
 
     int32_t sliderLevel_ = 0;

@@ -55,6 +55,8 @@ Outlook outlookOf(const WorkPlan& plan, const OutlookDisk& disk, const std::atom
 {
     Outlook outlook{.intention = intentionOf(plan), .problems = {}};
     if (outlook.intention.isEmpty()) return outlook;
+    const std::int64_t bytes = plan.estimate && !plan.items.empty() ? plan.estimate(plan, stop) : 0;
+    if (bytes > 0) outlook.intention += u"; about %1 in all"_s.arg(sizeInWords(bytes));
     for (const OutlookCheck check : outlookChecks()) {
         if (stop) break;
         const auto found = check({plan, disk, stop});

@@ -1,7 +1,7 @@
 #include "shell/OutlookChecks.h"
+#include "shell/Wording.h"
 
 #include <QHash>
-#include <QLocale>
 #include <QMap>
 
 namespace zolt {
@@ -12,11 +12,6 @@ namespace {
 
 // Lossless audio hardly ever shrinks to less than this part; only where room is scarcer than that are the files read.
 constexpr std::int64_t usualGrowth = 4;
-
-QString sizeText(std::int64_t bytes)
-{
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
-}
 
 /// What is written to one file system.
 struct Room
@@ -79,7 +74,7 @@ OutlookProblems checkRoom(const OutlookSubject& subject)
         if (needed <= available) continue;
         problems.push_back({OutlookProblem::Kind::Room,
                             u"Too little room on the disk of %1: about %2 are needed and %3 are free"_s.arg(
-                                room.folder, sizeText(needed), sizeText(available)),
+                                room.folder, sizeInWords(needed), sizeInWords(available)),
                             {},
                             {}});
     }

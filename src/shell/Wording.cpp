@@ -2,6 +2,7 @@
 
 #include "platform/text/Text.h"
 
+#include <QLocale>
 #include <QSet>
 
 namespace zolt {
@@ -24,6 +25,11 @@ QString filesInWords(const QStringList& files)
     QStringList sorted = kinds.values();
     sorted.sort();
     return counted(files.size(), (enumerated(sorted) + u" file"_s).trimmed());
+}
+
+QString sizeInWords(std::int64_t bytes)
+{
+    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
 } // namespace zolt

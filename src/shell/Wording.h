@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+
 namespace zolt {
 
 /// "FLAC", "FLAC and SHN", "FLAC, SHN and WV".
@@ -13,5 +15,8 @@ QString enumerated(QStringList names);
 
 /// The files by their kinds: "23 FLAC and SHN files". Those without an extension lend no kind.
 QString filesInWords(const QStringList& files);
+
+/// "1.5 MB", by thousands.
+QString sizeInWords(std::int64_t bytes);
 
 } // namespace zolt

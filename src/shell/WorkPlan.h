@@ -61,6 +61,8 @@ struct WorkPlan
     QString folder;              ///< the tab's destination where one is needed; empty if none is set
     QStringList cautions;        ///< sentences about the whole
     QString refusal;             ///< a sentence why the command is not to be pressed now; empty where it may
+    /// About how many bytes the outputs will take together; 0 where nobody can say. Run as `inspect` is.
+    std::function<std::int64_t(const WorkPlan& plan, const std::atomic<bool>& stop)> estimate;
     /// What the tab wants to be read in the files; run on a thread of its own, and given up when `stop` is set.
     std::function<std::vector<WorkCaution>(const WorkPlan& plan, const std::atomic<bool>& stop)> inspect;
 

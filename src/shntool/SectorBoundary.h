@@ -7,13 +7,8 @@
 #include <QStringList>
 
 #include <atomic>
-#include <optional>
 
 namespace zolt {
-
-/// Rate, depth, channels and length as the file's header tells them. @return nothing for a file that cannot be read or
-/// is of a kind that does not tell them, such as Shorten
-std::optional<AudioFormatObject> audioFormatOf(const QString& path);
 
 /// 44.1 kHz, 16 bits, stereo: what alone has sectors.
 bool isCdAudio(const AudioFormatObject& format);

@@ -3,6 +3,7 @@
 #include "platform/files/Files.h"
 #include "shell/Constants.h"
 #include "shntool/SectorBoundary.h"
+#include "tags/AudioFacts.h"
 
 #include <QFile>
 #include <QtEndian>

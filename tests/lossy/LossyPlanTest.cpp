@@ -1,5 +1,6 @@
 #include "LossyFixture.h"
 
+#include "AudioSamples.h"
 #include "lossy/LossyPlan.h"
 #include "shell/Outlook.h"
 
@@ -128,6 +129,36 @@ TEST_F(Plan, RoomIsReckonedForTheWavOnTheWay)
     tab.setDestination(u"/o"_s);
     tab.sourceEncodeButton->setState(false);
     EXPECT_THAT(staged(), ElementsAre(true, false, false));
+}
+
+TEST_F(Plan, WhatTheOutputsWillTakeIsReckonedFromLengthAndRate)
+{
+    // Ten seconds of stereo and five of mono in 24 bits: fifteen of output.
+    list({writeFile(pathOf(u"a.wav"_s), waveFile(makeSamples(44100, 2, 16, 441000))),
+          writeFile(pathOf(u"b.wav"_s), waveFile(makeSamples(96000, 1, 24, 480000)))});
+    const auto endsWith = [this](const QString& words) {
+        const QString said = outlook().intention;
+        EXPECT_TRUE(said.endsWith(words)) << said.toStdString();
+    };
+    tab.setComboLevel(192);
+    endsWith(u"2 WAV files to MP3 beside their sources; about 360.0 kB in all"_s);
+    tab.setComboLevel(1000);
+    endsWith(u"; about 600.0 kB in all"_s); // lame takes 320
+    choose(lossyTitle::MP3, lossyTitle::VBR);
+    endsWith(u"; about 328.1 kB in all"_s);
+    choose(lossyTitle::AAC, lossyTitle::ABR);
+    tab.setComboLevel(64);
+    endsWith(u"; about 120.0 kB in all"_s);
+    choose(lossyTitle::AAC, lossyTitle::VBR);
+    endsWith(u"to AAC beside their sources"_s); // its encoder decides
+}
+
+TEST_F(Plan, AFileThatDoesNotTellItsLengthIsTakenForAUsualOne)
+{
+    list({file(u"a.shn"_s, QByteArray(1100000, 'x'))});
+    tab.setComboLevel(128);
+    const QString said = outlook().intention;
+    EXPECT_TRUE(said.endsWith(u"; about 160.0 kB in all"_s)) << said.toStdString();
 }
 
 TEST_F(Plan, OtherKindsArePassedOver)

@@ -287,6 +287,5 @@ TEST_F(RealLossy, ACancelledMP3LeavesNoToolRunning)
     EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
     EXPECT_TRUE(QFile::exists(source));
     EXPECT_EQ(test::run(u"pgrep"_s, {u"-f"_s, output(u"long.mp3"_s)}), QByteArray());
-    const auto size = QFile(output(u"long.mp3"_s)).size();
-    EXPECT_EQ(QFile(output(u"long.mp3"_s)).size(), size);
+    EXPECT_EQ(outputs(), QStringList({u"long.mp3"_s})) << "kept: what was encoded stays";
 }

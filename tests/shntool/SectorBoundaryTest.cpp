@@ -1,5 +1,6 @@
 #include "shntool/SectorBoundary.h"
 #include "SampleShow.h"
+#include "tags/AudioFacts.h"
 
 #include <QTemporaryDir>
 
