@@ -5,6 +5,8 @@
 
 #include <QtEndian>
 
+#include <functional>
+
 namespace zolt {
 
 namespace {
@@ -21,6 +23,23 @@ bool isMadeAnew(int kind)
 bool openAtBlocks(NamedFile& file, const QString& path)
 {
     return file.open(QIODevice::ReadOnly) && file.seek(endOfId3Tags(path)) && file.read(4) == "fLaC";
+}
+
+/// Goes through the blocks. @param visit  gets the kind and the length of each, its header not included
+/// @return where they end; 0 for a file that is none, or whose blocks are cut
+qint64 walkBlocks(const QString& path, const std::function<void(int kind, qint64 length)>& visit)
+{
+    NamedFile file(path);
+    if (!openAtBlocks(file, path)) return 0;
+    for (bool isLast = false; !isLast;) {
+        const QByteArray header = file.read(headerSize);
+        if (header.size() < headerSize) return 0;
+        isLast = (header[0] & 0x80) != 0;
+        const qint64 length = qFromBigEndian<quint32>(header.constData()) & 0xff'ffff;
+        visit(header[0] & 0x7f, length);
+        if (!file.seek(file.pos() + length)) return 0;
+    }
+    return file.pos();
 }
 
 } // namespace
@@ -40,18 +59,16 @@ std::optional<FlacStream> flacStream(const QString& path)
 
 qint64 sizeOfFlacTags(const QString& path)
 {
-    NamedFile file(path);
-    if (!openAtBlocks(file, path)) return 0;
     qint64 sum = 0;
-    for (bool isLast = false; !isLast;) {
-        const QByteArray header = file.read(headerSize);
-        if (header.size() < headerSize) break;
-        isLast = (header[0] & 0x80) != 0;
-        const qint64 length = qFromBigEndian<quint32>(header.constData()) & 0xff'ffff;
-        if (isMadeAnew(header[0] & 0x7f)) sum += headerSize + length;
-        if (!file.seek(file.pos() + length)) break;
-    }
+    walkBlocks(path, [&](int kind, qint64 length) {
+        if (isMadeAnew(kind)) sum += headerSize + length;
+    });
     return sum;
+}
+
+qint64 endOfFlacBlocks(const QString& path)
+{
+    return walkBlocks(path, [](int, qint64) {});
 }
 
 } // namespace zolt

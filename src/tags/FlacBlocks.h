@@ -21,4 +21,7 @@ std::optional<FlacStream> flacStream(const QString& path);
 /// 0 for a file that is none. Any thread.
 qint64 sizeOfFlacTags(const QString& path);
 
+/// Where the blocks end and the sound begins; 0 for a file that is none, or whose blocks are cut. Any thread.
+qint64 endOfFlacBlocks(const QString& path);
+
 } // namespace zolt
