@@ -19,10 +19,14 @@ struct TagWriteRun
     qsizetype asked = 0; ///< how many files were selected
     QList<File> files;   ///< that the run came to, in list order
     bool failed = false; ///< the last of them ended the run
+    QStringList unkept;  ///< files that were written and cannot be undone
 
     qsizetype written() const;
-    /// "Wrote 12 files." or what went wrong, with the names of files; empty before the first run.
+    bool isWritten(const QString& path) const;
+    /// "12 of 12 files written." and what went wrong, with the names of files; empty before the first run.
     QString sentence() const;
+    /// "Writing 3 of 12 files...", of the one that comes next.
+    QString progress() const;
 };
 
 } // namespace zolt

@@ -3,10 +3,10 @@
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
 #include "shell/Constants.h"
-#include "shell/Wording.h"
 #include "shell/ZOLTController.h"
 #include "shntool/TrackNameInputController.h"
 #include "tags/CueSheetTagImporter.h"
+#include "tags/TagFields.h"
 #include "tags/TagRoutes.h"
 
 #include <QScopeGuard>
@@ -19,38 +19,13 @@ namespace zolt {
 
 namespace {
 
-/// A control and the field of the record that it shows.
-struct Field
-{
-    QString outlet;
-    QString word; ///< for sentences
-    std::shared_ptr<TextField> TagsTab::*control;
-    const OptionalText& (TagsObject::*text)() const;
-    void (TagsObject::*setText)(OptionalText);
-};
+using Control = std::shared_ptr<TextField> TagsTab::*;
 
-/// Title and track first: they are for one file alone.
-const std::vector<Field>& fields()
-{
-    using T = TagsTab;
-    using R = TagsObject;
-    static const std::vector<Field> all{
-        {u"titleText"_s, u"title"_s, &T::titleText, &R::titleText, &R::setTitleText},
-        {u"trackText"_s, u"track"_s, &T::trackText, &R::trackText, &R::setTrackText},
-        {u"artistText"_s, u"artist"_s, &T::artistText, &R::artistText, &R::setArtistText},
-        {u"dateText"_s, u"date"_s, &T::dateText, &R::dateText, &R::setDateText},
-        {u"albumText"_s, u"album"_s, &T::albumText, &R::albumText, &R::setAlbumText},
-        {u"discText"_s, u"disc"_s, &T::discText, &R::discText, &R::setDiscText},
-        {u"commentText"_s, u"comment"_s, &T::commentText, &R::commentText, &R::setCommentText},
-        {u"genreText"_s, u"genre"_s, &T::genreText, &R::genreText, &R::setGenreText},
-        {u"composerText"_s, u"composer"_s, &T::composerText, &R::composerText, &R::setComposerText},
-        {u"discTotalText"_s, u"discs"_s, &T::discTotalText, &R::discTotalText, &R::setDiscTotalText},
-        {u"trackTotalText"_s, u"tracks"_s, &T::trackTotalText, &R::trackTotalText, &R::setTrackTotalText},
-    };
-    return all;
-}
-
-constexpr qsizetype fieldsOfOneFile = 2;
+/// The controls of the fields, in the fields' order.
+constexpr Control controls[] = {&TagsTab::titleText,     &TagsTab::trackText,     &TagsTab::artistText,
+                                &TagsTab::dateText,      &TagsTab::albumText,     &TagsTab::discText,
+                                &TagsTab::commentText,   &TagsTab::genreText,     &TagsTab::composerText,
+                                &TagsTab::discTotalText, &TagsTab::trackTotalText};
 
 } // namespace
 
@@ -78,7 +53,7 @@ TagsTab::~TagsTab()
 void TagsTab::awakeFromNib()
 {
     BaseTab::awakeFromNib();
-    tableView->setAction([this] { tableViewSelectionDidChange(); });
+    tableView->setAction([this] { followSelection(); });
     tableViewSelectionDidChange();
 }
 
@@ -104,6 +79,7 @@ void TagsTab::loadTagsFromCueSheet(Sender)
 void TagsTab::clearFiles()
 {
     BaseTab::clearFiles();
+    followSelection();
     setAutoName(false);
 }
 
@@ -124,18 +100,28 @@ void TagsTab::showNamesWindow(Sender)
     trackNamesWindow_->showWindow(nullptr);
 }
 
+TextField& TagsTab::control(const TagField& field) const
+{
+    return *(this->*controls[std::size_t(&field - tagFields().data())]);
+}
+
 void TagsTab::fillTagsForSelectedRow()
 {
     albumArtImageView->setImage(nullptr);
     const QString path = fileNames().at(tableView->selectedRow());
     const TagRoute* const route = tagRouteFor(path);
-    const auto tags = route ? route->read(path) : std::make_shared<TagsObject>();
-    artIsUnreadable_ = tags->artIsUnreadable();
+    fillTags(route ? *route->read(path) : TagsObject());
+}
+
+void TagsTab::fillTags(const TagsObject& tags)
+{
+    artIsUnreadable_ = tags.artIsUnreadable();
+    fileHasArt_ = tags.albumArt() != nullptr;
     customTagsPanel_.clearTags();
-    for (const Field& field : fields())
-        (this->*field.control)->setStringValue(textOrEmpty(((*tags).*field.text)()));
-    if (tags->albumArt()) albumArtImageView->setImage(tags->albumArt());
-    if (!tags->customTagsDictionary().isEmpty()) customTagsPanel_.fillTags(tags->customTagsDictionary());
+    for (const TagField& field : tagFields())
+        control(field).setStringValue(field.textOf(tags));
+    if (tags.albumArt()) albumArtImageView->setImage(tags.albumArt());
+    if (!tags.customTagsDictionary().isEmpty()) customTagsPanel_.fillTags(tags.customTagsDictionary());
 }
 
 QString TagsTab::coverInWords() const
@@ -148,78 +134,179 @@ QString TagsTab::coverInWords() const
 
 void TagsTab::tableViewSelectionDidChange()
 {
-    artIsUnreadable_ = false;
-    const qsizetype selected = tableView->numberOfSelectedRows();
-    if (selected == 1) {
-        fillTagsForSelectedRow();
-    } else {
-        for (const Field& field : fields())
-            (this->*field.control)->setStringValue(QString());
-        customTagsPanel_.clearTags();
-        albumArtImageView->setImage(nullptr);
-    }
+    shownReloads_ = tableView->reloads();
+    shown_ = selectedFiles();
+    const auto followed = qScopeGuard([this] {
+        if (follow_) guarded("selection", follow_);
+    });
+    artIsUnreadable_ = fileHasArt_ = false;
+    resultLabel->setStringValue(QString()); // it was about other files
+    const qsizetype selected = shown_.size();
     multipleSelectionsLabel->setStringValue(selected > 1 ? u"multiple selections"_s : QString());
     titleText->setEnabled(selected == 1);
     trackText->setEnabled(selected == 1);
+    if (selected == 1) return fillTagsForSelectedRow();
+    for (const TagField& field : tagFields())
+        control(field).setStringValue(QString());
+    customTagsPanel_.clearTags();
+    albumArtImageView->setImage(nullptr);
 }
 
-bool TagsTab::hasEnoughNames() const
+/// A reload may leave the numbers and change the files, or change the numbers and leave the files: the files count, so
+/// that nothing typed is lost and nothing of one file is shown for another.
+void TagsTab::followSelection()
 {
-    const qsizetype selected = tableView->numberOfSelectedRows();
-    if (selected <= 1 || !autoName() || names_.size() >= selected) return true;
+    shownReloads_ = tableView->reloads();
+    if (selectedFiles() != shown_) tableViewSelectionDidChange();
+}
+
+/// Whether the table's numbers are those of the present list. Behind a reload they are told anew.
+bool TagsTab::isSelectionCurrent() const
+{
+    return shownReloads_ == tableView->reloads();
+}
+
+/// The table's numbers, or where the list has changed since they were told, the rows of the files that they meant.
+QList<TagWriteJob::Row> TagsTab::selectedRows() const
+{
+    QList<TagWriteJob::Row> rows;
+    const QStringList files = fileNames().copy();
+    if (isSelectionCurrent()) {
+        for (const qsizetype row : tableView->selectedRows())
+            rows += {row, files.at(row)};
+        return rows;
+    }
+    qsizetype next = 0; // both are sorted
+    for (qsizetype row = 0; row < files.size() && next < shown_.size(); ++row) {
+        while (next < shown_.size() && shown_[next] < files[row])
+            ++next;
+        if (next < shown_.size() && shown_[next] == files[row]) rows += {row, shown_[next++]};
+    }
+    return rows;
+}
+
+QStringList TagsTab::selectedFiles() const
+{
+    return TagWriteJob{.rows = selectedRows()}.paths();
+}
+
+bool TagsTab::hasEnoughNames(const TagWriteJob& job) const
+{
+    if (!job.isNamed || job.names.size() >= job.rows.size()) return true;
     panels().runAlert(u"Error"_s, u"Number of selected files to tag is greater than number of track names entered"_s,
                       u"OK"_s);
     return false;
 }
 
-void TagsTab::executeCommand(Sender)
-{
-    const QStringList files = fileNames().copy();
-    if (files.isEmpty()) return;
-    const QList<qsizetype> rows = tableView->selectedRows();
-    if (!rows.isEmpty() && !hasEnoughNames()) return;
-    run_ = {.asked = rows.size()};
-    // One dictionary for all records of the run.
-    if (customTagsPanel_.customTagDictionary()) customTagsPanel_.fillTagsDictionary();
-    const auto told = qScopeGuard([this] { resultLabel->setStringValue(run_.sentence()); });
-    for (const qsizetype row : rows) {
-        if (betweenFiles_ && row != rows.constFirst()) betweenFiles_();
-        writeRow(files.at(row), row);
-    }
-    setAutoName(false);
-}
-
-void TagsTab::writeRow(const QString& path, qsizetype row)
-{
-    run_.files.append({path, u"This file is not tagged."_s});
-    try {
-        const TagsObject tags = recordFor(row);
-        if (const TagRoute* const route = tagRouteFor(path))
-            run_.files.last().refusal = route->write(path, tags, writeEmptyTags());
-    } catch (const PlatformException& fault) {
-        run_.files.last().refusal = fault.reason();
-        run_.failed = true;
-        throw;
-    }
-}
-
-TagsObject TagsTab::recordFor(qsizetype row) const
+/// What every file of a run gets.
+TagsObject TagsTab::sharedRecord(bool isOne) const
 {
     TagsObject tags;
-    const bool isOne = tableView->numberOfSelectedRows() <= 1;
-    for (const Field& field : std::span(fields()).subspan(isOne ? 0 : fieldsOfOneFile))
-        (tags.*field.setText)((this->*field.control)->stringValue());
-    if (!isOne && autoName()) name(tags, row);
+    for (const TagField& field : isOne ? std::span(tagFields()) : sharedTagFields())
+        (tags.*field.setText)(control(field).stringValue());
     if (albumArtImageView->image()) tags.setAlbumArt(albumArtImageView->image());
     if (const auto& custom = customTagsPanel_.customTagDictionary()) tags.setCustomTagsDictionary(*custom);
     return tags;
 }
 
-/// Kept: by the row in the whole list, not by the place among the selected ones.
-void TagsTab::name(TagsObject& tags, qsizetype row) const
+TagWriteJob TagsTab::job() const
 {
-    tags.setTitleText(pieceAt(names_, row));
-    tags.setTrackText(QString::number(row + 1));
+    const QList<TagWriteJob::Row> rows = selectedRows();
+    // One that is left of several in this run is still one of several.
+    const bool isOne = (isSelectionCurrent() ? rows.size() : shown_.size()) <= 1;
+    return {.rows = rows,
+            .isOne = isOne,
+            .tags = sharedRecord(isOne),
+            .isNamed = !isOne && autoName(),
+            .names = names_,
+            .writesEmpty = writeEmptyTags(),
+            .removesArt = fileHasArt_ && !albumArtImageView->image(),
+            .artIsUnreadable = artIsUnreadable_};
+}
+
+void TagsTab::executeCommand(Sender)
+{
+    if (isWriting_ || fileNames().isEmpty()) return;
+    // One dictionary for all records of the run.
+    if (customTagsPanel_.customTagDictionary() && !selectedRows().isEmpty()) customTagsPanel_.fillTagsDictionary();
+    const TagWriteJob all = job();
+    if (hasEnoughNames(all)) write(all);
+}
+
+void TagsTab::write(const TagWriteJob& job)
+{
+    run_ = {.asked = job.rows.size()};
+    isWriting_ = true;
+    const auto told = qScopeGuard([this] { endWork(run_.sentence()); });
+    keep(job);
+    writeRows(job);
+    setAutoName(false);
+}
+
+/// Says how far it is. @return whether to go on with the next file
+bool TagsTab::goesOn(const QString& progress)
+{
+    resultLabel->setStringValue(progress);
+    return !betweenFiles_ || betweenFiles_();
+}
+
+void TagsTab::endWork(const QString& result)
+{
+    goesOn(result);
+    isWriting_ = false;
+    resultLabel->setStringValue(result); // what happened meanwhile may have taken it away
+    if (follow_) guarded("end of a run", follow_);
+}
+
+/// All of them before the first is written.
+void TagsTab::keep(const TagWriteJob& job)
+{
+    if (!undo_ || job.rows.isEmpty()) return;
+    undo_->clear();
+    for (const TagWriteJob::Row& row : job.rows) {
+        if (!goesOn(u"Keeping the tags as they are, for undoing..."_s)) return;
+        if (!undo_->keep(row.path)) run_.unkept += row.path;
+    }
+}
+
+void TagsTab::writeRows(const TagWriteJob& job)
+{
+    for (const TagWriteJob::Row& row : job.rows) {
+        if (!goesOn(run_.progress())) return;
+        const auto noted = qScopeGuard([&] {
+            if (undo_) undo_->written(row.path);
+        });
+        writeRow(job, row);
+    }
+}
+
+void TagsTab::undoWrite(Sender)
+{
+    if (!canUndoWrite()) return;
+    isWriting_ = true;
+    const TagUndo::Outcome outcome = undo_->undo([this] { goesOn(u"Putting the tags back..."_s); });
+    const auto told = qScopeGuard([&] { endWork(outcome.sentence()); });
+    showPutBack(outcome.putBack);
+}
+
+void TagsTab::showPutBack(const QStringList& files)
+{
+    const auto isBack = [&](const QString& file) { return files.contains(file); };
+    if (std::any_of(shown_.begin(), shown_.end(), isBack)) tableViewSelectionDidChange();
+}
+
+void TagsTab::writeRow(const TagWriteJob& job, const TagWriteJob::Row& row)
+{
+    run_.files.append({row.path, u"This file is not tagged."_s});
+    try {
+        const TagsObject tags = job.recordFor(row);
+        if (const TagRoute* const route = tagRouteFor(row.path))
+            run_.files.last().refusal = route->write(row.path, tags, job.writesEmpty);
+    } catch (const PlatformException& fault) {
+        run_.files.last().refusal = fault.reason();
+        run_.failed = true;
+        throw;
+    }
 }
 
 void TagsTab::trackNamesEntered(const Notification& notification)
@@ -237,8 +324,8 @@ void TagsTab::trackNamesEntered(const Notification& notification)
 Outlets TagsTab::outlets() const
 {
     Outlets all;
-    for (const Field& field : fields())
-        all.push_back({field.outlet, this->*field.control});
+    for (std::size_t i = 0; i < tagFields().size(); ++i)
+        all.push_back({tagFields()[i].outlet, this->*controls[i]});
     all.insert(all.end(), {{u"multipleSelectionsLabel"_s, multipleSelectionsLabel},
                            {u"albumArtImageView"_s, albumArtImageView},
                            {u"resultLabel"_s, resultLabel},
@@ -253,28 +340,8 @@ Outlets TagsTab::outlets() const
 WorkPlan TagsTab::workPlan() const
 {
     WorkPlan plan = BaseTab::workPlan();
-    const QList<qsizetype> rows = tableView->selectedRows();
-    for (const qsizetype row : rows)
-        if (row < plan.files.size()) plan.items.push_back({.row = row, .source = plan.files.at(row)});
-    plan.words = plan.items.empty() ? u"Select the files to be tagged"_s : wordsFor(qsizetype(plan.items.size()));
-    if (writeEmptyTags())
-        plan.cautions += u"Empty fields are emptied in the files; in FLAC files other tags and pictures go too."_s;
-    if (writeEmptyTags() && artIsUnreadable_)
-        plan.cautions += u"The picture that cannot be shown here is removed from the file."_s;
-    if (albumArtImageView->image()) plan.cautions += u"FLAC and MP3 files keep the covers that they have beside it."_s;
+    job().tellIn(plan);
     return plan;
-}
-
-/// "Write artist and album to 12 files".
-QString TagsTab::wordsFor(qsizetype count) const
-{
-    QStringList words;
-    if (count > 1 && autoName()) words = {u"title"_s, u"track"_s};
-    for (const Field& field : std::span(fields()).subspan(count > 1 ? fieldsOfOneFile : 0))
-        if (!(this->*field.control)->stringValue().isEmpty()) words += field.word;
-    if (albumArtImageView->image()) words += u"cover"_s;
-    if (words.isEmpty()) words += writeEmptyTags() ? u"empty fields"_s : u"nothing"_s;
-    return u"Write %1 to %2"_s.arg(enumerated(words), counted(count, u"file"_s));
 }
 
 } // namespace zolt

@@ -5,10 +5,38 @@
 
 namespace zolt {
 
-ZOLTCustomTagsPanel::ZOLTCustomTagsPanel()
+namespace {
+
+using Panel = ZOLTCustomTagsPanel;
+using Field = std::shared_ptr<TextField> Panel::*;
+
+constexpr Field names[Panel::pairCount] = {
+    &Panel::customTagNameText1, &Panel::customTagNameText2, &Panel::customTagNameText3, &Panel::customTagNameText4,
+    &Panel::customTagNameText5, &Panel::customTagNameText6, &Panel::customTagNameText7, &Panel::customTagNameText8};
+constexpr Field values[Panel::pairCount] = {
+    &Panel::customTagValueText1, &Panel::customTagValueText2, &Panel::customTagValueText3, &Panel::customTagValueText4,
+    &Panel::customTagValueText5, &Panel::customTagValueText6, &Panel::customTagValueText7, &Panel::customTagValueText8};
+
+} // namespace
+
+const std::shared_ptr<TextField>& ZOLTCustomTagsPanel::nameText(int count) const
 {
-    for (auto* const fields : {&names_, &values_})
-        std::generate(fields->begin(), fields->end(), [] { return std::make_shared<TextField>(); });
+    return this->*names[count - 1];
+}
+
+const std::shared_ptr<TextField>& ZOLTCustomTagsPanel::valueText(int count) const
+{
+    return this->*values[count - 1];
+}
+
+Outlets ZOLTCustomTagsPanel::outlets() const
+{
+    Outlets all;
+    for (int count = 1; count <= pairCount; ++count) {
+        all.push_back({QStringLiteral("customTagNameText%1").arg(count), nameText(count)});
+        all.push_back({QStringLiteral("customTagValueText%1").arg(count), valueText(count)});
+    }
+    return all;
 }
 
 void ZOLTCustomTagsPanel::runPanel()

@@ -3,9 +3,9 @@
 
 #include "platform/controls/TextField.h"
 #include "platform/controls/Window.h"
+#include "shell/Outlet.h"
 #include "tags/TagsObject.h"
 
-#include <array>
 #include <memory>
 #include <optional>
 
@@ -17,7 +17,7 @@ class ZOLTCustomTagsPanel
 public:
     static constexpr int pairCount = 8;
 
-    ZOLTCustomTagsPanel();
+    ZOLTCustomTagsPanel() = default;
     ZOLTCustomTagsPanel(const ZOLTCustomTagsPanel&) = delete;
     ZOLTCustomTagsPanel& operator=(const ZOLTCustomTagsPanel&) = delete;
 
@@ -42,15 +42,33 @@ public:
     void setCustomTagDictionary(std::optional<CustomTags> tags) { customTagDictionary_ = std::move(tags); }
 
     /// A pair's fields. @param count  1 to 8
-    const std::shared_ptr<TextField>& nameText(int count) const { return names_.at(size_t(count - 1)); }
-    const std::shared_ptr<TextField>& valueText(int count) const { return values_.at(size_t(count - 1)); }
+    const std::shared_ptr<TextField>& nameText(int count) const;
+    const std::shared_ptr<TextField>& valueText(int count) const;
+    /// The sixteen fields by their names.
+    Outlets outlets() const;
     /// None until the panel has run once.
     const std::shared_ptr<Window>& panel() const { return panel_; }
 
+    // Outlets.
+    std::shared_ptr<TextField> customTagNameText1 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText1 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagNameText2 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText2 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagNameText3 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText3 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagNameText4 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText4 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagNameText5 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText5 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagNameText6 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText6 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagNameText7 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText7 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagNameText8 = std::make_shared<TextField>();
+    std::shared_ptr<TextField> customTagValueText8 = std::make_shared<TextField>();
+
 private:
     std::shared_ptr<Window> panel_;
-    std::array<std::shared_ptr<TextField>, pairCount> names_;
-    std::array<std::shared_ptr<TextField>, pairCount> values_;
     std::optional<CustomTags> customTagDictionary_;
 };
 

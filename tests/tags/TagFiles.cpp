@@ -101,6 +101,11 @@ QString TagFiles::wavpack()
     return made(u"sound.wv"_s, u"wavpack"_s, {u"-q"_s, wav(), u"-o"_s, pathOf(u"sound.wv"_s)});
 }
 
+QString TagFiles::m4a()
+{
+    return made(u"sound.m4a"_s, u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, wav(), pathOf(u"sound.m4a"_s)});
+}
+
 QString TagFiles::ape()
 {
     const QString path = pathOf(u"sound.ape"_s);

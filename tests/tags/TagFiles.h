@@ -24,6 +24,7 @@ public:
     QString mp3();
     QString aiff();
     QString wavpack();
+    QString m4a();
     /// A header, no sound: no encoder for this format is packaged.
     QString ape();
     /// A picture file: "png" or "jpeg", `width` by 40 pixels.

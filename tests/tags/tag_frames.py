@@ -15,8 +15,9 @@ import mutagen.apev2
 import mutagen.flac
 import mutagen.id3
 import mutagen.mp3
+import mutagen.mp4
 
-KINDS = {"flac": mutagen.flac.FLAC, "mp3": mutagen.mp3.MP3, "aiff": mutagen.aiff.AIFF}
+KINDS = {"flac": mutagen.flac.FLAC, "mp3": mutagen.mp3.MP3, "aiff": mutagen.aiff.AIFF, "m4a": mutagen.mp4.MP4}
 
 
 def tag_of(path):
@@ -81,6 +82,8 @@ def show(path):
                          "width": art.width, "height": art.height, "depth": art.depth} for art in tag.pictures]
     if isinstance(tag, mutagen.apev2.APEv2):
         return [{"key": key, "text": str(value)} for key, value in tag.items()]
+    if isinstance(tag, mutagen.mp4.MP4):
+        return [{"key": key, "text": str(values[0])} for key, values in tag.tags.items()]
     return [facts_of_frame(frame) for frame in tag.tags.values()]
 
 

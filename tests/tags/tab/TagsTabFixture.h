@@ -34,6 +34,16 @@ protected:
         controller.trackNameInputController()->inputOK(nullptr);
     }
     void write() { tab.executeCommand(nullptr); }
+    void type(const QString& artist) { tab.artistText->enterText(artist); }
+    QString artistAt(qsizetype row) { return textOrEmpty(tagsAt(row)->artistText()); }
+    /// Runs a test's own work in the middle of a run, ahead of its file number `file`, counted from 1.
+    void inTheMiddle(int file, std::function<void()> work)
+    {
+        tab.setBetweenFiles([work, left = file]() mutable {
+            if (--left == 0) work();
+            return true;
+        });
+    }
 
     TagFiles samples;
 };

@@ -130,5 +130,8 @@ TEST_F(TagsTabTest, ThePlanSaysWhatGoesWhere)
     EXPECT_EQ(tab.workPlan().words, u"Write title, track, artist and album to 2 files"_s);
     EXPECT_TRUE(tab.workPlan().cautions.isEmpty());
     tab.setWriteEmptyTags(true);
-    EXPECT_EQ(tab.workPlan().cautions.size(), 1);
+    EXPECT_THAT(
+        tab.workPlan().cautions,
+        testing::ElementsAre(u"Date, disc, comment, genre, composer, discs and tracks will be emptied in 2 files."_s,
+                             u"FLAC files lose every tag and picture that is not shown here."_s));
 }
