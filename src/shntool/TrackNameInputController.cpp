@@ -36,7 +36,10 @@ QString withoutFirstLineEnd(const QString& text)
 
 } // namespace
 
-TrackNameInputController::TrackNameInputController() = default;
+TrackNameInputController::TrackNameInputController()
+{
+    inputText->setAction([this] { typed(); });
+}
 
 OptionalText TrackNameInputController::chooseTrackNamesFile() const
 {
@@ -74,6 +77,27 @@ void TrackNameInputController::replaceText(const QString& text, const QString& a
     undoManager_.registerUndo([this, before = inputText->string()] { setInputTextString(before); });
     if (!undoManager_.isUndoing()) undoManager_.setActionName(actionName);
     inputText->setString(text);
+    standing_ = text;
+    isTyping_ = false;
+}
+
+/// What a person types is undone like what is replaced, a line or a paste at a time: nothing typed is lost to it.
+void TrackNameInputController::typed()
+{
+    const QString before = std::exchange(standing_, inputText->string());
+    const bool isOneLetter = std::abs(standing_.size() - before.size()) == 1;
+    const bool goesOn = isTyping_ && isOneLetter && standing_.count(u'\n') == before.count(u'\n');
+    isTyping_ = true;
+    if (goesOn) return;
+    undoManager_.registerUndo([this, before] { setInputTextString(before); });
+    undoManager_.setActionName(u"Typing"_s);
+}
+
+void TrackNameInputController::clear()
+{
+    standing_.clear();
+    isTyping_ = false;
+    inputText->setString(QString());
 }
 
 void TrackNameInputController::removeCharactersFromText(Sender)

@@ -34,7 +34,7 @@ public:
     /// Replaces the text; undone as "Set Track Name Text".
     void setNames(const QString& names);
     /// Empties the text, which undo does not bring back.
-    void clear() { inputText->setString(QString()); }
+    void clear();
     /// Hides the window and tells all who listen the lines that are not empty.
     void inputOK(Sender sender);
     /// Hides the window; the text stays.
@@ -52,7 +52,10 @@ public:
 
 private:
     void replaceText(const QString& text, const QString& actionName);
+    void typed();
 
+    QString standing_;      ///< the text when it was last replaced or typed in
+    bool isTyping_ = false; ///< the last step to be undone is typing, which may go on
     std::shared_ptr<Window> window_;
     UndoManager undoManager_;
 };

@@ -10,6 +10,8 @@
 #include "ui_TrackNameInputWindow.h"
 #include "ui_TrimCharsPanel.h"
 
+#include <QKeyEvent>
+
 namespace zolt {
 
 using namespace Qt::StringLiterals;
@@ -18,17 +20,49 @@ TrackNamesWindow::TrackNamesWindow(TrackNameInputController& names) : names_(nam
 {
     Ui::TrackNameInputWindow form;
     form.setupUi(this);
-    Bindings(*this).bind(u"inputText"_s, names.inputText);
+    Bindings bindings(*this);
+    bindings.setChanged([this] { showUndo(); });
+    bindings.bind(u"inputText"_s, names.inputText);
+    form.inputText->setUndoRedoEnabled(false); // one row of steps, for typing and for what is loaded or cut
+    form.inputText->installEventFilter(this);
+    undoButton_ = form.undoButton;
+    redoButton_ = form.redoButton;
     const auto press = [this](QPushButton* button, auto work) {
         connect(button, &QPushButton::clicked, this, [work] { guarded("track names", work); });
     };
     press(form.loadButton, [&names] { names.loadTrackNamesFromFile(nullptr); });
     press(form.trimButton, [&names] { names.removeCharactersFromText(nullptr); });
     press(form.undoButton, [&names] { names.undoManager().undo(); });
+    press(form.redoButton, [&names] { names.undoManager().redo(); });
     connect(form.buttons, &QDialogButtonBox::accepted, this,
             [&names] { guarded("track names", [&names] { names.inputOK(nullptr); }); });
     connect(form.buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     new WindowBinding(*this, names.window());
+    showUndo();
+}
+
+void TrackNamesWindow::showUndo()
+{
+    const UndoManager& steps = names_.undoManager();
+    undoButton_->setEnabled(steps.canUndo());
+    redoButton_->setEnabled(steps.canRedo());
+    undoButton_->setToolTip(steps.canUndo() ? u"Undo %1 (Ctrl+Z)"_s.arg(steps.undoActionName())
+                                            : u"There is nothing to undo"_s);
+    redoButton_->setToolTip(steps.canRedo() ? u"Redo %1 (Ctrl+Shift+Z)"_s.arg(steps.redoActionName())
+                                            : u"There is nothing to redo"_s);
+}
+
+bool TrackNamesWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress) return QDialog::eventFilter(watched, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.matches(QKeySequence::Undo))
+        guarded("undo", [this] { names_.undoManager().undo(); });
+    else if (key.matches(QKeySequence::Redo))
+        guarded("redo", [this] { names_.undoManager().redo(); });
+    else
+        return QDialog::eventFilter(watched, event);
+    return true;
 }
 
 void TrackNamesWindow::reject()
@@ -63,10 +97,8 @@ CustomTagsDialog::CustomTagsDialog(ZOLTCustomTagsPanel& panel) : panel_(panel)
     Ui::CustomTagsPanel form;
     form.setupUi(this);
     Bindings bindings(*this);
-    for (int count = 1; count <= ZOLTCustomTagsPanel::pairCount; ++count) {
-        bindings.bind(u"customTagNameText%1"_s.arg(count), panel.nameText(count));
-        bindings.bind(u"customTagValueText%1"_s.arg(count), panel.valueText(count));
-    }
+    for (const Outlet& outlet : panel.outlets())
+        bindings.bind(outlet);
     connect(form.buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     new WindowBinding(*this, panel.panel());
 }

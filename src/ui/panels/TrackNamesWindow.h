@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+class QPushButton;
+
 namespace zolt {
 
 class TrackNameInputController;
@@ -18,8 +20,15 @@ public:
 
     void reject() override;
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void showUndo();
+
     TrackNameInputController& names_;
+    QPushButton* undoButton_ = nullptr;
+    QPushButton* redoButton_ = nullptr;
 };
 
 class TrimCharsDialog : public QDialog
