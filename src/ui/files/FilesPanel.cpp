@@ -138,13 +138,18 @@ void FilesPanel::filter()
     const QStringList words = form_->filterField->text().split(u' ', Qt::SkipEmptyParts);
     const QStringList& files = model_->files();
     shownFiles_ = 0;
+    QItemSelection gone; // what cannot be seen is neither written nor removed
     for (qsizetype row = 0; row < files.size(); ++row) {
         const bool shown = std::all_of(words.begin(), words.end(), [&](const QString& word) {
             return files[row].contains(word, Qt::CaseInsensitive);
         });
         shownFiles_ += shown;
         if (list().isRowHidden(int(row), {}) == shown) list().setRowHidden(int(row), {}, !shown);
+        if (const QModelIndex index = model_->index(int(row), 0); !shown && list().selectionModel()->isSelected(index))
+            gone.select(index, index);
     }
+    if (!gone.isEmpty())
+        list().selectionModel()->select(gone, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
     showFacts();
 }
 
@@ -154,7 +159,8 @@ void FilesPanel::controlChanged(Control&)
     FileListView& view = list();
     view.setAcceptDrops(table_->acceptsFileDrops());
     const int scrolled = view.verticalScrollBar()->value();
-    const QSet<QString> selected = selectedFiles();
+    const QSet<FileRow> selected = selectedFiles();
+    const bool isAnother = files != model_->files();
     model_->setTable(*table_);
     model_->setFiles(files);
     selectFiles(selected);
@@ -164,6 +170,8 @@ void FilesPanel::controlChanged(Control&)
     if (const int row = std::min(std::exchange(rowToKeep_, -1), model_->rowCount() - 1); row >= 0)
         view.setCurrentIndex(model_->index(row, 0));
     tellSelection(view, *table_);
+    // Equal numbers are other files now.
+    if (isAnother) guarded("selection", [this] { table_->performAction(); });
     form_->clearButton->setEnabled(!files.isEmpty());
     measure();
     if (changed_) changed_();
@@ -206,20 +214,29 @@ void FilesPanel::showFacts()
     form_->countLabel->setToolTip(shown == text ? QString() : text);
 }
 
-QSet<QString> FilesPanel::selectedFiles() const
+FilesPanel::FileRow FilesPanel::fileAt(qsizetype row) const
 {
-    QSet<QString> files;
+    const QStringList& files = model_->files(); // sorted: equal ones stand side by side
+    qsizetype above = 0;
+    while (above < row && files[row - above - 1] == files[row])
+        ++above;
+    return {files[row], above};
+}
+
+QSet<FilesPanel::FileRow> FilesPanel::selectedFiles() const
+{
+    QSet<FileRow> files;
     for (const qsizetype row : list().selectedRowNumbers())
-        files += model_->files()[row];
+        files += fileAt(row);
     return files;
 }
 
-void FilesPanel::selectFiles(const QSet<QString>& files)
+void FilesPanel::selectFiles(const QSet<FileRow>& files)
 {
     if (files.isEmpty()) return;
     QList<qsizetype> rows;
     for (qsizetype row = 0; row < model_->files().size(); ++row) {
-        if (files.contains(model_->files()[row])) rows += row;
+        if (files.contains(fileAt(row))) rows += row;
     }
     list().selectRowNumbers(rows);
 }

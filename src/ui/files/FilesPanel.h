@@ -58,8 +58,11 @@ private:
     void removeRows(const QList<qsizetype>& rows);
     void showColumns();
     void measure();
-    QSet<QString> selectedFiles() const;
-    void selectFiles(const QSet<QString>& files);
+    /// A file, and how many rows of the same file stand above its own.
+    using FileRow = std::pair<QString, qsizetype>;
+    FileRow fileAt(qsizetype row) const;
+    QSet<FileRow> selectedFiles() const;
+    void selectFiles(const QSet<FileRow>& files);
     void showFacts();
     void filter();
     bool eventFilter(QObject* watched, QEvent* event) override;

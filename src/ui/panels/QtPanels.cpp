@@ -69,12 +69,21 @@ int ask(const QString& title, const QString& message, const std::vector<AlertBut
     return replies.value(box.clickedButton(), alertReply::otherButton);
 }
 
+/// "*.[cC][uU][eE]": not every desktop's dialog sets case aside by itself.
+QString anyCase(const QString& type)
+{
+    QString pattern = u"*."_s;
+    for (const QChar letter : type)
+        pattern += letter.isLetter() ? u"[%1%2]"_s.arg(letter.toLower()).arg(letter.toUpper()) : QString(letter);
+    return pattern;
+}
+
 QStringList filtersOf(const OpenPanelRequest& request)
 {
     if (request.fileTypes.isEmpty()) return {};
     QStringList patterns;
     for (const QString& type : request.fileTypes)
-        patterns << u"*.%1"_s.arg(type.toLower()) << u"*.%1"_s.arg(type.toUpper());
+        patterns += anyCase(type);
     return {u"Files (%1)"_s.arg(patterns.join(u' '))};
 }
 
