@@ -5,6 +5,7 @@
 #include "platform/errors/Exceptions.h"
 #include "shell/Constants.h"
 #include "shell/ZOLTController.h"
+#include "tags/TagsTab.h"
 #include "ui/GuideWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/ViewChoices.h"
@@ -29,6 +30,7 @@ MenuActions::MenuActions(Ui::MainMenu& form, ZOLTController& controller, MainWin
     wireView();
     wireQueue();
     wireHelp();
+    wireTags();
 }
 
 void MenuActions::connectTo(QAction* action, std::function<void()> work)
@@ -104,8 +106,29 @@ void MenuActions::wireHelp()
     connectTo(form_.aboutAction, [this] { window_.selectTab(int(controller_.tabView->items().size()) - 1); });
 }
 
+TagsTab* MenuActions::tagsTab() const
+{
+    return dynamic_cast<TagsTab*>(controller_.tagsTab);
+}
+
+void MenuActions::wireTags()
+{
+    connectTo(form_.loadCueSheetAction, [this] { tagsTab()->loadTagsFromCueSheet(nullptr); });
+    connectTo(form_.undoWriteAction, [this] { tagsTab()->undoWrite(nullptr); });
+    connect(form_.editMenu, &QMenu::aboutToShow, this, [this] { followTags(); });
+}
+
+void MenuActions::followTags()
+{
+    QAction* const load = form_.loadCueSheetAction;
+    const bool inFront = tagsTab() && tagsTab()->validateMenuItem(load->text().remove(u'&'));
+    load->setEnabled(inFront);
+    form_.undoWriteAction->setEnabled(inFront && tagsTab()->canUndoWrite());
+}
+
 void MenuActions::followPage()
 {
+    followTags();
     const TabPage* const page = window_.page();
     const QString command = page ? page->commandName().remove(u'&') : QString(); // its letter is the page's
     form_.commandAction->setText(command.isEmpty() ? QStringLiteral("Start") : command);

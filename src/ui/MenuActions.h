@@ -14,6 +14,7 @@ class MainMenu;
 namespace zolt {
 
 class MainWindow;
+class TagsTab;
 class ZOLTController;
 
 /// Main thread.
@@ -33,6 +34,9 @@ private:
     void wireView();
     void wireQueue();
     void wireHelp();
+    void wireTags();
+    void followTags();
+    TagsTab* tagsTab() const;
     void step(int tabs);
     void selectAll();
 

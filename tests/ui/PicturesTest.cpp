@@ -1,9 +1,13 @@
 #include "ui/Pictures.h"
 #include "engine/StatusPanelController.h"
 #include "engine/ZOLTTask.h"
+#include "platform/images/Image.h"
 #include "shell/ZOLTStringGetterPanel.h"
+#include "tags/TagFiles.h"
+#include "tags/TagsTab.h"
 #include "ui/WindowFixture.h"
 #include "ui/files/FileListView.h"
+#include "ui/files/FilesPanel.h"
 #include "ui/queue/StatusQueueView.h"
 
 #include <QDir>
@@ -91,6 +95,29 @@ TEST_P(PicturesTest, AboutTab)
     program_.selectTab(aboutTab());
     runPosted();
     picture(window(), u"about"_s);
+}
+
+TEST_P(PicturesTest, TagsTabWithSeveralFiles)
+{
+    TagFiles samples;
+    auto& tags = program_.program().tab<TagsTab>();
+    tags.setUndoFolder(pathOf(u"cache"_s));
+    program_.selectTab(aboutTab() - 1);
+    for (const QString& name : {u"d1t01 Intro.flac"_s, u"d1t02 Long Road.flac"_s, u"d1t03 Jam.flac"_s}) {
+        writeContent(pathOf(name), contentOf(samples.flac()));
+        setTagsElsewhere(pathOf(name), {u"TITLE="_s + name, u"ALBUM=Barn Hall"_s});
+        tags.addFiles({pathOf(name)});
+    }
+    runPosted();
+    window().page()->files()->list().selectRowNumbers({0});
+    runPosted();
+    picture(window(), u"tags-one"_s);
+    window().page()->files()->selectAll();
+    tags.artistText->enterText(u"The Nobodies"_s);
+    tags.albumArtImageView->replaceImage(Image::fromData(contentOf(samples.picture("png"))));
+    window().page()->pressCommand();
+    QTest::qWait(200); // the differences are marked
+    picture(window(), u"tags"_s);
 }
 
 TEST_P(PicturesTest, QueuePanel)

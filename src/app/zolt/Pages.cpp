@@ -12,6 +12,7 @@
 #include "tags/TagsTab.h"
 #include "ui/pages/AboutPage.h"
 #include "ui/pages/CommandPage.h"
+#include "ui/pages/TagsPage.h"
 #include "ui_ChecksumChoices.h"
 #include "ui_DecodeChoices.h"
 #include "ui_EncodeChoices.h"
@@ -100,18 +101,10 @@ MainWindow::PageBuilder fixPage(Program& program)
     };
 }
 
-/// The files are written on the main thread: between two of them the window is painted, but takes no input.
-void paintOnly()
-{
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-}
-
 MainWindow::PageBuilder tagsPage(Program& program)
 {
     return [&tab = program.tab<TagsTab>()](QWidget* parent) {
-        tab.setBetweenFiles(paintOnly);
-        return (new CommandPage(tab, {u"&Write Tags"_s, setUp<Ui::TagsChoices>}, parent))
-            ->withLiveLine(u"coverFacts"_s, saying(tab, &TagsTab::coverInWords));
+        return new TagsPage(tab, {u"&Write Tags"_s, setUp<Ui::TagsChoices>}, parent);
     };
 }
 

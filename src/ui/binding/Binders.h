@@ -43,7 +43,8 @@ void bindWidget(QWidget& widget, const std::shared_ptr<Slider>& model, const Cha
 void bindWidget(QWidget& widget, const std::shared_ptr<Stepper>& model, const Changed& changed);
 /// A list or tree: asks the model's data source, tells it which rows are selected and runs its action.
 void bindWidget(QWidget& widget, const std::shared_ptr<Table>& model, const Changed& changed);
-/// A label, or a field to type in; a label keeps its own text while the model has none. Texts are never markup.
+/// A label, or a field or a box to type in; a label keeps its own text while the model has none. Texts are never
+/// markup.
 void bindWidget(QWidget& widget, const std::shared_ptr<TextField>& model, const Changed& changed);
 /// A QPlainTextEdit; what is typed reaches the model.
 void bindWidget(QWidget& widget, const std::shared_ptr<TextView>& model, const Changed& changed);

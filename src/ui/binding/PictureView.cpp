@@ -9,6 +9,8 @@
 #include "ui/binding/Binders.h"
 #include "ui/binding/OutletBinding.h"
 
+#include <QBuffer>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QFile>
@@ -22,10 +24,36 @@ namespace zolt {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool removes(const QKeyEvent& event)
+{
+    return event.matches(QKeySequence::Delete) || event.key() == Qt::Key_Backspace;
+}
+
+std::shared_ptr<const Image> imageOf(const QImage& pixels)
+{
+    QBuffer png;
+    png.open(QIODevice::WriteOnly);
+    return pixels.save(&png, "PNG") ? Image::fromData(png.data()) : nullptr;
+}
+
+} // namespace
+
 PictureView::PictureView(QWidget* parent) : QWidget(parent)
 {
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
+}
+
+/// The menus have these keys too, for the list: with the keyboard here they are the picture's.
+bool PictureView::event(QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride) return QWidget::event(event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    const bool isOurs = removes(key) || key.matches(QKeySequence::Paste);
+    event->setAccepted(isOurs);
+    return isOurs || QWidget::event(event);
 }
 
 void PictureView::paintEvent(QPaintEvent*)
@@ -66,6 +94,15 @@ void PictureView::choose()
     if (chosen && !chosen->isEmpty()) take(chosen->first());
 }
 
+void PictureView::paste()
+{
+    const QMimeData* const pasted = QApplication::clipboard()->mimeData();
+    const QStringList files = pasted ? droppedPaths(*pasted) : QStringList();
+    if (files.size() == 1) return take(files.first());
+    if (const auto image = imageOf(QApplication::clipboard()->image())) return model_->replaceImage(image);
+    panels().runAlert(u"There is no picture to paste"_s, u"Copy a picture, or one picture file, first."_s, u"OK"_s);
+}
+
 void PictureView::clear()
 {
     model_->replaceImage(nullptr);
@@ -76,7 +113,9 @@ void PictureView::keyPressEvent(QKeyEvent* event)
     const bool opens = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Space;
     if (opens && event->modifiers() == Qt::NoModifier)
         guarded("choose picture", [this] { choose(); });
-    else if (event->matches(QKeySequence::Delete) || event->key() == Qt::Key_Backspace)
+    else if (event->matches(QKeySequence::Paste))
+        guarded("paste picture", [this] { paste(); });
+    else if (removes(*event))
         guarded("remove picture", [this] { clear(); });
     else
         QWidget::keyPressEvent(event);
@@ -91,6 +130,7 @@ void PictureView::contextMenuEvent(QContextMenuEvent* event)
 {
     QMenu menu(this);
     menu.addAction(u"&Choose Picture…"_s, this, [this] { guarded("choose picture", [this] { choose(); }); });
+    menu.addAction(u"&Paste Picture"_s, this, [this] { guarded("paste picture", [this] { paste(); }); });
     menu.addAction(u"&Remove Picture"_s, this, [this] { guarded("remove picture", [this] { clear(); }); })
         ->setEnabled(model_ && model_->image());
     menu.exec(event->globalPos());

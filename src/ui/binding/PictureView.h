@@ -17,13 +17,14 @@ class PictureView : public QWidget
 public:
     explicit PictureView(QWidget* parent = nullptr);
 
-    /// From now on shows the model's picture, and hands it what a person drops, chooses (Return) or takes away
+    /// From now on shows the model's picture, and hands it what a person drops, pastes, chooses (Return) or takes away
     /// (Delete).
     void setModel(const std::shared_ptr<ImageView>& model) { model_ = model; }
     QSize sizeHint() const override { return {160, 160}; }
     QSize minimumSizeHint() const override { return {80, 80}; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -34,6 +35,7 @@ protected:
 private:
     void choose();
     void take(const QString& file);
+    void paste();
     void clear();
 
     std::shared_ptr<ImageView> model_;

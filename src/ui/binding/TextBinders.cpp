@@ -39,10 +39,28 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Ch
                      [field](const QString& text) { guarded("text field", [&] { field->enterText(text); }); });
 }
 
+/// For texts that may have line ends, or be long: a line would drop them once it is typed in.
+void bindBox(QPlainTextEdit& box, const std::shared_ptr<TextField>& field, const Changed& changed)
+{
+    // Only what a person changes: the box has line ends of one kind, the field keeps the file's until then.
+    const auto showing = std::make_shared<bool>(false);
+    const auto show = [showing](QPlainTextEdit& shown, const TextField& model) {
+        if (shown.toPlainText() == model.stringValue()) return;
+        *showing = true;
+        shown.setPlainText(model.stringValue());
+        *showing = false;
+    };
+    keepShown<TextField>(box, field, show, changed);
+    QObject::connect(&box, &QPlainTextEdit::textChanged, &box, [&box, field, showing] {
+        if (!*showing) guarded("text box", [&] { field->enterText(box.toPlainText()); });
+    });
+}
+
 } // namespace
 
 void bindWidget(QWidget& widget, const std::shared_ptr<TextField>& model, const Changed& changed)
 {
+    if (auto* const box = qobject_cast<QPlainTextEdit*>(&widget)) return bindBox(*box, model, changed);
     if (auto* const label = qobject_cast<QLabel*>(&widget)) return bindLabel(*label, model, changed);
     bindLine(shownBy<QLineEdit>(widget), model, changed);
 }
