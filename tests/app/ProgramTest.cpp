@@ -3,6 +3,10 @@
 #include "engine/EngineFixture.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "shell/ZOLTController.h"
+#include "shntool/SHNtoolTab.h"
+#include "shntool/TrackNameInputController.h"
+#include "support/ScriptedPanels.h"
+#include "tags/TagsTab.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -58,4 +62,27 @@ TEST_F(ProgramEnd, ComesThoughATaskForgetsToReport)
     queue().addTask(Forgetful::make(&queue()));
     program_.finish(); // returns
     EXPECT_EQ(queue().taskCount(), 1);
+}
+
+TEST(ProgramNames, OneListOfNamesIsThatOfBothTabsWhoeverAskedForIt)
+{
+    const QTemporaryDir folder;
+    QFile sheet(folder.filePath(u"show.cue"_s));
+    ASSERT_TRUE(sheet.open(QIODevice::WriteOnly));
+    sheet.write("TRACK 01 AUDIO\nTITLE Two\n");
+    sheet.close();
+    RecordingDesktop desktop;
+    ScriptedPanels panels;
+    Program program;
+    auto& tags = program.tab<TagsTab>();
+    auto& shntool = program.tab<SHNtoolTab>();
+    TrackNameInputController& names = *program.controller().trackNameInputController();
+    names.setNames(u"One\n"_s);
+    names.inputOK(nullptr);
+    EXPECT_EQ(shntool.names, QStringList{u"One"_s});
+    EXPECT_EQ(tags.names(), QStringList{u"One"_s});
+    panels.answerOpenPanel(QStringList{sheet.fileName()});
+    tags.loadTagsFromCueSheet(nullptr);
+    EXPECT_EQ(shntool.names, QStringList{u"Two"_s});
+    EXPECT_EQ(names.namesText(), u"Two\n"_s);
 }

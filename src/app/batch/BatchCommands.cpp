@@ -6,6 +6,7 @@
 #include "app/batch/FixCommand.h"
 #include "app/batch/LossyCommand.h"
 #include "app/batch/ShntoolCommand.h"
+#include "app/batch/TagsCommand.h"
 #include "app/batch/UtilCommand.h"
 
 #include <algorithm>
@@ -23,6 +24,8 @@ std::vector<BatchCommand> allCommands()
     for (const BatchCommand& command : shntoolCommands())
         all.push_back(command);
     for (const BatchCommand& command : utilCommands())
+        all.push_back(command);
+    for (const BatchCommand& command : tagsCommands())
         all.push_back(command);
     return all;
 }

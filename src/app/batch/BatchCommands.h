@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/batch/BatchOptions.h"
+#include "engine/Run.h"
 
 #include <functional>
 
@@ -11,6 +12,14 @@ class BaseTab;
 class Program;
 
 namespace batch {
+
+/// What a command that works at once has done.
+struct Done
+{
+    QString text;             ///< to be printed
+    std::vector<RunRow> rows; ///< one for each file; all have ended
+    QStringList faults;       ///< sentences about files that failed
+};
 
 /// How a sub-command drives its tab.
 struct BatchCommand
@@ -24,6 +33,12 @@ struct BatchCommand
     std::function<QString(const BaseTab&)> note = {};
     /// The text that the command prints in place of being pressed; none for a command that is pressed.
     std::function<QString(const BaseTab&)> answer = {};
+    /// Sets what depends on the files, once they have entered. None where nothing does.
+    /// @return false if a person has thought better of it @throws UsageError
+    std::function<bool(BaseTab&, const BatchOptions&)> ready = {};
+    /// Does the work of a tab without tasks, in place of being pressed; none for a command that is pressed.
+    /// @param goesOn  asked ahead of each file
+    std::function<Done(BaseTab&, const BatchOptions&, const std::function<bool()>& goesOn)> atOnce = {};
 };
 
 const std::vector<BatchCommand>& batchCommands();

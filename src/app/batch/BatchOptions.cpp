@@ -91,7 +91,13 @@ private:
         else if (name == u"version")
             options_.action = BatchOptions::Action::Version;
         else
-            options_.options.insert(name, valueOf(syntaxOf(name), inlined));
+            take(name, valueOf(syntaxOf(name), inlined));
+    }
+
+    void take(const QString& name, const QString& value)
+    {
+        options_.options.insert(name, value);
+        options_.all[name] += value;
     }
 
     const OptionSyntax& syntaxOf(const QString& name) const

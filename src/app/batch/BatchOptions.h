@@ -36,6 +36,7 @@ struct BatchOptions
     Action action = Action::Run;
     QString command;                 ///< empty for Help and Version asked for before a sub-command
     QHash<QString, QString> options; ///< by name; a choice as its table spells it
+    QHash<QString, QStringList> all; ///< every value of each, in the order given
     QStringList files;               ///< files and folders as given
 
     bool has(const QString& option) const { return options.contains(option); }
@@ -43,6 +44,8 @@ struct BatchOptions
     {
         return options.value(option, otherwise);
     }
+    /// Every value of an option that may be given several times.
+    QStringList values(const QString& option) const { return all.value(option); }
 };
 
 /// A command line that is not understood; the text is for the user.

@@ -37,17 +37,24 @@ constexpr int millisecondsBetweenStops = 50;
 BatchOptions withAbsolutePaths(BatchOptions options)
 {
     options.files = absolutePaths(options.files);
-    for (const QString& path : {u"out"_s, u"points"_s}) {
+    for (const QString& path : {u"out"_s, u"points"_s, u"cue"_s, u"cover"_s}) {
         if (options.has(path)) options.options[path] = absolutePaths({options.value(path)}).first();
     }
     return options;
+}
+
+OptionalText fileToAnswerWith(const BatchOptions& options)
+{
+    for (const QString& option : {u"points"_s, u"cue"_s})
+        if (options.has(option)) return options.value(option);
+    return std::nullopt;
 }
 
 BatchPanels::Answers answersOf(const BatchOptions& options, int interruptDescriptor)
 {
     return {.yes = options.has(u"yes"_s),
             .terminal = ::isatty(STDIN_FILENO) == 1,
-            .file = options.has(u"points"_s) ? OptionalText(options.value(u"points"_s)) : std::nullopt,
+            .file = fileToAnswerWith(options),
             .savePath = options.has(u"out"_s) ? OptionalText(options.value(u"out"_s)) : std::nullopt,
             .interruptDescriptor = interruptDescriptor};
 }
@@ -130,9 +137,28 @@ void BatchRun::answer(const BaseTab& tab)
 void BatchRun::work(BaseTab& tab)
 {
     makeFolder(tab);
+    if (command_.ready && !command_.ready(tab, options_)) return;
     if (!mayStart(tab)) return;
+    if (command_.atOnce) return workAtOnce(tab);
     press(tab);
     waitForAll();
+}
+
+void BatchRun::workAtOnce(BaseTab& tab)
+{
+    const Done done = command_.atOnce(tab, options_, [this] {
+        takeUpSignals();
+        return signal_ == 0;
+    });
+    print(stdout, done.text);
+    for (const RunRow& row : done.rows) {
+        rowAdded(row);
+        rowEnded(row);
+        rowClosed(row);
+    }
+    for (const QString& fault : done.faults)
+        refuse(onOneLine(fault));
+    pressed_ = !done.rows.empty() || !done.text.isEmpty();
 }
 
 void BatchRun::refuse(const QString& text)

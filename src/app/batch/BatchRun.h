@@ -49,6 +49,7 @@ private:
     void leaveOut(const Outlook& outlook);
     void answer(const BaseTab& tab);
     void work(BaseTab& tab);
+    void workAtOnce(BaseTab& tab);
     void press(BaseTab& tab);
     void giveUp(const PlatformException& fault);
     void waitForAll();

@@ -1,11 +1,19 @@
 #include "app/batch/CommonOptions.h"
 
+#include "platform/files/TextFile.h"
 #include "shell/BaseTab.h"
 #include "shell/Constants.h"
 
 namespace zolt::batch {
 
 using namespace Qt::StringLiterals;
+
+QString textOfOption(const QString& path)
+{
+    const OptionalText text = readTextInThreeTries(path, UnreadableLine::PathTextAndReason);
+    if (!text) throw UsageError{unreadableTextInWords(path)};
+    return *text;
+}
 
 OptionSyntax outOption()
 {

@@ -13,6 +13,8 @@ namespace batch {
 OptionSyntax outOption();
 /// --out DIR, of a command that cannot do without
 OptionSyntax requiredOutOption();
+/// The text of a file that an option names. @throws UsageError where it cannot be read
+QString textOfOption(const QString& path);
 /// --format FORMAT, of what shntool writes
 OptionSyntax shntoolFormatOption();
 /// --delete-originals

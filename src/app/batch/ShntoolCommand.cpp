@@ -2,7 +2,6 @@
 
 #include "app/Program.h"
 #include "app/batch/CommonOptions.h"
-#include "platform/files/TextFile.h"
 #include "shell/Constants.h"
 #include "shntool/SHNtoolTab.h"
 #include "shntool/TrackNameList.h"
@@ -14,14 +13,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using C = Constants;
-
-/// The text of a file that an option names. @throws UsageError where it cannot be read
-QString textOfOption(const QString& path)
-{
-    const OptionalText text = readTextInThreeTries(path, UnreadableLine::PathTextAndReason);
-    if (!text) throw UsageError{unreadableTextInWords(path)};
-    return *text;
-}
 
 /// Takes the lines of the text, as the window for names does.
 void setNames(SHNtoolTab& tab, const QString& text)
