@@ -2,6 +2,7 @@
 // files, and prints the milliseconds a file and the ratio to one run of metaflac a file. Each number is the best of
 // three rounds; the folders are made new for each, where TMPDIR says: a memory file system takes the disk out of it.
 #include "Contenders.h"
+#include "TabRun.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -84,5 +85,6 @@ int main(int argc, char** argv)
         for (std::size_t c = 0; c < all.size(); ++c)
             keepBest(best[c], measured(all[c], sample));
     print(all, best);
+    compareTabRun(sample);
     return 0;
 }
