@@ -21,8 +21,8 @@ using C = Constants;
 struct Command
 {
     QString name;
-    QString words; ///< of the plan, around the files
-    QString about;
+    QString words;            ///< of the plan, around the files
+    QString about;            ///< with hyphens that no line breaks at
     OptionalText suffix = {}; ///< of an output's name; absent for a command that makes none of each file
     bool asksForFolder = false;
     Cautions (*inspect)(const WorkPlan&, const Stop&) = nullptr;
@@ -42,13 +42,13 @@ const std::vector<Command>& commands()
         {.name = C::TRIM,
          .words = u"%1 without the silence at their ends, to %2"_s,
          .about =
-             u"Cuts silence off the ends of each file, into one named \"...-trimmed\". You are asked for a folder. A file without such silence fails."_s,
+             u"Cuts silence off the ends of each file, into one named \"...\u2011trimmed\". You are asked for a folder. A file without such silence fails."_s,
          .suffix = u"-trimmed"_s,
          .asksForFolder = true},
         {.name = C::SPLIT,
          .words = u"%1 cut into tracks, to %2"_s,
          .about =
-             u"Cuts the first file of the list at the places of a cue sheet or of a text file with one time a line. You are asked for that file and for a folder. Pieces get the titles of a cue sheet, else they are named split-track01 and so on."_s,
+             u"Cuts the first file at the places of a cue sheet, or at the times in a text file, one a line. You are asked for that file and for a folder. Pieces get the titles of a cue sheet, else they are named split-track01 and so on."_s,
          .asksForFolder = true,
          .inspect = wantsPlaceForPieces},
         {.name = C::JOIN,
@@ -64,14 +64,14 @@ const std::vector<Command>& commands()
         {.name = C::PAD,
          .words = u"%1 padded to a CD sector, to %2"_s,
          .about =
-             u"Adds silence up to a CD sector boundary, into a file named \"...-padded\", in the format last chosen for split, join or trim. You are asked for a folder."_s,
+             u"Adds silence up to a CD sector boundary, into a file named \"...\u2011padded\", in the format last chosen for split, join or trim. You are asked for a folder."_s,
          .suffix = u"-padded"_s,
          .asksForFolder = true,
          .inspect = wantsRaggedEnd},
         {.name = C::STRIP,
          .words = u"%1 without extra chunks, to %2"_s,
          .about =
-             u"Leaves nothing but a plain header and the audio, in a file named \"...-stripped\", in the format last chosen for split, join or trim. You are asked for a folder."_s,
+             u"Leaves nothing but a plain header and the audio, in a file named \"...\u2011stripped\", in the format last chosen for split, join or trim. You are asked for a folder."_s,
          .suffix = u"-stripped"_s,
          .asksForFolder = true,
          .inspect = wantsSomethingToStrip},

@@ -2,7 +2,10 @@
 #include "engine/StatusPanelController.h"
 #include "engine/ZOLTTask.h"
 #include "platform/images/Image.h"
+#include "shell/Constants.h"
 #include "shell/ZOLTStringGetterPanel.h"
+#include "shntool/FixTab.h"
+#include "shntool/SHNtoolTab.h"
 #include "tags/TagFiles.h"
 #include "tags/TagsTab.h"
 #include "ui/WindowFixture.h"
@@ -11,6 +14,7 @@
 #include "ui/queue/StatusQueueView.h"
 
 #include <QDir>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace zolt::test {
@@ -88,6 +92,32 @@ TEST_P(PicturesTest, MainWindowWithProblems)
     QTest::qWait(200);
     window().resize(window().minimumSize());
     picture(window(), u"decode-problems"_s);
+}
+
+TEST_P(PicturesTest, ShntoolAndFixTabs)
+{
+    tool(u"shntool"_s, "exit 0\n");
+    tool(u"flac"_s, "exit 0\n");
+    const QStringList files{file(u"1977-05-08/d1t01.WAV"_s), file(u"1977-05-08/d1t02.flac"_s)};
+    const auto show = [&](BaseTab& shown, int tab, const QString& name) {
+        program_.selectTab(tab);
+        if (shown.fileNames().isEmpty()) shown.addFiles(files);
+        shown.displayRelevantOptions();
+        runPosted();
+        QTest::qWait(200);         // the quiet line has looked ahead
+        ASSERT_TRUE(runUntil([&] { // and the sentence of the command stands there
+            const auto* const sentence = window().page()->findChild<QLabel*>(u"commandSentence"_s);
+            return !sentence || sentence->text() == program_.program().tab<SHNtoolTab>().aboutCommand();
+        }));
+        picture(window(), name);
+    };
+    auto& shntool = program_.program().tab<SHNtoolTab>();
+    for (const QString& command : {Constants::LEN, Constants::SPLIT, Constants::PAD}) {
+        shntool.shntoolCommandMatrix->selectTitle(command);
+        shntool.shnLenMatrix->selectTitle(Constants::LEN_BY_DISC);
+        show(shntool, 3, u"shntool-"_s + command);
+    }
+    show(program_.program().tab<FixTab>(), 4, u"fix"_s);
 }
 
 TEST_P(PicturesTest, AboutTab)
