@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 """What shntool's commands cost in the whole program, against the bare tool.
 
-    bench/shntool/shntool.py [--build build/release] [--rounds N]
+    bench/shntool/shntool.py [--build build/release] [--rounds N] [--seconds OF_A_TRACK]
 
 Runs are interleaved: each round takes every measurement once, and the medians over the rounds are compared. The bare
 tool is the companion in the tools directory, so that both sides do the same work; the packaged one alone is a line of
-its own.
+its own. At the end stands what a piece of the tool's output costs in process.
 """
 import argparse
 import os
@@ -60,6 +60,7 @@ def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", default="build/release")
     parser.add_argument("--rounds", type=int, default=5)
+    parser.add_argument("--seconds", type=float, default=60, help="length of a track of the show")
     options = parser.parse_args()
     build = pathlib.Path(options.build).resolve()
     batch, tool = str(build / "src" / "app" / "zolt-batch"), str(build / "tools" / "shntool")
@@ -70,13 +71,14 @@ def main() -> None:
             compare(f"len over 200 {extension} files",
                     {"packaged shntool": ["/usr/bin/shntool", "len", *files], "shntool": [tool, "len", *files],
                      "zolt-batch": [batch, "shntool", "len", *files]}, options.rounds)
-        for extension, files in make_show(top / "show", 20, 60).items():
+        for extension, files in make_show(top / "show", 20, options.seconds).items():
             call = ["fix", "-P", "pct", "-O", "never", "-k", "-d", str(out), "-o", "flac", *files]
             compare(f"fix over a show of 20 {extension} tracks",
                     {"shntool": [tool, *call], "zolt-batch": [batch, "fix", "--out", str(out), *files]},
                     options.rounds, out)
     finally:
         shutil.rmtree(top)
+    subprocess.run([build / "bench" / "shntool" / "shntool_pieces_bench"], check=True)
 
 
 if __name__ == "__main__":
