@@ -136,8 +136,8 @@ void FixTask::doStartTask()
     stopTask(nullptr);
     for (const QString& file : fileNames_->copy())
         deleteSource(file);
-    letGoOfList();
     fixTab_->clearFiles();
+    letGoOfList();
 }
 
 } // namespace zolt

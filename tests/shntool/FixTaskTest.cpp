@@ -43,8 +43,8 @@ protected:
     {
         for (const QString& path : files)
             tab.addFile(path);
-        return FixTask::initFixTaskWithQueueFileNamesOutputFormatOutputPathMd5OptionFlacLevelTab(
-            &queue, tab.fileList(), format, folder_.path(), md5, 7, &tab);
+        return unqueued(FixTask::initFixTaskWithQueueFileNamesOutputFormatOutputPathMd5OptionFlacLevelTab(
+            &queue, tab.fileList(), format, folder_.path(), md5, 7, &tab));
     }
     void run(const std::shared_ptr<FixTask>& task)
     {
@@ -114,7 +114,6 @@ TEST_F(FixTaskTest, ThirdFileOfSevenIsThreeOfSeven)
     tab.addFile(u"/s/8.wav"_s);
     task->processTaskOutput(u"Fixing [/s/3.wav] (0:01.00) --> [/o/3.flac] : "_s);
     EXPECT_EQ(task->textField()->stringValue(), u"3 (3 of 8)"_s) << "what is added stands in the same list";
-    task->setResults(nullptr);
 }
 
 TEST_F(FixTaskTest, NameThatIsNotInTheSetHasNoPlace)
@@ -204,6 +203,7 @@ TEST_F(FixTaskTest, CancelLetsTheToolAndTheChainGoOnAndKeepsOriginals)
     touch(in(u"go"_s));
     task->cancelTask(nullptr);
     ASSERT_TRUE(runUntil([this] { return queue.taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    waitForDetachedThreads();
     EXPECT_EQ(report_->results(), u"begun\nended\n\n"_s) << "read to its end";
     EXPECT_TRUE(exists(in(u"a.wav"_s)));
     EXPECT_EQ(lines(u"md5sum.md5"_s).size(), 2);
@@ -238,6 +238,7 @@ TEST_F(FixTaskTest, FileAddedMeanwhileStandsInTheListsToo)
     tab.addFile(file(u"b.wav"_s));
     touch(in(u"go"_s));
     ASSERT_TRUE(runUntil([this] { return queue.taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    waitForDetachedThreads();
     EXPECT_EQ(lines(u"md5sum.md5"_s).size(), 3);
 }
 

@@ -35,7 +35,8 @@ class LenReport : public testing::Test
 protected:
     std::shared_ptr<SHNToolLenTask> made(const QString& type, const QString& text = table) const
     {
-        auto task = SHNToolLenTask::initWithQueueLaunchPathArgumentsLenType(nullptr, fakeTool(), {u"len"_s}, type);
+        auto task =
+            unqueued(SHNToolLenTask::initWithQueueLaunchPathArgumentsLenType(nullptr, fakeTool(), {u"len"_s}, type));
         task->processTaskOutput(text);
         return task;
     }

@@ -17,7 +17,7 @@ const QStringList padArguments{u"pad"_s, u"-d"_s, u"/o"_s, u"-o"_s, u"wav"_s, u"
 
 template <class Task> std::shared_ptr<Task> made(const QStringList& arguments = padArguments)
 {
-    return Task::initAsyncTaskWithQueueLaunchPathArguments(nullptr, fakeTool(), arguments);
+    return unqueued(Task::initAsyncTaskWithQueueLaunchPathArguments(nullptr, fakeTool(), arguments));
 }
 
 QString name(const ZOLTTask& task)

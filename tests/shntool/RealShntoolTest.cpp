@@ -4,6 +4,7 @@
 #include "engine/OutputWindowController.h"
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/files/Files.h"
+#include "platform/threads/DetachedThreads.h"
 #include "shntool/FixTab.h"
 #include "shntool/FixTask.h"
 #include "shntool/SHNtoolTab.h"
@@ -74,11 +75,17 @@ protected:
         EXPECT_EQ(status, 0) << file.toStdString();
         return QFile::exists(to) ? to : file;
     }
+    /// Until nothing is open, the list is empty, and no thread is left that knows the tab.
+    void settle()
+    {
+        ASSERT_TRUE(runUntil([this] { return this->queue().taskCount() == 0 && this->tab.fileNames().isEmpty(); }));
+        waitForDetachedThreads();
+    }
     void pressed(const QStringList& files)
     {
         this->tab.addFiles(files);
         this->tab.executeCommand(nullptr);
-        ASSERT_TRUE(runUntil([this] { return this->queue().taskCount() == 0 && this->tab.fileNames().isEmpty(); }));
+        settle();
     }
     QString report() { return this->queue().outputWindows().back()->textField()->string(); }
     bool failed() { return !this->queue().panelArray().empty(); }
@@ -571,7 +578,7 @@ TEST_F(RealFix, FileThatVanishesKeepsTheOtherOriginals)
     tab.executeCommand(nullptr);
     ASSERT_TRUE(QFile::remove(files[1]));
     queue().setHeld(false);
-    ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    settle();
     EXPECT_TRUE(failed());
     EXPECT_TRUE(report().contains(path::lastComponent(files[1]))) << report().toStdString();
     EXPECT_TRUE(zolt::exists(files[0]));
@@ -594,7 +601,7 @@ TEST_F(RealFix, OriginalsGoOnceTheyAreFixedAndStayIfItIsCancelled)
     EXPECT_TRUE(zolt::exists(files[0]));
     queue().setHeld(false);
     tab.executeCommand(nullptr);
-    ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    settle();
     for (const QString& file : files) {
         EXPECT_FALSE(zolt::exists(file));
         EXPECT_TRUE(zolt::exists(out() + u'/' + path::lastComponent(file)));

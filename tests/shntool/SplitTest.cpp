@@ -22,7 +22,8 @@ class SplitTask : public testing::Test
 protected:
     std::shared_ptr<SHNToolSplitTask> made(const TrackTitles& titles = {}) const
     {
-        auto task = SHNToolSplitTask::initAsyncTaskWithQueueLaunchPathArguments(nullptr, fakeTool(), {u"split"_s});
+        auto task =
+            unqueued(SHNToolSplitTask::initAsyncTaskWithQueueLaunchPathArguments(nullptr, fakeTool(), {u"split"_s}));
         task->setOutputPath(folder_.path());
         task->setTrackTitleMap(titles);
         task->setTitle(u"show.flac"_s);
