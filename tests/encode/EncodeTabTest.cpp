@@ -132,6 +132,26 @@ TEST_F(EncodeTabTest, ConfirmationComesBeforeTheFolderAndEitherLeavesEverythingA
     EXPECT_EQ(tab.fileNames().count(), 1);
 }
 
+TEST_F(EncodeTabTest, ChoicesAreReadBeforeAnythingIsAsked)
+{
+    struct ChangingPerson : ScriptedPanels
+    {
+        explicit ChangingPerson(EncodeTab& tab) : tab_(tab) {}
+        int runAlert(const QString&, const QString&, const QString&, const QString&, const QString&) override
+        {
+            tab_.outputFormatMatrix->selectTitle(u"WV"_s);
+            tab_.generateMD5Button->setState(true);
+            return 1;
+        }
+        EncodeTab& tab_;
+    } person(tab);
+    tab.deleteOriginalsButton->setState(true);
+    press(u"SHN"_s, {u"a.wav"_s});
+    const auto task = only<EncodeSHNTask>();
+    ASSERT_NE(task, nullptr);
+    EXPECT_EQ(task->results()->taskAfterSetDone(), nullptr);
+}
+
 TEST_F(EncodeTabTest, FilesOfTwoFoldersGoBesideTheirSourcesAndTheListIsEmptied)
 {
     press(u"FLAC"_s, {u"one/a.wav"_s, u"two/b.wav"_s});
