@@ -24,6 +24,7 @@ std::vector<char*> pointersTo(const std::vector<QByteArray>& texts)
 }
 
 /// Undoes what this program or its libraries changed: the mask, and the signals they ignore, such as SIGPIPE.
+/// All signals are named, as the C library asks the system about each one that is not, which takes longer.
 void resetSignals(posix_spawnattr_t& attributes)
 {
     sigset_t none, all;
