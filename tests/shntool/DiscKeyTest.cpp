@@ -29,9 +29,9 @@ TEST(DiscKey, CapitalsAreNoMarks)
 
 TEST(DiscKey, GroupsKeepTheOrderOfTheList)
 {
-    const auto discs = filesByDisc({u"/x/d2t1"_s, u"/x/d1t1"_s, u"/x/d2t2"_s});
+    const auto discs = filesByDisc({u"/x/d2t1"_s, u"/x/d1t1"_s, u"/x/d2t2"_s, u"/x/d1t2"_s});
     ASSERT_EQ(discs.size(), 2U);
     EXPECT_EQ(discs[0].key, u"2"_s);
     EXPECT_EQ(discs[0].files, QStringList({u"/x/d2t1"_s, u"/x/d2t2"_s}));
-    EXPECT_EQ(discs[1].files, QStringList({u"/x/d1t1"_s}));
+    EXPECT_EQ(discs[1].files, QStringList({u"/x/d1t1"_s, u"/x/d1t2"_s}));
 }
