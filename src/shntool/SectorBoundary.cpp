@@ -35,6 +35,7 @@ int bytesOffBoundary(const AudioFormatObject& format)
 
 QString boundariesInWords(const QStringList& files, const std::atomic<bool>& stop)
 {
+    if (files.isEmpty()) return u"A sector holds 588 frames of 44.1 kHz, 16 bits and stereo; other audio has none."_s;
     QStringList off, other, unknown;
     for (const QString& file : files) {
         if (stop) return QString();

@@ -16,8 +16,8 @@ bool isCdAudio(const AudioFormatObject& format);
 /// How many bytes of CD audio lie behind the last whole sector; 0 on a boundary.
 int bytesOffBoundary(const AudioFormatObject& format);
 
-/// Which of the files end off a boundary and by how many bytes, in sentences for a person; empty for no files. Reads
-/// every file's header. @param stop  set by another thread to end early
+/// Which of the files end off a boundary and by how many bytes, in sentences for a person; for no files, what a sector
+/// is. Reads every file's header. @param stop  set by another thread to end early
 QString boundariesInWords(const QStringList& files, const std::atomic<bool>& stop);
 
 } // namespace zolt

@@ -69,7 +69,7 @@ TEST_F(SectorBoundary, IsSaidInWords)
     EXPECT_EQ(words({off, other, in(u"y.shn"_s)}),
               u"Off a sector boundary: off.wav by 4 bytes. No CD audio, so without sectors: x.wav. "
               "Not known without the tool: y.shn."_s);
-    EXPECT_EQ(words({}), QString());
+    EXPECT_EQ(words({}), u"A sector holds 588 frames of 44.1 kHz, 16 bits and stereo; other audio has none."_s);
 }
 
 TEST_F(SectorBoundary, LongListIsCutInWords)
