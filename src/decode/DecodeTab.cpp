@@ -54,9 +54,10 @@ void DecodeTab::clearFiles()
 
 void DecodeTab::filesAdded()
 {
-    // What was there before has been looked at; the options stay shown until the list is cleared.
+    if (!flacOptionsLabel->isHidden()) return; // they stay shown until the list is cleared
+    const QStringList files = fileNames().copy();
     const auto isFlac = [](const QString& file) { return path::extension(file).toUpper() == C::FLAC; };
-    if (std::any_of(lastAdded().begin(), lastAdded().end(), isFlac)) showFLacOptions(true);
+    if (std::any_of(files.begin(), files.end(), isFlac)) showFLacOptions(true);
 }
 
 QString DecodeTab::outputFormat() const
@@ -168,10 +169,10 @@ std::shared_ptr<ZOLTTask> DecodeTab::taskFor(const QString& file, const QString&
 
 void DecodeTab::executeCommand(Sender)
 {
+    const QString format = outputFormat(); // a question may change it
     const auto command = FileCommand::start(
         *this, {.besideSources = sourceDecodeButton->state(), .deletes = deleteOriginalsButton->state()});
     if (!command) return;
-    const QString format = outputFormat();
     for (const QString& file : command->files()) // a file that nothing here decodes is skipped without a word
         command->queue(taskFor(file, command->folderFor(file), format));
     clearFiles();

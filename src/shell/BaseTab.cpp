@@ -11,6 +11,7 @@
 #include "shell/ZOLTController.h"
 
 #include <QEventLoop>
+#include <QScopeGuard>
 
 namespace zolt {
 
@@ -42,21 +43,10 @@ void BaseTab::list(const QStringList& paths)
     tableView->reloadData();
 }
 
-void BaseTab::announce(const QStringList& added)
-{
-    lastAdded_ = added;
-    filesAdded();
-}
-
-void BaseTab::add(const QStringList& paths)
-{
-    list(paths);
-    announce(paths);
-}
-
 void BaseTab::addFile(const QString& path)
 {
-    add({path});
+    list({path});
+    filesAdded();
 }
 
 void BaseTab::addButtonClick(Sender)
@@ -80,6 +70,14 @@ void BaseTab::clearButtonClick(Sender)
 void BaseTab::clearFiles()
 {
     fileNames_->clear();
+    tableView->reloadData();
+}
+
+void BaseTab::clearFiles(const std::shared_ptr<FileList>& list)
+{
+    const QStringList files = list->copy();
+    list->clear();
+    if (const auto shown = fileList(); shown != list) shown->remove(files);
     tableView->reloadData();
 }
 
@@ -140,13 +138,16 @@ bool BaseTab::goesBeside(const QStringList& paths) const
 void BaseTab::bringIn(const QStringList& paths, const Acceptance& accepts, bool tells)
 {
     const auto ended = [this, tells](const Intake& all) {
-        announce(all.files);
+        tableView->reloadData(); // whether files come in has changed, if nothing else
+        filesAdded();
         if (tells) tellRefused(all.refused);
     };
     const std::atomic<bool> stop = false;
-    if (goesBeside(paths))
-        return intake_.start(
+    if (goesBeside(paths)) {
+        intake_.start(
             paths, accepts, [this](const auto& files) { list(files); }, ended);
+        return tableView->reloadData();
+    }
     const Intake all = takeIn(
         paths, accepts, [](const QString&) {}, stop);
     list(all.files);
@@ -221,22 +222,49 @@ void BaseTab::removeRows(const QList<qsizetype>& rows)
 
 void BaseTab::executeCommandWithout(const QList<qsizetype>& rows)
 {
-    QStringList kept;
-    for (const qsizetype row : rows)
-        kept += fileNames_->at(row);
-    removeRows(rows);
-    const int open = taskQueue() ? taskQueue()->taskCount() : 0;
-    if (!fileNames_->isEmpty()) executeCommand(nullptr);
-    comingBack_ += kept;
-    // A task that was started on the list itself, not on a copy, is not to meet them there.
-    const bool inUse = !fileNames_->isEmpty() && taskQueue() && taskQueue()->taskCount() > open;
-    if (!inUse) bringBack();
+    if (isTakingIn()) return; // not all that was meant is there
+    if (rows.isEmpty()) return executeCommand(nullptr);
+    const auto rest = std::make_shared<FileList>(fileNames_->copy());
+    rest->removeAt(rows);
+    if (!rest->isEmpty()) executeCommandOn(rest);
 }
 
-void BaseTab::bringBack()
+/// A task that is started on the list itself gets `rest` with that, which the rows left out never enter.
+void BaseTab::executeCommandOn(const std::shared_ptr<FileList>& rest)
 {
-    const QStringList files = std::exchange(comingBack_, {});
-    if (!files.isEmpty()) add(files);
+    const QStringList given = rest->copy();
+    const auto whole = exchangeList(rest);
+    bool took = false;
+    {
+        const auto back = qScopeGuard([&] { took = takeBack(whole, given); }); // also where the command throws
+        executeCommand(nullptr);
+    }
+    if (took) filesAdded(); // what the tab shows now is for the files that are left
+}
+
+std::shared_ptr<FileList> BaseTab::exchangeList(const std::shared_ptr<FileList>& list)
+{
+    const std::lock_guard guard(listMutex_);
+    tableView->reloadData();
+    return std::exchange(fileNames_, list);
+}
+
+/// @param given  what the command's list held at first. @return whether the command has taken anything
+bool BaseTab::takeBack(const std::shared_ptr<FileList>& whole, const QStringList& given)
+{
+    const QStringList left = exchangeList(whole)->copy();
+    FileList taken(given), added(left);
+    taken.remove(left);
+    added.remove(given);
+    whole->remove(taken.copy());
+    whole->addSorted(added.copy());
+    return !taken.isEmpty();
+}
+
+std::shared_ptr<FileList> BaseTab::fileList() const
+{
+    const std::lock_guard guard(listMutex_);
+    return fileNames_;
 }
 
 ZOLTTaskQueue* BaseTab::taskQueue() const

@@ -13,6 +13,7 @@
 #include <QSet>
 
 #include <memory>
+#include <mutex>
 
 namespace zolt {
 
@@ -35,15 +36,18 @@ public:
     virtual void awakeFromNib();
     /// Appends with no validation, sorts, reloads.
     void addFile(const QString& path);
-    /// Hook after each addition; `lastAdded` holds what came in with it.
+    /// Hook after each addition, once the list is whole.
     virtual void filesAdded() {}
     /// Asks for files and adds them.
     void addButtonClick(Sender sender);
     void clearButtonClick(Sender sender);
     /// Hook after rows were taken out. @param rows  their numbers before that
     virtual void rowsRemoved(const QList<qsizetype>& rows) { Q_UNUSED(rows); }
-    /// Empties the list.
+    /// Empties the list. Main thread.
     virtual void clearFiles();
+    /// What a task that works on the list itself does at its end: empties the list that it was given, whose files leave
+    /// the tab with that; files that its command left out stay. Any thread.
+    void clearFiles(const std::shared_ptr<FileList>& list);
     /// The action of option controls.
     void changeDisplayOptions(Sender sender);
     /// Hook: shows or hides option controls by the current choices. Called when the tab is selected.
@@ -66,7 +70,7 @@ public:
     /// Adds paths as a person gives them: directories whole, other files if the tab takes them. Refused ones are told
     /// in one alert.
     /// Where the controller has folders walked in the background, and something takes longer, this returns at once: the
-    /// rows come in by and by, and the hook and the alert behind the last.
+    /// rows come in by and by, and the hook and the alert behind the last. No command is begun until then.
     void addFiles(const QStringList& paths);
     /// As addFiles for files from outside, which another rule sorts out without a word.
     /// @param accepts  called on any thread
@@ -92,19 +96,19 @@ public:
 
     /// Takes the rows out of the list.
     void removeRows(const QList<qsizetype>& rows);
-    /// Presses the command on all rows but these, which stay in the list; where its task works on the list itself they
-    /// come back with bringBack(). Nothing is pressed where no other is left.
+    /// Presses the command on all rows but these, which stay in the tab whatever the command does: it gets a list of
+    /// its own without them, and what it takes out of that leaves the tab. Nothing is pressed where no other is left,
+    /// and while files still come in.
     virtual void executeCommandWithout(const QList<qsizetype>& rows);
-    /// Adds the rows that are still to come back. Called once the list is empty.
-    void bringBack();
     /// The names of the tools that the command would run on the present list, for the look-up before it is pressed.
     QStringList toolsNeeded() const { return workPlan().tools; }
 
     /// The program's queue; none without a controller.
     ZOLTTaskQueue* taskQueue() const;
     const FileList& fileNames() const { return *fileNames_; }
-    /// The list object itself, for tasks that read it later.
-    const std::shared_ptr<FileList>& fileList() const { return fileNames_; }
+    /// The list object itself, for tasks that read it later: one for the tab's life, but for a command that leaves rows
+    /// out. Any thread.
+    std::shared_ptr<FileList> fileList() const;
     const QString& pathToCommandLineTools() const { return pathToCommandLineTools_; }
 
     // Outlets.
@@ -119,20 +123,18 @@ public:
 protected:
     BaseTab();
     QString label() const;
-    /// What the last addition brought.
-    const QStringList& lastAdded() const { return lastAdded_; }
 
 private:
-    void add(const QStringList& paths);
     void list(const QStringList& paths);
-    void announce(const QStringList& added);
     void tellRefused(const QSet<QString>& extensions) const;
     bool goesBeside(const QStringList& paths) const;
     void bringIn(const QStringList& paths, const Acceptance& accepts, bool tells);
+    void executeCommandOn(const std::shared_ptr<FileList>& rest);
+    std::shared_ptr<FileList> exchangeList(const std::shared_ptr<FileList>& list);
+    bool takeBack(const std::shared_ptr<FileList>& whole, const QStringList& given);
 
+    mutable std::mutex listMutex_; ///< over which list it is, which the main thread alone changes
     std::shared_ptr<FileList> fileNames_ = std::make_shared<FileList>();
-    QStringList lastAdded_;
-    QStringList comingBack_; ///< kept out of a command whose task works on the list itself
     OptionalText destination_;
     FileIntake intake_;
     QString pathToCommandLineTools_;

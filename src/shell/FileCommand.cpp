@@ -36,7 +36,7 @@ FileCommand::FileCommand(const BaseTab& tab, const Choices& choices, QString fol
 
 std::optional<FileCommand> FileCommand::start(const BaseTab& tab, const Choices& choices)
 {
-    if (tab.fileNames().isEmpty()) return std::nullopt;
+    if (tab.fileNames().isEmpty() || tab.isTakingIn()) return std::nullopt;
     if (choices.deletes && !confirmDeletion()) return std::nullopt;
     if (choices.besideSources) return FileCommand(tab, choices, QString());
     const OptionalText folder = tab.chooseOutputFolder();

@@ -23,8 +23,9 @@ public:
         bool deletes = false;       ///< the sources go after success, which is confirmed first
     };
 
-    /// Asks, in this order: nothing with an empty list, whether the originals are really to be deleted, which folder
-    /// to write to. @return nothing where the command is not to go on; the list then stays as it is
+    /// Asks, in this order: nothing with an empty list or while files come in, whether the originals are really to be
+    /// deleted, which folder to write to. @return nothing where the command is not to go on; the list then stays as it
+    /// is
     static std::optional<FileCommand> start(const BaseTab& tab, const Choices& choices);
 
     /// A copy of the list, in its order.

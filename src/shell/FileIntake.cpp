@@ -97,12 +97,18 @@ void FileIntake::start(const QStringList& paths, const Acceptance& accepts,
     const auto run = std::make_shared<Run>();
     run->some = some;
     run->ended = ended;
-    runs_.push_back(run);
-    detachThread([this, run, paths, accepts] {
-        // Not an end on the way out of a fault alone: who stops this waits for it.
-        const std::shared_ptr<void> atEnd(nullptr, [run](void*) { run->end(); });
-        run->walk(paths, accepts, run, [this, run] { forget(run.get()); });
+    const auto forgets = [this, run] { forget(run.get()); };
+    detachThread([run, paths, accepts, forgets] {
+        // Also on the way out of a fault: who stops this waits for it, and nothing comes in any more.
+        const std::shared_ptr<void> atEnd(nullptr, [run, forgets](void*) {
+            postToMain([run, forgets] {
+                if (!run->stopped) forgets();
+            });
+            run->end();
+        });
+        run->walk(paths, accepts, run, forgets);
     });
+    runs_.push_back(run); // last: there is none where no thread was to be had
 }
 
 void FileIntake::forget(const Run* run)

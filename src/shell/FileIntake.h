@@ -43,6 +43,7 @@ public:
     /// second.
     /// @param some   further files, on the main thread
     /// @param ended  all of it, on the main thread, behind the last of `some`; not called after stop()
+    /// @throws PlatformException if the system gives no thread
     void start(const QStringList& paths, const Acceptance& accepts,
                const std::function<void(const QStringList& files)>& some,
                const std::function<void(const Intake& all)>& ended);

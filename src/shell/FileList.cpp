@@ -2,6 +2,8 @@
 
 #include "platform/text/Text.h"
 
+#include <QHash>
+
 namespace zolt {
 
 QStringList FileList::copy() const
@@ -46,6 +48,18 @@ void FileList::removeAt(const QList<qsizetype>& indexes)
         if (!std::binary_search(sorted.begin(), sorted.end(), index)) kept.append(paths_[index]);
     }
     paths_ = kept;
+}
+
+void FileList::remove(const QStringList& paths)
+{
+    QHash<QString, qsizetype> count;
+    for (const QString& path : paths)
+        ++count[path];
+    const std::lock_guard guard(mutex_);
+    paths_.removeIf([&count](const QString& path) {
+        const auto found = count.find(path);
+        return found != count.end() && (*found)-- > 0;
+    });
 }
 
 void FileList::clear()

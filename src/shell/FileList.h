@@ -8,8 +8,8 @@
 
 namespace zolt {
 
-/// One object for the life of a tab, emptied in place and handed to tasks by reference: who must have a copy takes it,
-/// and when it takes it is part of the behaviour. Any thread.
+/// Changed in place and handed to tasks by reference: who must have a copy takes it, and when it takes it is part of
+/// the behaviour. Any thread.
 class FileList
 {
 public:
@@ -27,6 +27,8 @@ public:
     /// Appends the paths and sorts the whole list, literally and case-sensitively; the same path may stand twice.
     void addSorted(const QStringList& paths);
     void removeAt(const QList<qsizetype>& indexes);
+    /// Takes out one entry for each of these paths, as far as they are there.
+    void remove(const QStringList& paths);
     void clear();
 
 private:

@@ -49,8 +49,8 @@ OutlookProblems checkPassedOver(const OutlookSubject& subject)
     QStringList sorted = kinds.values();
     sorted.sort();
     return one(Kind::PassedOver,
-               u"%1 will be passed over and stay in the list: this command is not for %2"_s.arg(
-                   counted(plan.passedOver.size(), u"file"_s), enumerated(sorted)),
+               u"%1 will be passed over: this command is not for %2"_s.arg(counted(plan.passedOver.size(), u"file"_s),
+                                                                           enumerated(sorted)),
                plan.passedOver);
 }
 

@@ -151,12 +151,15 @@ void ZOLTController::windowWillClose()
 
 void ZOLTController::applicationWillTerminate()
 {
+    intake_.stop();
+    for (BaseTab* const tab : std::as_const(tabMap_))
+        if (tab) tab->stopTakingIn();
     taskQueue_->killAllTasks();
 }
 
 void ZOLTController::selectTab(Sender sender)
 {
-    if (sender) tabView->selectTabViewItemAtIndex(sender->tag());
+    tabView->selectTabViewItemAtIndex(sender ? sender->tag() : 0);
 }
 
 std::shared_ptr<TabViewItem> ZOLTController::selectedTabViewItem() const

@@ -136,8 +136,8 @@ void FixTask::doStartTask()
     stopTask(nullptr);
     for (const QString& file : fileNames_->copy())
         deleteSource(file);
-    fixTab_->clearFiles();
-    letGoOfList();
+    fixTab_->clearFiles(fileNames_);
+    letGoOfList(); // last: from now on another may be queued
 }
 
 } // namespace zolt

@@ -22,7 +22,7 @@ public:
 
     /// @param fileNames     the tab's own list object; the set is what it holds once the task runs
     /// @param outputFormat  what shntool calls it, in lower case
-    /// @param tab           its list is emptied at the end; outlives the task
+    /// @param tab           the files of its list leave it at the end; outlives the task
     static std::shared_ptr<FixTask> initFixTaskWithQueueFileNamesOutputFormatOutputPathMd5OptionFlacLevelTab(
         ZOLTTaskQueue* queue, const std::shared_ptr<FileList>& fileNames, const QString& outputFormat,
         const QString& outputPath, const QString& md5Option, int flacLevel, BaseTab* tab);

@@ -41,13 +41,13 @@ void LatestJob::start(Work work)
 void LatestJob::run(const std::shared_ptr<State>& state, Work work)
 {
     const auto stop = std::make_shared<std::atomic<bool>>(false);
-    state->running = stop;
     detachThread([state, stop, job = std::move(work)]() mutable {
         Delivery delivery;
         guarded("background look-up", [&] { delivery = job(*stop); });
         job = nullptr;
         postToMain([state = std::move(state), stop, delivery = std::move(delivery)] { ended(state, *stop, delivery); });
     });
+    state->running = stop; // last: nothing runs where no thread was to be had
 }
 
 void LatestJob::ended(const std::shared_ptr<State>& state, const std::atomic<bool>& stop, const Delivery& delivery)

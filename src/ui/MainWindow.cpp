@@ -80,6 +80,8 @@ void MainWindow::controlChanged(Control&)
 void MainWindow::setEnding(bool ending)
 {
     ending_ = ending;
+    for (int index = 0; ending && index < form_->tabView->count(); ++index)
+        static_cast<TabPage*>(form_->tabView->widget(index))->stopLookingUp();
     keepPlace(*this, placeName); // on every way out
 }
 

@@ -1,4 +1,7 @@
 #include "BatchTesting.h"
+#include "app/batch/BatchCommands.h"
+#include "app/batch/BatchRun.h"
+#include "support/EndlessFolders.h"
 #include "support/SampleFlac.h"
 
 #include <QFile>
@@ -60,7 +63,57 @@ protected:
     QString jobs() const override { return u"2"_s; }
 };
 
+/// A program that looks for files where the search never ends; one is there at once.
+class BatchWalk : public BatchTest
+{
+protected:
+    void SetUp() override
+    {
+        makeFlac(in(u"1.flac"_s));
+        process_ = start({u"decode"_s, in(u"1.flac"_s), folders_.path(), u"--out"_s, in(u"out"_s)});
+        waitUntil([this] { return handlesSignals(); });
+    }
+    bool handlesSignals() const
+    {
+        const QByteArray facts = contents(u"/proc/%1/status"_s.arg(process_->processId()));
+        const auto caught = facts.mid(facts.indexOf("SigCgt:") + 7).trimmed().left(16).toULongLong(nullptr, 16);
+        return caught & (1ULL << (SIGHUP - 1));
+    }
+    /// @return the exit status
+    int endWith(int signal)
+    {
+        ::kill(pid_t(process_->processId()), signal);
+        const auto outcome = finish(*process_);
+        EXPECT_TRUE(outcome.rows.isEmpty()) << "nothing is pressed on a part of the files";
+        EXPECT_FALSE(QFile::exists(in(u"out"_s)));
+        return outcome.status;
+    }
+
+    const EndlessFolders folders_;
+    std::unique_ptr<QProcess> process_;
+};
+
 } // namespace
+
+TEST_F(BatchTest, ASignalThatComesAheadOfTheCommandKeepsItFromBeingPressed)
+{
+    using namespace zolt::batch;
+    makeFlac(in(u"1.flac"_s));
+    BatchRun run(parseOptions({u"decode"_s, in(u"1.flac"_s)}, batchSyntax()));
+    ASSERT_EQ(::raise(SIGINT), 0); // nobody looks at it before the files are in
+    EXPECT_EQ(run.run(), 130);
+    EXPECT_FALSE(QFile::exists(in(u"1.wav"_s)));
+}
+
+TEST_F(BatchWalk, CtrlCEndsTheSearchForFiles)
+{
+    EXPECT_EQ(endWith(SIGINT), 130);
+}
+
+TEST_F(BatchWalk, TerminatingEndsTheSearchForFiles)
+{
+    EXPECT_EQ(endWith(SIGTERM), 128 + SIGTERM);
+}
 
 TEST_F(BatchInterrupt, CtrlCCancelsAndLetsTheRunningToolEnd)
 {

@@ -1,10 +1,14 @@
 #include "app/Program.h"
 
+#include "decode/DecodeTab.h"
 #include "engine/EngineFixture.h"
 #include "engine/ZOLTTaskQueue.h"
+#include "platform/threads/DetachedThreads.h"
+#include "shell/Constants.h"
 #include "shell/ZOLTController.h"
 #include "shntool/SHNtoolTab.h"
 #include "shntool/TrackNameInputController.h"
+#include "support/EndlessFolders.h"
 #include "support/ScriptedPanels.h"
 #include "tags/TagsTab.h"
 
@@ -62,6 +66,20 @@ TEST_F(ProgramEnd, ComesThoughATaskForgetsToReport)
     queue().addTask(Forgetful::make(&queue()));
     program_.finish(); // returns
     EXPECT_EQ(queue().taskCount(), 1);
+}
+
+TEST_F(ProgramEnd, GivesUpFilesThatStillComeIn)
+{
+    const EndlessFolders folders;
+    program_.controller().setWalksInBackground(true);
+    auto& tab = program_.tab<DecodeTab>();
+    tab.addFiles({folders.path()});
+    program_.controller().tabView->selectTabViewItemWithLabel(Constants::ABOUT);
+    program_.controller().addFiles({folders.path()});
+    EXPECT_TRUE(tab.isTakingIn());
+    EXPECT_EQ(detachedThreadCount(), 2);
+    program_.finish(); // returns
+    EXPECT_FALSE(tab.isTakingIn());
 }
 
 TEST(ProgramNames, OneListOfNamesIsThatOfBothTabsWhoeverAskedForIt)

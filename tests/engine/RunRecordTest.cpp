@@ -5,6 +5,7 @@
 #include "platform/threads/MainQueue.h"
 #include "support/EventLoop.h"
 #include "support/LogCapture.h"
+#include "support/NoMoreThreads.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -51,29 +52,6 @@ public:
     void rowReported(const RunRow& row) override { told += u"reported "_s + row.title; }
     void runEnded(const Run& run) override { told += u"ended: "_s + inWords(run); }
     QStringList told;
-};
-
-/// Until it gives them, no thread can be started: each would need a stack larger than all addresses.
-class NoMoreThreads
-{
-public:
-    NoMoreThreads()
-    {
-        ::pthread_getattr_default_np(&attributes_);
-        ::pthread_attr_getstacksize(&attributes_, &usual_);
-        setStackSize(std::size_t(1) << 48);
-    }
-    ~NoMoreThreads() { give(); }
-    void give() { setStackSize(usual_); }
-
-private:
-    void setStackSize(std::size_t bytes)
-    {
-        ::pthread_attr_setstacksize(&attributes_, bytes);
-        ::pthread_setattr_default_np(&attributes_);
-    }
-    pthread_attr_t attributes_;
-    std::size_t usual_ = 0;
 };
 
 class RunRecordTest : public EngineTest

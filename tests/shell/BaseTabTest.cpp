@@ -26,6 +26,20 @@ public:
     int asked = 0;
 };
 
+/// Its command keeps the list itself, as a task does that works on it later.
+class HoldingTab : public BaseTab
+{
+public:
+    explicit HoldingTab(ZOLTController& controller) { controller.addTab(*this, Constants::FIX_SBE); }
+    void executeCommand(Sender) override
+    {
+        if (question) question();
+        held = fileList();
+    }
+    std::function<void()> question;
+    std::shared_ptr<FileList> held;
+};
+
 } // namespace
 
 TEST_F(BaseTabs, GoodFilesOfAMixAreListedSortedAndTheRestIsTold)
@@ -95,6 +109,18 @@ TEST_F(BaseTabs, SystemFileIsSkippedInAFolderAndTakenByItself)
     panels_.answerAlert(1); // judged like any file: it has no extension, and the tags tab takes none without
     tags.addFiles({folder() + u"/show/.DS_Store"_s});
     EXPECT_TRUE(tags.fileNames().isEmpty());
+}
+
+TEST_F(BaseTabs, FilesOfAFolderAreJudgedFirstAndThenSortedFromWhatFileManagersLeave)
+{
+    const QString one = file(u"show/d1/a.flac"_s);
+    file(u"show/notes.txt"_s);
+    file(u"show/.DS_Store"_s);
+    file(u"show/d1/.TOC.plist"_s);
+    QSet<QString> refused;
+    EXPECT_EQ(decode.getFilesFileManagerBadExtensions(folder(), refused), QStringList{one});
+    EXPECT_EQ(refused, QSet<QString>({u"txt"_s, u"plist"_s}));
+    EXPECT_EQ(decode.getFilesFileManagerBadExtensions(u"/gone/b.FLAC"_s, refused), QStringList{u"/gone/b.FLAC"_s});
 }
 
 TEST_F(BaseTabs, FolderThatLinksToItselfIsWalkedOnce)
@@ -218,6 +244,63 @@ TEST_F(BaseTabs, RowsThatAreLeftOutStayInTheList)
     decode.executeCommandWithout({0});
     EXPECT_TRUE(decode.pressed.isEmpty());
     EXPECT_EQ(decode.fileNames().copy(), QStringList{u"/b.flac"_s});
+}
+
+TEST_F(BaseTabs, RowsThatAreLeftOutNeverEnterTheListThatATaskHolds)
+{
+    HoldingTab tab(controller);
+    tab.addFiles({u"/a.flac"_s, u"/b.flac"_s, u"/c.flac"_s});
+    tab.executeCommandWithout({1});
+    const QStringList given{u"/a.flac"_s, u"/c.flac"_s};
+    EXPECT_EQ(tab.held->copy(), given);
+    EXPECT_EQ(tab.fileNames().count(), 3) << "the list stays, as without rows left out";
+    tab.clearButtonClick(nullptr);
+    tab.addFiles({u"/d.flac"_s});
+    EXPECT_EQ(tab.held->copy(), given);
+    tab.executeCommandWithout({});
+    EXPECT_EQ(tab.held, tab.fileList());
+}
+
+TEST_F(BaseTabs, WhatATaskHasDoneWithLeavesTheTabAndTheRestStays)
+{
+    HoldingTab tab(controller);
+    tab.addFiles({u"/a.flac"_s, u"/b.flac"_s, u"/c.flac"_s});
+    tab.executeCommandWithout({1});
+    tab.addFiles({u"/d.flac"_s});
+    tab.BaseTab::clearFiles(tab.held);
+    EXPECT_TRUE(tab.held->isEmpty());
+    EXPECT_EQ(tab.fileNames().copy(), QStringList({u"/b.flac"_s, u"/d.flac"_s}));
+    tab.executeCommandWithout({});
+    tab.BaseTab::clearFiles(tab.held);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+}
+
+TEST_F(BaseTabs, FilesThatComeInDuringTheCommandsQuestionStay)
+{
+    HoldingTab tab(controller);
+    tab.addFiles({u"/a.flac"_s, u"/b.flac"_s});
+    tab.question = [&tab] { tab.addFiles({u"/c.flac"_s}); };
+    tab.executeCommandWithout({0});
+    EXPECT_EQ(tab.fileNames().copy(), QStringList({u"/a.flac"_s, u"/b.flac"_s, u"/c.flac"_s}));
+}
+
+TEST_F(BaseTabs, ACommandThatBreaksLosesNoRow)
+{
+    HoldingTab tab(controller);
+    tab.addFiles({u"/a.flac"_s, u"/b.flac"_s});
+    const auto list = tab.fileList();
+    tab.question = [] { throw AssertionException(u"No room."_s); };
+    EXPECT_THROW(tab.executeCommandWithout({0}), AssertionException);
+    EXPECT_EQ(tab.fileList(), list);
+    EXPECT_EQ(tab.fileNames().count(), 2);
+}
+
+TEST_F(BaseTabs, OptionsFollowWhatWasLeftOut)
+{
+    decode.addFiles({u"/a.flac"_s, u"/b.flac"_s});
+    const int before = decode.additions;
+    decode.executeCommandWithout({1});
+    EXPECT_EQ(decode.additions, before + 1);
 }
 
 TEST_F(BaseTabs, OneListObjectIsEmptiedInPlace)

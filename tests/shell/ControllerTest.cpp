@@ -23,6 +23,23 @@ TEST_F(Controller, AboutTabShowsNameVersionAndBuild)
     EXPECT_EQ(controller.buildTextField->stringValue(), u"(Build 1)"_s);
 }
 
+TEST_F(Controller, TheTabInFrontIsToldAtTheEndOfLaunching)
+{
+    EXPECT_EQ(decode.displays, 1);
+    EXPECT_EQ(encode.displays, 0);
+}
+
+TEST_F(Controller, FilesOfAFolderComeWithoutWhatFileManagersLeave)
+{
+    const QString one = file(u"show/d1/a.flac"_s), two = file(u"show/notes.txt"_s);
+    file(u"show/.DS_Store"_s);
+    file(u"show/d1/.TOC.plist"_s);
+    QStringList files = controller.getFilesFileManager(folder() + u"/show"_s);
+    files.sort();
+    EXPECT_EQ(files, QStringList({one, two}));
+    EXPECT_EQ(controller.getFilesFileManager(u"/gone/a.flac"_s), QStringList{u"/gone/a.flac"_s});
+}
+
 TEST_F(Controller, FolderFromOutsideIsFilteredWithNoAlert)
 {
     file(u"show/a.flac"_s);
@@ -140,7 +157,7 @@ TEST_F(Controller, SelectionByTagShowsTheTabsOptions)
     EXPECT_EQ(selected(), encodeIndex);
     EXPECT_EQ(encode.displays, before + 1);
     controller.selectTab(nullptr);
-    EXPECT_EQ(selected(), encodeIndex);
+    EXPECT_EQ(selected(), 0) << "nobody has the tag 0";
 }
 
 TEST_F(Controller, FilesBeforeTheEndOfLaunchingGoToNobody)

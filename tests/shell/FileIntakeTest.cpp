@@ -1,9 +1,12 @@
 #include "ShellFixture.h"
 
+#include "platform/errors/Exceptions.h"
 #include "platform/threads/DetachedThreads.h"
+#include "shell/FileCommand.h"
 #include "support/EventLoop.h"
-
-#include <condition_variable>
+#include "support/Gate.h"
+#include "support/LogCapture.h"
+#include "support/NoMoreThreads.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -26,30 +29,6 @@ protected:
         file(u"show/.DS_Store"_s);
         return folder() + u"/show"_s;
     }
-};
-
-/// Holds a walk at its second file until it is let go.
-class Gate
-{
-public:
-    bool pass(const QString&)
-    {
-        std::unique_lock lock(mutex_);
-        if (++seen_ > 1) opened_.wait(lock, [this] { return open_; });
-        return true;
-    }
-    void open()
-    {
-        const std::lock_guard guard(mutex_);
-        open_ = true;
-        opened_.notify_all();
-    }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable opened_;
-    int seen_ = 0;
-    bool open_ = false;
 };
 
 } // namespace
@@ -100,6 +79,52 @@ TEST_F(Intakes, TheFirstRowIsThereWhileTheWalkGoesOn)
     gate.open();
     decode.waitForFiles();
     EXPECT_EQ(decode.fileNames().count(), 3);
+}
+
+TEST_F(Intakes, NoCommandIsBegunUntilAllIsThere)
+{
+    Gate gate;
+    decode.addFilesAccepted({show(3)}, [&](const QString& file) { return gate.pass(file); });
+    EXPECT_TRUE(runUntil([&] { return decode.fileNames().count() == 1; }));
+    decode.executeCommandWithout({});
+    EXPECT_TRUE(decode.pressed.isEmpty());
+    EXPECT_FALSE(FileCommand::start(decode, {.besideSources = true}));
+    gate.open();
+    decode.waitForFiles();
+    EXPECT_TRUE(FileCommand::start(decode, {.besideSources = true}));
+    decode.executeCommandWithout({});
+    EXPECT_EQ(decode.pressed.size(), 3);
+}
+
+TEST_F(Intakes, TheTableIsToldThatFilesComeInAndThatTheyAreThere)
+{
+    Gate gate;
+    const unsigned before = decode.tableView->reloads();
+    decode.addFilesAccepted({show(0)}, [&](const QString& file) { return gate.pass(file); });
+    EXPECT_EQ(decode.tableView->reloads(), before + 1);
+    gate.open();
+    decode.waitForFiles();
+    EXPECT_GT(decode.tableView->reloads(), before + 1);
+}
+
+TEST_F(Intakes, WhereNoThreadIsToBeHadNothingComesInAndTheTabGoesOn)
+{
+    const QString path = show(3);
+    NoMoreThreads none;
+    EXPECT_THROW(decode.addFiles({path}), PlatformException);
+    EXPECT_FALSE(decode.isTakingIn());
+    none.give();
+    decode.addFilesAccepted({path}, [](const QString&) { return true; });
+    decode.waitForFiles();
+    EXPECT_EQ(decode.fileNames().count(), 3);
+}
+
+TEST_F(Intakes, AWalkThatBreaksComesToItsEnd)
+{
+    const LogCapture log;
+    decode.addFilesAccepted({show(3)}, [](const QString&) -> bool { throw std::bad_alloc(); });
+    decode.waitForFiles(); // returns
+    EXPECT_TRUE(decode.fileNames().isEmpty());
 }
 
 TEST_F(Intakes, ClearingGivesUpWhatIsStillOnItsWay)

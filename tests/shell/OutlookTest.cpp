@@ -130,8 +130,8 @@ TEST_F(OutlookTest, NamesFilesThatTheCommandPassesOver)
     plan.items.resize(1);
     plan.passedOver = {1, 2};
     const auto outlook = outlookOf(plan, disk, stop);
-    EXPECT_THAT(outlook.sentences(), ElementsAre(u"2 files will be passed over and stay in the list: this command is "
-                                                 "not for XYZ and files without an extension"_s));
+    EXPECT_THAT(outlook.sentences(), ElementsAre(u"2 files will be passed over: this command is not for "
+                                                 "XYZ and files without an extension"_s));
     EXPECT_THAT(rowsOf(outlook, Kind::PassedOver), ElementsAre(1, 2));
 }
 

@@ -153,6 +153,19 @@ TEST_F(UtilFiles, APathTooLongIsCutAndMakesNoFile)
     EXPECT_TRUE(directoryListing(deep).isEmpty());
 }
 
+TEST_F(UtilFiles, ThePathMayBeAThousandAndTwentyThreeBytesLongAndNoMore)
+{
+    const qsizetype nameLength = Util::generateTempFileName2Extension(u"/d"_s, u"wav"_s).size() - 2;
+    QString deep = directory_.path();
+    while (deep.size() < 900)
+        deep += u"/a-directory"_s;
+    deep += u'/' + QString(1023 - nameLength - deep.size() - 1, u'd');
+    ASSERT_TRUE(QDir().mkpath(deep));
+    ASSERT_TRUE(QDir().mkpath(deep + u'd'));
+    EXPECT_EQ(Util::generateTempFileNameExtension(deep, u"wav"_s).size(), 1023);
+    EXPECT_EQ(failureOf(deep + u'd', u"wav"_s), u"Unable to create a temporary file: Invalid argument"_s);
+}
+
 TEST_F(UtilFiles, AMissingExtensionFailsTheAssertion)
 {
     EXPECT_EQ(failureOf(directory_.path(), std::nullopt), u"Invalid parameter not satisfying: nil != extension"_s);

@@ -1,5 +1,7 @@
 #include "shntool/FixTab.h"
 #include "shntool/FixTask.h"
+#include "support/FakeTool.h"
+#include "support/FakeTools.h"
 #include "support/TabFixture.h"
 
 using namespace zolt;
@@ -81,6 +83,26 @@ TEST_F(FixTabTest, TaskGetsTheListItselfAndTheListStays)
     EXPECT_EQ(task->flacLevel(), 3);
     EXPECT_FALSE(task->deleteOriginal());
     EXPECT_EQ(tab.fileNames().count(), 2);
+}
+
+TEST_F(FixTabTest, FilesThatAreLeftOutAreNeitherFixedNorDeletedAndStay)
+{
+    FakeTools tools;
+    tools.install(u"shntool"_s, {u"wait-file"_s, pathOf(u"go"_s)});
+    queue().maxThreadsChanged({QString(), nullptr, 1});
+    const QString one = file(u"1.wav"_s), two = file(u"2.wav"_s), three = file(u"3.wav"_s);
+    tab.deleteOriginalsButton->setState(true);
+    tab.addFiles({one, two, three});
+    panels_.answerAlert(1);
+    panels_.answerOpenPanel(QStringList{folder()});
+    tab.executeCommandWithout({1});
+    EXPECT_EQ(tab.fileNames().count(), 3) << "until the task has ended";
+    touch(pathOf(u"go"_s));
+    ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0 && tab.fileNames().count() == 1; }));
+    EXPECT_EQ(tab.fileNames().copy(), QStringList{two});
+    EXPECT_EQ(tools.calls(u"shntool"_s).value(0).filter(u".wav"_s), QStringList({one, three}));
+    EXPECT_TRUE(exists(u"2.wav"_s));
+    EXPECT_FALSE(exists(u"1.wav"_s) || exists(u"3.wav"_s));
 }
 
 TEST_F(FixTabTest, EmptyListAsksNothing)

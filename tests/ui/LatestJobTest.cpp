@@ -1,8 +1,10 @@
 #include "ui/LatestJob.h"
 
+#include "platform/errors/Exceptions.h"
 #include "platform/threads/DetachedThreads.h"
 #include "platform/threads/MainQueue.h"
 #include "support/EventLoop.h"
+#include "support/NoMoreThreads.h"
 
 #include <semaphore>
 
@@ -45,6 +47,19 @@ TEST(LatestJobTest, OnlyTheNewestIsDelivered)
     runPosted();
     EXPECT_THAT(delivered, testing::ElementsAre(5));
     EXPECT_EQ(runs, 2);
+}
+
+TEST(LatestJobTest, GoesOnOnceThereAreThreadsAgain)
+{
+    LatestJob job;
+    bool delivered = false;
+    const auto work = [&](const std::atomic<bool>&) -> LatestJob::Delivery { return [&] { delivered = true; }; };
+    NoMoreThreads none;
+    EXPECT_THROW(job.start(work), PlatformException);
+    EXPECT_TRUE(job.isIdle());
+    none.give();
+    job.start(work);
+    EXPECT_TRUE(runUntil([&] { return delivered; }));
 }
 
 TEST(LatestJobTest, NothingIsDeliveredAfterItsEnd)

@@ -115,6 +115,7 @@ ZOLTTaskQueue& BatchRun::queue()
 int BatchRun::run()
 {
     BaseTab& tab = command_.setUp(*program_, options_);
+    tab_ = &tab;
     if (enterFiles(tab)) {
         if (command_.answer)
             answer(tab);
@@ -170,8 +171,10 @@ void BatchRun::refuse(const QString& text)
 bool BatchRun::enterFiles(BaseTab& tab)
 {
     InputFiles inputs(tab, options_);
-    for (const QString& leftOut : inputs.enter())
-        refuse(leftOut);
+    const QStringList leftOut = inputs.enter();
+    if (signal_ != 0) return false; // given up halfway: nothing can be said of what is not there
+    for (const QString& each : leftOut)
+        refuse(each);
     const QString said = command_.note ? command_.note(tab) : QString();
     if (!said.isEmpty()) refuse(onOneLine(said));
     if (tab.fileNames().isEmpty()) rows_->note(u"nothing to %1"_s.arg(options_.command));
@@ -217,7 +220,7 @@ void BatchRun::press(BaseTab& tab)
     takeUpSignals(); // one that came during a long walk
     if (signal_ != 0) return;
     try {
-        leftOut_.isEmpty() ? tab.executeCommand(nullptr) : tab.executeCommandWithout(leftOut_);
+        tab.executeCommandWithout(leftOut_);
         // A command that worked at once, without a task, or one for which all was done before.
         pressed_ = tab.fileNames().isEmpty() || !leftOut_.isEmpty();
     } catch (const PlatformException& fault) {
@@ -273,8 +276,10 @@ void BatchRun::interrupted(int signal)
 {
     const bool first = signal_ == 0;
     if (first) signal_ = signal;
+    if (tab_) tab_->stopTakingIn();
     if (!first || signal != SIGINT) return stopNow();
-    rows_->note(u"canceling; running tools go on to their end. Ctrl-C once more ends them."_s);
+    if (queue().taskCount() > 0)
+        rows_->note(u"canceling; running tools go on to their end. Ctrl-C once more ends them."_s);
     queue().endEverything([this] { queue().cancelAllTasks(nullptr); });
 }
 

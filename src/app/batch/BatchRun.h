@@ -64,6 +64,7 @@ private:
 
     const BatchOptions options_;
     const BatchCommand& command_;
+    BaseTab* tab_ = nullptr; ///< once it is set up
     Interrupts interrupts_;
     BatchPanels panels_;
     std::unique_ptr<RowPrinter> rows_;

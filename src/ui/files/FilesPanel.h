@@ -43,6 +43,9 @@ public:
     /// Shows the line that has the list show only files with these words in their path; Escape in it shows all again.
     void openFilter();
 
+    /// Gives up what is found out about the files beside the main thread.
+    void stopLookingUp() { measuring_.cancel(); }
+
     /// Marks rows of the list with a sign and a sentence. @param leftOut  rows that the next run leaves out
     void setMarks(const QHash<int, QString>& marks, const QList<qsizetype>& leftOut);
     /// Selects the rows and brings the first of them into sight, with the keyboard in the list.

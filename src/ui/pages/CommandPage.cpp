@@ -112,14 +112,14 @@ void CommandPage::restoreChoices()
 void CommandPage::bindOutlook()
 {
     form_->outlook->setLeaveOut([this](const QList<qsizetype>& rows) {
-        leftOut_.add(tab_.fileNames().copy(), rows);
+        leftOut_.add(foreseen_, rows);
         refresh();
     });
     form_->outlook->setTakeBack([this] {
         leftOut_.clear();
         refresh();
     });
-    form_->outlook->setShowRows([this](const QList<qsizetype>& rows) { form_->filesPanel->selectRows(rows); });
+    form_->outlook->setShowRows([this](const QList<qsizetype>& rows) { form_->filesPanel->selectRows(rowsNow(rows)); });
 }
 
 CommandPage* CommandPage::withLiveLine(const QString& label, LiveLine line)
@@ -160,17 +160,17 @@ void CommandPage::followList()
 {
     const QStringList files = tab_.fileNames().copy();
     leftOut_.keepOnly(files);
-    if (files.isEmpty()) tab_.bringBack();
     refresh();
 }
 
 void CommandPage::refresh()
 {
     if (command_ && commandName() != command_()) form_->commandButton->setText(command_());
-    const bool empty = tab_.fileNames().isEmpty();
-    form_->commandButton->setEnabled(!empty);
-    form_->commandButton->setToolTip(empty ? u"Add files first"_s
-                                           : u"Start with the files in the list (Ctrl+Return)"_s);
+    const bool empty = tab_.fileNames().isEmpty(), comingIn = tab_.isTakingIn();
+    form_->commandButton->setEnabled(!empty && !comingIn);
+    form_->commandButton->setToolTip(comingIn ? u"Files are still coming in"_s
+                                     : empty  ? u"Add files first"_s
+                                              : u"Start with the files in the list (Ctrl+Return)"_s);
     pause_.start();
 }
 
@@ -191,13 +191,23 @@ void CommandPage::lookAhead()
     memory_->keep();
     lookingAhead_.start([this, plan](const std::atomic<bool>& stop) {
         const Outlook outlook = outlookOf(plan, LocalDisk(), stop);
-        return [this, outlook] { show(outlook); };
+        return [this, outlook, files = plan.files] { show(outlook, files); };
     });
     refreshLines();
 }
 
-void CommandPage::show(const Outlook& outlook)
+/// The outlook's rows in the present list, which may have changed since.
+QList<qsizetype> CommandPage::rowsNow(const QList<qsizetype>& rows) const
 {
+    LeftOut meant;
+    meant.add(foreseen_, rows);
+    return meant.rowsIn(tab_.fileNames().copy());
+}
+
+void CommandPage::show(const Outlook& outlook, const QStringList& files)
+{
+    if (files != tab_.fileNames().copy()) return; // the next one is on its way
+    foreseen_ = files;
     form_->outlook->show(outlook, leftOut_.count());
     form_->filesPanel->setMarks(marksOf(outlook), leftOut_.rowsIn(tab_.fileNames().copy()));
 }
@@ -208,35 +218,31 @@ void CommandPage::refreshLines()
         guarded("live line", [&] { line->refresh(); });
 }
 
-bool CommandPage::hasWork(const WorkPlan& plan, const QList<qsizetype>& aside) const
-{
-    const bool nothing = plan.items.empty() && !plan.passedOver.isEmpty();
-    if (!nothing && aside.size() < plan.files.size()) return true;
-    if (leftOut_.isEmpty())
-        panels().runAlert(u"There is nothing to do for the files in the list"_s,
-                          u"This version does nothing with files of these formats here. They stay in the list."_s,
-                          u"OK"_s);
-    else
-        panels().runAlert(u"All files are left out"_s, u"Take them back, or add others."_s, u"OK"_s);
-    return false;
-}
-
 void CommandPage::pressCommand()
 {
-    if (tab_.fileNames().isEmpty()) return;
+    if (tab_.fileNames().isEmpty() || tab_.isTakingIn()) return;
     const WorkPlan plan = remainingPlan();
     if (!plan.refusal.isEmpty()) {
         panels().runAlert(plan.refusal, QString(), u"OK"_s);
         return;
     }
-    QList<qsizetype> aside = leftOut_.rowsIn(plan.files);
-    for (const qsizetype row : plan.passedOver) {
-        // What is no audio file is passed over without a word; a format that waits for its time is kept.
-        if (!path::extension(plan.files[row]).isEmpty() && !aside.contains(row)) aside += row;
+    const QList<qsizetype> aside = leftOut_.rowsIn(plan.files);
+    if (aside.size() == plan.files.size()) {
+        panels().runAlert(u"All files are left out"_s, u"Take them back, or add others."_s, u"OK"_s);
+        return;
     }
-    if (!hasWork(plan, aside) || !toolsAreThere(plan.tools)) return;
+    if (!toolsAreThere(plan.tools)) return;
     const AlertContext context(intentionOf(plan)); // a question about deletion says what becomes of what
     tab_.executeCommandWithout(aside);
+}
+
+void CommandPage::stopLookingUp()
+{
+    pause_.stop();
+    lookingAhead_.cancel();
+    for (const auto& line : lines_)
+        line->reading.cancel();
+    form_->filesPanel->stopLookingUp();
 }
 
 void CommandPage::dragEnterEvent(QDragEnterEvent* event)

@@ -50,10 +50,11 @@ public:
     CommandPage* withCommand(std::function<QString()> words);
 
     FilesPanel* files() const override;
-    /// Presses the tab's command, unless something is known that would make it fail: a tool that is missing, or a list
-    /// that holds nothing for it. Files that are left out or passed over stay in the list, so that they are not lost.
+    /// Presses the tab's command, unless files still come in, all are left out, or a tool is missing. Files that are
+    /// left out stay in the list.
     void pressCommand() override;
     QString commandName() const override;
+    void stopLookingUp() override;
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -77,10 +78,10 @@ private:
     void restoreChoices();
     void followList();
     void lookAhead();
-    void show(const Outlook& outlook);
+    void show(const Outlook& outlook, const QStringList& files);
+    QList<qsizetype> rowsNow(const QList<qsizetype>& rows) const;
     void refreshLines();
     WorkPlan remainingPlan() const;
-    bool hasWork(const WorkPlan& plan, const QList<qsizetype>& aside) const;
 
     const std::unique_ptr<Ui::CommandPage> form_;
     BaseTab& tab_;
@@ -88,6 +89,7 @@ private:
     std::function<QString()> command_;
     QTimer pause_;
     LatestJob lookingAhead_;
+    QStringList foreseen_; ///< the list that the outlook shown is about
     std::vector<std::unique_ptr<Line>> lines_;
     std::unique_ptr<ChoiceMemory> memory_;
     LeftOut leftOut_;

@@ -19,6 +19,8 @@ public:
     virtual void pressCommand() {}
     /// What the menu calls the command; empty for a page without one.
     virtual QString commandName() const { return QString(); }
+    /// Gives up what is looked up beside the main thread: the program ends and nobody will read it.
+    virtual void stopLookingUp() {}
 
 protected:
     /// Tells of those of the tools that are missing. @return true if none is

@@ -5,8 +5,8 @@
 
 namespace zolt {
 
-/// While it lives, an alert that has no message of its own says this beneath its title. They may lie inside one
-/// another. Main thread.
+/// While it lives, a question that has no message of its own says this beneath its title; what is only told does not.
+/// They may lie inside one another. Main thread.
 class AlertContext
 {
 public:

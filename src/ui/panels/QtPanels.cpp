@@ -135,7 +135,8 @@ int QtPanels::runAlert(const QString& title, const QString& message, const QStri
     std::vector<AlertButton> buttons;
     std::copy_if(all.begin(), all.end(), std::back_inserter(buttons),
                  [](const auto& button) { return !button.text.isEmpty(); });
-    return onMain([&] { return ask(title, message.isEmpty() ? AlertContext::current() : message, buttons); });
+    const bool wantsContext = message.isEmpty() && buttons.size() > 1;
+    return onMain([&] { return ask(title, wantsContext ? AlertContext::current() : message, buttons); });
 }
 
 std::optional<QStringList> QtPanels::openPanel(const OpenPanelRequest& request)

@@ -1,5 +1,6 @@
 #include "ui/pages/CommandPage.h"
 
+#include "support/Gate.h"
 #include "ui/Drags.h"
 #include "ui/Mnemonics.h"
 #include "ui/WindowFixture.h"
@@ -132,6 +133,39 @@ TEST_F(CommandPageTest, FilesThatAreLeftOutCanBeTakenBack)
     EXPECT_EQ(panels_.alerts()[0].title, u"All files are left out"_s);
     press("takeBackButton");
     EXPECT_TRUE(outlookHas(u"a.wav exists"_s));
+}
+
+TEST_F(CommandPageTest, WhileFilesComeInTheCommandWaits)
+{
+    tool(u"flac"_s, "exit 0\n");
+    file(u"show/b.flac"_s);
+    file(u"show/c.flac"_s);
+    add({file(u"a.flac"_s)});
+    auto& button = widget<QPushButton>("commandButton");
+    Gate gate;
+    tab().addFilesAccepted({pathOf(u"show"_s)}, [&](const QString& path) { return gate.pass(path); });
+    EXPECT_TRUE(runUntil([&] { return tab().fileNames().count() == 2 && !button.isEnabled(); }));
+    EXPECT_EQ(button.toolTip(), u"Files are still coming in"_s);
+    QTest::keyClick(&window(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_EQ(tab().fileNames().count(), 2);
+    gate.open();
+    EXPECT_TRUE(runUntil([&] { return button.isEnabled(); }));
+    EXPECT_EQ(tab().fileNames().count(), 3);
+}
+
+TEST_F(CommandPageTest, TheFilesThatTheLineMeansAreLeftOutThoughTheListHasChanged)
+{
+    tool(u"flac"_s, "exit 0\n");
+    file(u"b.wav"_s);
+    add({file(u"b.flac"_s), file(u"c.flac"_s)});
+    ASSERT_TRUE(outlookHas(u"b.wav exists"_s));
+    tab().addFile(file(u"a.flac"_s)); // ahead of it, and the line is not yet asked anew
+    QTest::mouseClick(&widget<QPushButton>("leaveOutButton"), Qt::LeftButton);
+    ASSERT_TRUE(outlookHas(u"1 file left out"_s));
+    press("commandButton");
+    EXPECT_THAT(tab().fileNames().copy(), ElementsAre(pathOf(u"b.flac"_s)));
+    settle();
 }
 
 TEST_F(CommandPageTest, RowsThatAProblemIsAboutAreMarkedAndFound)

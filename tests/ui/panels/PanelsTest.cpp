@@ -6,6 +6,7 @@
 #include "support/EventLoop.h"
 #include "ui/QtDesktop.h"
 #include "ui/QtInterfaces.h"
+#include "ui/panels/AlertContext.h"
 #include "ui/panels/StatusPanelWindow.h"
 
 #include <QFileDialog>
@@ -62,6 +63,23 @@ TEST_F(PanelsTest, EscapeIsTheAnswerThatStartsNothing)
     EXPECT_EQ(panels_.runAlert(u"Quit?"_s, QString(), u"No"_s, u"Yes"_s), alertReply::defaultButton);
     pressWhenShown(Qt::Key_Escape);
     EXPECT_EQ(panels_.runAlert(u"So it is"_s, QString(), u"OK"_s), alertReply::defaultButton);
+}
+
+TEST_F(PanelsTest, OnlyAQuestionWithoutAMessageSaysWhatItIsAbout)
+{
+    const AlertContext context(u"3 files go"_s);
+    QStringList said;
+    const auto note = [&](QWidget& shown) {
+        said += dynamic_cast<QMessageBox&>(shown).informativeText();
+        QTest::keyClick(&shown, Qt::Key_Return);
+    };
+    whenShown(note);
+    panels_.runAlert(u"Really?"_s, QString(), u"Yes"_s, u"No"_s);
+    whenShown(note);
+    panels_.runAlert(u"Really?"_s, u"own"_s, u"Yes"_s, u"No"_s);
+    whenShown(note);
+    panels_.runAlert(u"Some files were skipped"_s, QString(), u"OK"_s);
+    EXPECT_EQ(said, QStringList({u"3 files go"_s, u"own"_s, QString()}));
 }
 
 TEST_F(PanelsTest, AnAlertShowsItsTextsAsTheyStand)
