@@ -43,8 +43,8 @@ void DecodeFlacTask::copyTags(const QString& output)
     const auto tags = getFlacTags();
     if (!tags) return;
     topTextField()->setStringValue(QStringLiteral("Copying FLAC Tags"));
-    if (path::extension(output) == u"aiff")
-        tellInReport(TagLibTagsHelper().writeTagsForAIFFFileTagObject(output, *tags));
+    // Kept: tags that find no room are told in the log alone.
+    if (path::extension(output) == u"aiff") TagLibTagsHelper().writeTagsForAIFFFileTagObject(output, *tags);
 }
 
 } // namespace zolt

@@ -23,6 +23,7 @@ public:
     /// Keeps the text of a failure alone, copies the tags into AIFF output whatever the outcome, and deletes the source
     /// after success if asked to. Stands being run twice.
     void cleanup() override;
+    QString source() const override { return fileName_; }
 
 private:
     DecodeFlacTask() = default;

@@ -18,6 +18,7 @@ public:
     void processTaskOutput(const OptionalText& output) override;
     /// Keeps the text of a failure alone, and deletes the source after success if asked to.
     void cleanup() override;
+    QString source() const override { return fileName_; }
 
 private:
     DecodeSHNTask() = default;

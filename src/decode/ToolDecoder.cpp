@@ -9,8 +9,19 @@ void ToolDecoder::setUpDecoder(ZOLTTaskQueue* queue, const QString& fileName, co
 {
     setUpStaged(queue, fileName, outputPath);
     toAiff_ = format == Constants::AIFF;
-    outFile_ = toAiff_ ? temporaryWav() : outputFile(QStringLiteral("wav"));
-    if (toAiff_) temporary_ = std::make_unique<TemporaryFile>(outFile_);
+    outFile_ = outputFile(QStringLiteral("wav"));
+    if (toAiff_) makeTemporary();
+}
+
+void ToolDecoder::makeTemporary()
+{
+    try {
+        outFile_ = temporaryWav();
+    } catch (...) {
+        setResults(nullptr); // the task is never queued, so nobody else breaks its ring with its results
+        throw;
+    }
+    temporary_ = std::make_unique<TemporaryFile>(outFile_);
 }
 
 void ToolDecoder::doStartTask()

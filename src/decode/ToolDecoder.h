@@ -40,6 +40,8 @@ protected:
     virtual void endSource() { deleteSource(fileName()); }
 
 private:
+    void makeTemporary();
+
     const Kind kind_;
     bool toAiff_ = false;
     QString outFile_;

@@ -1,6 +1,7 @@
 #include "DecodeFixture.h"
 
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
 #include "support/FakeTool.h"
 
 #include <QCoreApplication>
@@ -137,6 +138,16 @@ TEST_F(FlacTask, CancelWhileWaitingRunsNoToolAndStillTriesTheTagsOfAiffOutput)
     EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Copying FLAC Tags"_s);
     EXPECT_TRUE(QFile::exists(source_));
+    EXPECT_TRUE(queue().outputWindows().empty());
+}
+
+TEST_F(FlacTask, SourceIsTheFileWhateverItsName)
+{
+    const QString old = nameOfBytes("/nowhere/s\xe4tze.flac");
+    const auto task = DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(
+        old, &queue(), fakeTool(), {old, u"-o"_s, u"/nowhere/a.wav"_s});
+    EXPECT_EQ(task->source(), old);
+    task->setResults(nullptr);
 }
 
 TEST_F(FlacTask, WavOutputGetsNoTags)

@@ -1,6 +1,7 @@
 #include "decode/DecodeSHNTask.h"
 #include "decode/DecodeTab.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
 #include "shell/Constants.h"
 #include "support/TaskRun.h"
 
@@ -58,6 +59,26 @@ TEST_F(ShortenTask, GoodEndOpensNoWindowAndDeletesTheSourceIfAsked)
     task->setDeleteOriginal(true);
     run(task);
     EXPECT_FALSE(exists(u"a.shn"_s));
+    EXPECT_TRUE(queue_.outputWindows().empty());
+}
+
+TEST_F(ShortenTask, SourceIsTheFileWhateverItsName)
+{
+    const QString old = nameOfBytes("/nowhere/s\xe4tze.shn");
+    const auto task = DecodeSHNTask::initAsyncTaskWithQueueLaunchPathArguments(
+        &queue_, u"/nowhere/shntool"_s, DecodeTab::shnArguments(old, folder(), Constants::WAV));
+    EXPECT_EQ(task->source(), old);
+    task->setResults(nullptr);
+}
+
+TEST_F(ShortenTask, CancelWhileRunningLetsTheToolEndAndKeepsTheSource)
+{
+    const LogCapture log;
+    const auto task = make({u"out"_s, u" 25% "_s, u"wait-file"_s, path(u"go"_s), u"touch"_s, path(u"ended"_s)});
+    task->setDeleteOriginal(true);
+    cancelAt(task, u"Decoding SHN: 25.000000%"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_TRUE(exists(u"a.shn"_s));
     EXPECT_TRUE(queue_.outputWindows().empty());
 }
 

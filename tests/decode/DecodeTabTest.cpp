@@ -13,6 +13,26 @@ using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Something changes while a question is open.
+class MeddlingPanels : public ScriptedPanels
+{
+public:
+    explicit MeddlingPanels(std::function<void()> meddle) : meddle_(std::move(meddle)) { installPanels(this); }
+    int runAlert(const QString& title, const QString& message, const QString& defaultButton,
+                 const QString& alternateButton, const QString& otherButton) override
+    {
+        meddle_();
+        return ScriptedPanels::runAlert(title, message, defaultButton, alternateButton, otherButton);
+    }
+
+private:
+    const std::function<void()> meddle_;
+};
+
+} // namespace
+
 class DecodeTabTest : public DecodeTest
 {
 protected:
@@ -76,6 +96,40 @@ TEST_F(DecodeTabTest, FlacOptionsShowWithTheFirstFlacFileAndGoWithTheList)
     EXPECT_TRUE(shown());
     tab.clearFiles();
     EXPECT_FALSE(shown());
+}
+
+TEST_F(DecodeTabTest, FlacOptionsFollowTheListNotWhatCameIn)
+{
+    holdQueue();
+    tab.addFiles({u"/a.flac"_s, u"/b.flac"_s});
+    tab.executeCommandWithout({1});
+    EXPECT_FALSE(tab.flacOptionsLabel->isHidden()) << "for the one that was left out";
+    tab.clearFiles();
+    tab.addFiles({u"/a.shn"_s, u"/b.flac"_s});
+    tab.executeCommandWithout({0});
+    EXPECT_TRUE(tab.flacOptionsLabel->isHidden());
+}
+
+TEST_F(DecodeTabTest, ChoicesAreReadBeforeAnythingIsAsked)
+{
+    holdQueue();
+    tab.addFiles({u"/a.flac"_s});
+    tab.deleteOriginalsButton->setState(true);
+    MeddlingPanels meddling([this] { tab.outputFormatMatrix->selectTitle(Constants::AIFF); });
+    meddling.answerAlert(alertReply::defaultButton);
+    tab.executeCommand(nullptr);
+    installPanels(&panels_);
+    ASSERT_EQ(queued().size(), 1U);
+    EXPECT_EQ(queued()[0]->arguments().last(), u"/a.wav"_s);
+}
+
+TEST_F(DecodeTabTest, OneFlacOneWavpackAndOneFileWithoutExtensionMakeTwoTasks)
+{
+    holdQueue();
+    tab.addFiles({u"/a.flac"_s, u"/b.wv"_s, u"/notes"_s});
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(queue().taskCount(), 2);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
 }
 
 TEST_F(DecodeTabTest, EmptyListDoesNothing)
