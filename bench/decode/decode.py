@@ -4,8 +4,9 @@ companions cost against ffmpeg's own decoding of the same file.
 
     bench/decode/decode.py [--build build/release] [--rounds N] [--files N] [--minutes N]
 
-FLAC, Shorten, Wavpack and TTA files of the same audio are decoded to WAV, two at a time. Rounds are interleaved, and
-their medians are compared.
+FLAC, Shorten, Wavpack, TTA and Monkey's Audio files of the same audio are decoded to WAV, two at a time; Apple Lossless
+is not among them, since the program decodes it by itself and no tool stands against it. Rounds are interleaved, and their
+medians are compared.
 """
 import argparse
 import os
@@ -24,8 +25,9 @@ KINDS = {
     "shn": ("shorten {wav} {file}", "shntool conv -o wav -P pct -O never -d {folder} {file}"),
     "wv": ("wavpack -q {wav} -o {file}", "wvunpack {file} -o {out}"),
     "tta": ("ttaenc {wav} -o {file}", "ttaenc {file} -o {out}"),
+    "ape": ("mac {wav} {file} -c2000", "mac {file} {out} -d"),
 }
-COMPANIONS = {"shn": "shorten -x {file} -", "tta": "ttaenc -d -o - {file}"}
+COMPANIONS = {"shn": "shorten -x {file} -", "tta": "ttaenc -d -o - {file}", "ape": "mac {file} - -d"}
 
 
 def run(command: list[str], text: bytes = b"") -> float:

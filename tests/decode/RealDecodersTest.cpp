@@ -40,6 +40,10 @@ const std::vector<Format>& formats()
          [](const QString& wav, const QString& output) {
              return QStringList{wav, u"-o"_s, output};
          }},
+        {"MonkeysAudio", u"ape"_s, u"mac"_s,
+         [](const QString& wav, const QString& output) {
+             return QStringList{wav, output, u"-c2000"_s};
+         }},
         {"AppleLossless", u"m4a"_s, u"/usr/bin/ffmpeg"_s,
          [](const QString& wav, const QString& output) {
              return QStringList{u"-v"_s, u"error"_s, u"-y"_s, u"-i"_s, wav, u"-c:a"_s, u"alac"_s, output};
@@ -147,7 +151,7 @@ TEST_F(RealDecode, FlippedBitIsSeenWhereTheFormatHasChecksums)
         damageIn(sources.last());
     }
     decode(sources, u"WAV"_s);
-    EXPECT_EQ(queue().panelArray().size(), 2U) << "flac and wvunpack tell; ttaenc does, and is not listened to";
+    EXPECT_EQ(queue().panelArray().size(), 3U) << "flac, wvunpack and mac tell; ttaenc does, and is not listened to";
     int status = 0;
     test::run(toolPath(u"ttaenc"_s), {u"-t"_s, pathOf(u"TrueAudio.tta"_s)}, &status);
     EXPECT_EQ(status, 1);
@@ -186,20 +190,42 @@ TEST_F(RealDecode, MixedFolderInOneRunAtTwoAndEightTasks)
     }
 }
 
-TEST_F(RealDecode, MonkeysAudioOfOthers)
+TEST_F(RealDecode, DamagedMonkeysAudioIsReportedByItsNumber)
 {
-    const QString fixture = QStringLiteral(ZOLT_SHARED_FIXTURES) + u"/mac-399.ape"_s;
-    if (!QFile::exists(fixture)) GTEST_SKIP() << "left out: no folder of foreign files beside this checkout";
-    const QString source = writeFile(pathOf(u"a.ape"_s), fileBytes(fixture));
-    const QByteArray right = decodedByFfmpeg(source, 16);
-    decode({source}, u"WAV"_s);
-    decode({source}, u"AIFF"_s);
-    EXPECT_TRUE(decodedByFfmpeg(pathOf(u"a.wav"_s), 16) == right);
-    EXPECT_TRUE(decodedByFfmpeg(pathOf(u"a.aiff"_s), 16) == right);
-    EXPECT_TRUE(queue().panelArray().empty());
     const LogCapture log;
+    const auto ape =
+        std::find_if(formats().begin(), formats().end(), [](const Format& each) { return each.tool == u"mac"; });
+    const QString source = make(*ape, u"a"_s, makeSamples(44100, 2, 16, 200000));
     damageIn(source);
     decode({source}, u"WAV"_s);
     ASSERT_EQ(queue().outputWindows().size(), 1U);
     EXPECT_TRUE(queue().outputWindows()[0]->textField()->string().contains(u"Error: 1009"_s));
+}
+
+class RealMixedQueue : public RealDecode, public testing::WithParamInterface<int>
+{
+};
+
+INSTANTIATE_TEST_SUITE_P(AtOnce, RealMixedQueue, testing::Values(2, 3, 8));
+
+TEST_P(RealMixedQueue, TwoHundredSmallFilesOfAllFormatsNeverStall)
+{
+    const Samples samples = makeSamples(44100, 2, 16, 600);
+    QStringList sources;
+    for (const Format& format : formats()) {
+        const QByteArray bytes = fileBytes(make(format, u"first"_s, samples));
+        for (int number = 0; number < 34; ++number)
+            sources += writeFile(
+                pathOf(u"%1-%2.%3"_s.arg(number).arg(QLatin1StringView(format.name), format.extension)), bytes);
+    }
+    queue().maxThreadsChanged({QString(), nullptr, GetParam()});
+    for (int round = 0; round < 2; ++round) {
+        decode(sources, u"WAV"_s);
+        EXPECT_TRUE(queue().panelArray().empty()) << "all complete";
+        for (const QString& source : std::as_const(sources)) {
+            const QString output = path::inFolderWithExtension(source, folder(), u"wav"_s);
+            EXPECT_TRUE(fileBytes(output).endsWith(samples.little)) << output.toStdString();
+            QFile::remove(output);
+        }
+    }
 }
