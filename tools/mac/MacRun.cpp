@@ -51,13 +51,16 @@ struct Source
     std::future<ApeContent> content;
 };
 
-/// Hands every frame on and counts those that are damaged.
+/// Hands every frame on and counts those that are damaged. A pipe gets nothing from the first of them on: who reads
+/// there, as shntool does, may never ask for the exit status, and is to see that the audio ends too early.
 unsigned readFrames(Source& source, const MacCall& call, const std::function<void(const Bytes&)>& take)
 {
     Progress progress(source.reader.samples(), call.quiet() ? Progress::Print() : printProgress);
     unsigned damaged = 0;
     for (Bytes samples; !source.reader.atEnd();) {
-        if (!source.reader.read(samples)) ++damaged;
+        const bool whole = source.reader.read(samples);
+        if (!whole) ++damaged;
+        if (!whole && call.output == "-") break;
         take(samples);
         progress.reached(source.reader.samplesRead());
     }

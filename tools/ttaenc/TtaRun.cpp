@@ -37,14 +37,17 @@ Progress::Print printer(const TtaCall& call)
     return call.task == TtaCall::Task::Test ? printTest : printProgress;
 }
 
-/// Hands every frame on and counts those that are damaged.
+/// Hands every frame on and counts those that are damaged. A pipe gets nothing from the first of them on: who reads
+/// there, as shntool does, may never ask for the exit status, and is to see that the audio ends too early.
 unsigned readFrames(TtaReader& reader, const TtaCall& call, const std::function<void(const Bytes&)>& take)
 {
     Progress progress(reader.header().frames(), printer(call));
     unsigned damaged = 0;
     Bytes samples;
     for (std::uint32_t frame = 1; !reader.atEnd(); ++frame) {
-        if (!reader.read(samples)) ++damaged;
+        const bool whole = reader.read(samples);
+        if (!whole) ++damaged;
+        if (!whole && call.output == "-") break;
         take(samples);
         progress.reached(frame);
     }
