@@ -1,33 +1,18 @@
 #include "encode/CoreAudioHelper.h"
 
+#include "encode/AudioInput.h"
 #include "encode/EncodeLog.h"
-#include "encode/StatusFailure.h"
-#include "platform/audio/AudioFileReader.h"
 
 namespace zolt {
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-std::unique_ptr<AudioFileReader> opened(const QString& path, AudioFormat& format)
-{
-    std::unique_ptr<AudioFileReader> reader;
-    requireStatus(AudioFileReader::open(path, reader), u"ExtAudioFileOpenURL failed"_s);
-    requireStatus(reader->dataFormat(format),
-                  u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileDataFormat failed"_s);
-    return reader;
-}
 
 std::shared_ptr<AudioFormatObject> formatInfo(const QString& path)
 {
     AudioFormat format;
-    const auto reader = opened(path, format);
-    int64_t frames = 0;
-    requireStatus(reader->lengthInFrames(frames),
-                  u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileLengthFrames failed"_s);
+    const auto reader = openedForReading(path, format);
     auto info = std::make_shared<AudioFormatObject>();
-    info->setTotalSamples(frames);
+    info->setTotalSamples(framesOf(*reader));
     info->setBitsPerChannel(static_cast<int32_t>(format.bitsPerChannel));
     info->setSampleRate(static_cast<int32_t>(format.sampleRate));
     info->setChannels(static_cast<int32_t>(format.channelsPerFrame));
@@ -39,7 +24,7 @@ AudioFormat formatOrNone(const QString& path) noexcept
 {
     AudioFormat format;
     try {
-        opened(path, format);
+        openedForReading(path, format);
     } catch (const std::exception& fault) {
         qCDebug(encodeLog, "%s", fault.what());
         return {};

@@ -1,10 +1,10 @@
 #include "encode/EncodeCoreAudioSync.h"
 
+#include "encode/AudioInput.h"
 #include "encode/EncodeLog.h"
 #include "encode/OutputFormat.h"
 #include "encode/StatusFailure.h"
 #include "engine/ZOLTTask.h"
-#include "platform/audio/AudioFileReader.h"
 #include "platform/audio/AudioFileWriter.h"
 
 namespace zolt {
@@ -97,11 +97,8 @@ void EncodeCoreAudioSync::convert(Files& files)
 
 void EncodeCoreAudioSync::openInput(Files& files) const
 {
-    requireStatus(AudioFileReader::open(fileName_, files.input), u"ExtAudioFileOpenURL failed"_s);
-    requireStatus(files.input->dataFormat(files.inputFormat),
-                  u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileDataFormat failed"_s);
-    requireStatus(files.input->lengthInFrames(files.inputFrames),
-                  u"input ExtAudioFileGetProperty kExtAudioFileProperty_FileLengthFrames failed"_s);
+    files.input = openedForReading(fileName_, files.inputFormat);
+    files.inputFrames = framesOf(*files.input);
 }
 
 void EncodeCoreAudioSync::createOutput(Files& files)
