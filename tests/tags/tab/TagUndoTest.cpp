@@ -39,6 +39,22 @@ protected:
     {
         return Image::fromData(contentOf(samples.picture("png", width)));
     }
+    /// The samples are shorter than what is kept around the sound: this is more of it, which no library looks at.
+    static QByteArray more()
+    {
+        QByteArray bytes;
+        for (int i = 0; i < 100000; ++i)
+            bytes += char('a' + qint64(i) * i / 7 % 23);
+        return bytes;
+    }
+    void listLong(const QStringList& names, const QString& sample)
+    {
+        const bool hasAtoms = sample.endsWith(u"m4a");
+        QStringList paths;
+        for (const QString& name : names)
+            paths += file(name, contentOf(sample) + (hasAtoms ? QByteArray() : more()));
+        tab.addFiles(paths);
+    }
     QString result() const { return tab.resultLabel->stringValue(); }
     /// Other bytes of the same length, until the disk tells another time than before.
     void changeElsewhere(const QString& path)
@@ -67,7 +83,7 @@ TEST_P(TagUndoOfFormat, EveryByteComesBack)
 {
     const QString sample = (samples.*GetParam())();
     const QString extension = path::extension(sample);
-    list({u"bare."_s + extension, u"tagged."_s + extension}, sample);
+    listLong({u"bare."_s + extension, u"tagged."_s + extension}, sample);
     const auto own = std::make_shared<TagsObject>();
     own->setTitleText(QString(5000, u'ж'));
     own->setAlbumArt(cover(300));
@@ -90,7 +106,7 @@ TEST_P(TagUndoOfFormat, EveryByteComesBack)
 TEST_P(TagUndoOfFormat, EmptiedFieldsComeBack)
 {
     const QString sample = (samples.*GetParam())();
-    list({u"a."_s + path::extension(sample)}, sample);
+    listLong({u"a."_s + path::extension(sample)}, sample);
     const auto own = std::make_shared<TagsObject>();
     own->setTitleText(u"title"_s);
     own->setAlbumArt(cover());
@@ -114,7 +130,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, TagUndoOfFormat,
 TEST_F(TagUndoTest, OldTagsAtTheEndAndBytesAheadOfTheTagComeBack)
 {
     const QByteArray oldest = "TAG" + QByteArray(125, '\1');
-    const QByteArray sound = contentOf(samples.mp3());
+    const QByteArray sound = contentOf(samples.mp3()) + more();
     file(u"a.mp3"_s, sound + oldest);
     file(u"b.mp3"_s, QByteArray(500, '\0') + sound);
     tab.addFiles({pathOf(u"a.mp3"_s), pathOf(u"b.mp3"_s)});
@@ -123,6 +139,7 @@ TEST_F(TagUndoTest, OldTagsAtTheEndAndBytesAheadOfTheTagComeBack)
     type(QString(9000, u'A'));
     tab.albumArtImageView->replaceImage(cover(400));
     write();
+    EXPECT_NE(contents().at(0).last(oldest.size()), oldest) << "the oldest tag is written too";
     tab.undoWrite(nullptr);
     EXPECT_EQ(contents(), before);
     EXPECT_EQ(result(), u"2 of 2 files put back."_s);
