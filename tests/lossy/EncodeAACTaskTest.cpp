@@ -73,6 +73,9 @@ TEST_F(AAC, TheLevelReachesTheEncoder)
     for (const QString& type : {lossyTitle::CBR, lossyTitle::ABR, lossyTitle::VBR_CONSTRAINED})
         EXPECT_LT(sizeWith(type, 64), sizeWith(type, 256)) << type.toStdString();
     EXPECT_LT(sizeWith(lossyTitle::VBR, 20), sizeWith(lossyTitle::VBR, 120));
+    const double kilobits = double(sizeWith(lossyTitle::CBR, 128)) * 8 / 1000 / (200000 / 44100.0);
+    EXPECT_GT(kilobits, 120) << "the level is in kilobits a second";
+    EXPECT_LT(kilobits, 220) << "noise takes more than is asked for";
 }
 
 TEST_F(AAC, QualityZeroLeavesTheEncodersOwn)
