@@ -39,6 +39,7 @@ int BatchPanels::runAlert(const QString& title, const QString& message, const QS
     const QString text = message.isEmpty() ? title : title + u' ' + message;
     if (alternateButton.isEmpty()) {
         complain(text);
+        toldError_ = toldError_ || title == u"Error";
         return alertReply::defaultButton;
     }
     const bool yesIsDefault = defaultButton == u"Yes";

@@ -28,11 +28,15 @@ public:
     void runModalForWindow(Window&) override {}
     void stopModal() override {}
 
+    /// Whether an alert told an error, after which a command does nothing.
+    bool toldError() const { return toldError_; }
+
 private:
     bool confirmed(const QString& question) const;
     bool answeredYes(const QString& question) const;
 
     const Answers answers_;
+    bool toldError_ = false;
 };
 
 } // namespace zolt::batch

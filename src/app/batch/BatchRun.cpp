@@ -114,6 +114,7 @@ ZOLTTaskQueue& BatchRun::queue()
 
 int BatchRun::run()
 {
+    if (const QString fault = UserDefaults::standard().complaint(); !fault.isEmpty()) rows_->note(fault);
     BaseTab& tab = command_.setUp(*program_, options_);
     tab_ = &tab;
     if (enterFiles(tab)) {
@@ -222,7 +223,8 @@ void BatchRun::press(BaseTab& tab)
     try {
         tab.executeCommandWithout(leftOut_);
         // A command that worked at once, without a task, or one for which all was done before.
-        pressed_ = tab.fileNames().isEmpty() || !leftOut_.isEmpty();
+        pressed_ = tab.fileNames().isEmpty() || !leftOut_.isEmpty() || panels_.toldError();
+        anyFailed_ = anyFailed_ || panels_.toldError();
     } catch (const PlatformException& fault) {
         giveUp(fault);
     }

@@ -54,7 +54,8 @@ QStringList InputFiles::enterReadable()
     const QStringList files = tab_.fileNames().copy();
     const QSet<QString> listed(files.begin(), files.end());
     for (const QString& path : readable) {
-        if (listed.contains(path) || isDirectory(path)) continue;
+        // What the tab took and put out again it has told itself.
+        if (listed.contains(path) || isDirectory(path) || (files.isEmpty() && tab_.isValid(path))) continue;
         leftOut.append(u"%1: %2 does not take files of this kind"_s.arg(onOneLine(path), options_.command));
     }
     return leftOut;

@@ -2,7 +2,9 @@
 
 #include "app/Program.h"
 #include "app/batch/CommonOptions.h"
+#include "platform/files/Files.h"
 #include "util/DiscContents.h"
+#include "util/DiscTracks.h"
 #include "util/UtilTab.h"
 
 namespace zolt::batch {
@@ -72,16 +74,37 @@ QList<DiscTrack> wantedTracks(const BatchOptions& options, const QString& device
     return tracks;
 }
 
+/// The drive behind whatever link it was named by. @throws UsageError for what is none
+QString driveOf(const QString& device)
+{
+    const QString drive = path::lastComponent(realPath(device));
+    if (discDrives().contains(drive)) return drive;
+    throw UsageError{u"%1 is no drive for discs"_s.arg(device)};
+}
+
+/// The tool reads one unbroken run of tracks. @throws UsageError for a disc with a gap in them
+void expectOneRun(const QStringList& names)
+{
+    const QList<qsizetype> behind = rowsOutsideRange(names);
+    if (behind.isEmpty()) return;
+    const TrackRange range = rangeOf(tracksInOrder(names));
+    throw UsageError{u"tracks from %1 on lie behind a gap: read them by themselves, after --tracks %2-%3"_s
+                         .arg(leadingNumber(names[behind.first()]))
+                         .arg(range.first)
+                         .arg(range.last)};
+}
+
 BaseTab& setUpExtraction(Program& program, const BatchOptions& options)
 {
     auto& tab = chosen(program, UtilTab::extraction);
     setOutputFolder(tab, options);
     tab.setOneTrack(options.has(u"one-file"_s));
-    const QString device = options.value(u"device"_s, u"/dev/sr0"_s);
+    const QString drive = driveOf(options.value(u"device"_s, u"/dev/sr0"_s));
     QString fault;
-    const auto names = trackFileNames(wantedTracks(options, device, fault), {});
+    const auto names = trackFileNames(wantedTracks(options, u"/dev/"_s + drive, fault), {});
     if (!fault.isEmpty()) throw UsageError{fault};
-    tab.addFiles(placeTrackFiles(path::lastComponent(device), names));
+    expectOneRun(names);
+    tab.addFiles(placeTrackFiles(drive, names));
     return tab;
 }
 
