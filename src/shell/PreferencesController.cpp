@@ -20,7 +20,7 @@ namespace {
 const QString threadsKey = u"maxThreads"_s, deletionKey = u"trashOrDelete"_s, formatKey = u"shntoolNamesFormat"_s;
 
 constexpr int fewestThreads = 1; // with none, every task would wait
-constexpr double titleBar = 22.0, padding = 32.0;
+constexpr double padding = 32.0; // units around what stands on a pane
 
 QString previewLine()
 {
@@ -59,7 +59,7 @@ void PreferencesController::bindControls()
     showDeletion();
     maxThreadsStepper->setAction([this] { maxThreadsChanged(maxThreadsStepper.get()); });
     shnlenTrackListingFormat->setAction([this] { controlTextDidChange(*shnlenTrackListingFormat); });
-    trashOrDelete->setAction([this] { showComplaint(); });
+    trashOrDelete->setAction([this] { tellOfDeletion(); });
     restoreGeneralButton->setAction([this] { restoreGeneral(); });
     restoreMetadataButton->setAction([this] { restoreMetadata(); });
     // The queue's panel sets the same number.
@@ -144,7 +144,7 @@ void PreferencesController::resizePreferencesPane()
     for (const QRectF& frame : preferencesTab_->selectedTabViewItem()->view()->subviewFrames())
         all |= frame;
     QRectF frame = window_->frame();
-    const double height = all.height() + toolbarHeightForWindow(*window_) + titleBar + padding;
+    const double height = all.height() + toolbarHeightForWindow(*window_) + Window::titleBarHeight + padding;
     const double lower = frame.y() - (height - frame.height());
     window_->setFrame({frame.x(), lower, frame.width(), height}, true, true);
 }
@@ -163,6 +163,7 @@ void PreferencesController::restoreGeneral()
     maxThreadsStepper->setIntValue(settings.integerForKey(threadsKey));
     maxThreadsChanged(nullptr);
     showDeletion();
+    tellOfDeletion();
 }
 
 void PreferencesController::restoreMetadata()
@@ -181,6 +182,12 @@ void PreferencesController::showMaxThreads(int tasks)
 void PreferencesController::showDeletion()
 {
     trashOrDelete->selectIndex(UserDefaults::standard().integerForKey(deletionKey) != 0 ? 1 : 0);
+}
+
+void PreferencesController::tellOfDeletion()
+{
+    showComplaint();
+    NotificationCenter::standard().post({.name = deletionChanged});
 }
 
 void PreferencesController::showPreview()

@@ -68,6 +68,9 @@ public:
     void showWindow();
     const std::shared_ptr<Window>& window() const { return window_; }
 
+    /// The notification that what becomes of deleted files is another thing now. Main thread.
+    static inline const QString deletionChanged = QStringLiteral("deletionChanged");
+
     /// The most tasks that can be asked for: the number of processors, and 8 at least.
     static int mostThreads();
 
@@ -75,6 +78,7 @@ private:
     void bindControls();
     void showMaxThreads(int tasks);
     void showDeletion();
+    void tellOfDeletion();
     void showPreview();
     void showComplaint();
 

@@ -64,6 +64,7 @@ void MenuActions::wireEdit()
     connectTo(form_.removeDuplicatesAction, [this] { window_.page()->files()->removeDuplicates(); });
     connectTo(form_.clearListAction, [this] { window_.page()->files()->clear(); });
     connectTo(form_.filterAction, [this] { window_.page()->files()->openFilter(); });
+    connectTo(form_.preferencesAction, [this] { controller_.showPreferencePanel(nullptr); });
 }
 
 void MenuActions::step(int tabs)

@@ -4,8 +4,10 @@
 #include "engine/StatusPanelController.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/Interfaces.h"
+#include "shell/PreferencesController.h"
 #include "shell/ZOLTStringGetterPanel.h"
 #include "ui/ViewChoices.h"
+#include "ui/panels/PreferencesWindow.h"
 #include "ui/panels/StatusPanelWindow.h"
 #include "ui/panels/StringGetterDialog.h"
 #include "ui/panels/TrackNamesWindow.h"
@@ -20,8 +22,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const char16_t* const names[] = {u"StatusQueue",          u"StringGetterPanel", u"StatusPanel",   u"OutputWindow",
-                                 u"TrackNameInputWindow", u"CustomTagsPanel",   u"TrimCharsPanel"};
+const char16_t* const names[] = {u"StatusQueue",          u"StringGetterPanel", u"StatusPanel",    u"OutputWindow",
+                                 u"TrackNameInputWindow", u"CustomTagsPanel",   u"TrimCharsPanel", u"Preferences"};
 
 constexpr int manyReports = 5; // in one run: the fifth window offers to gather them
 
@@ -47,6 +49,7 @@ QtInterfaces::QtInterfaces()
     install<StatusPanelWindow, StatusPanelController>(names[2]);
     install<TrackNamesWindow, TrackNameInputController>(names[4]);
     install<CustomTagsDialog, ZOLTCustomTagsPanel>(names[5]);
+    install<PreferencesWindow, PreferencesController>(names[7]);
     // Its owner is another one each time, and gone with the run.
     installInterface(QString::fromUtf16(names[6]), [last = std::make_shared<std::unique_ptr<QWidget>>()](void* owner) {
         *last = std::make_unique<TrimCharsDialog>(*static_cast<ZOLTTrimCharsPanel*>(owner));

@@ -3,6 +3,7 @@
 #include "engine/ZOLTTask.h"
 #include "platform/images/Image.h"
 #include "shell/Constants.h"
+#include "shell/PreferencesController.h"
 #include "shell/ZOLTStringGetterPanel.h"
 #include "shntool/FixTab.h"
 #include "shntool/SHNtoolTab.h"
@@ -202,6 +203,18 @@ TEST_P(PicturesTest, StatusPanel)
     controller.window()->makeKeyAndOrderFront();
     runPosted();
     picture(windowNamed<QWidget>("StatusPanel"), u"status-panel"_s);
+}
+
+TEST_P(PicturesTest, Preferences)
+{
+    controller().showPreferencePanel(nullptr);
+    auto& window = windowNamed<QWidget>("Preferences");
+    ASSERT_TRUE(runUntil([&] { return window.isVisible(); }));
+    picture(window, u"preferences-general"_s);
+    QTest::mouseClick(window.findChild<QAbstractButton*>(u"MetadataItem"_s), Qt::LeftButton);
+    const Window& model = *controller().preferencesController().window();
+    ASSERT_TRUE(runUntil([&] { return window.height() == Window::contentRectForFrameRect(model.frame()).height(); }));
+    picture(window, u"preferences-metadata"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(Looks, PicturesTest, testing::Values(Look{"light", lightPalette}, Look{"dark", darkPalette}),

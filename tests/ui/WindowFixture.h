@@ -54,6 +54,13 @@ protected:
         ADD_FAILURE() << "no window " << name;
         throw std::runtime_error(name);
     }
+    /// How many reports have a window of their own.
+    qsizetype openReports()
+    {
+        const auto windows = program_.interfaces().windows();
+        return std::count_if(windows.begin(), windows.end(),
+                             [](const QWidget* each) { return each->objectName() == QLatin1String("OutputWindow"); });
+    }
     QString pathOf(const QString& name) const { return folder_.filePath(name); }
     /// Makes a file with a few bytes, its folders included.
     QString file(const QString& name)

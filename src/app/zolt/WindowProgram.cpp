@@ -5,6 +5,9 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/Product.h"
 #include "platform/controls/Button.h"
+#include "platform/desktop/Panels.h"
+#include "platform/desktop/UserDefaults.h"
+#include "platform/errors/Exceptions.h"
 #include "platform/threads/DetachedThreads.h"
 #include "shell/DockMenuController.h"
 #include "shell/ZOLTController.h"
@@ -32,6 +35,14 @@ std::unique_ptr<QProgressDialog> waitingNote()
     note->setMinimumDuration(0);
     note->show();
     return note;
+}
+
+/// What a person has to know of the settings' file; later on the preferences tell.
+void tellOfSettings()
+{
+    const QString complaint = UserDefaults::standard().complaint();
+    if (complaint.isEmpty()) return;
+    guarded("settings", [&] { panels().runAlert(QStringLiteral("Settings"), complaint, QStringLiteral("OK")); });
 }
 
 } // namespace
@@ -67,6 +78,7 @@ void WindowProgram::present()
 {
     if (phase_ == Phase::Ending) return handOn({});
     mainWindow_->present();
+    if (!std::exchange(toldOfSettings_, true)) QTimer::singleShot(0, mainWindow_.get(), tellOfSettings);
 }
 
 void WindowProgram::openFiles(const QStringList& paths)

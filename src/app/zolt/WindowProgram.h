@@ -26,7 +26,8 @@ public:
     WindowProgram(const WindowProgram&) = delete;
     WindowProgram& operator=(const WindowProgram&) = delete;
 
-    /// Shows the main window, or brings it to the front.
+    /// Shows the main window, or brings it to the front. The first time it also tells what is wrong with the file of
+    /// the settings.
     void present();
     /// Takes in files as the desktop hands them over.
     void openFiles(const QStringList& paths);
@@ -59,6 +60,7 @@ private:
     std::function<void()> ending_;
     std::function<void(const QStringList&)> startAnew_;
     std::function<void()> ended_;
+    bool toldOfSettings_ = false;
     enum class Phase { Running, Asking, Ending } phase_ = Phase::Running;
 };
 

@@ -57,6 +57,8 @@ void WindowBinding::controlChanged(Control&)
     orders_ = model_->ordersToFront();
     const QPointF place = model_->frameTopLeftPoint();
     if (std::exchange(place_, place) != place && widget_.isVisible() && moved_) moved_();
+    const QRectF frame = model_->frame();
+    if (std::exchange(frame_, frame) != frame && widget_.isVisible() && framed_) framed_();
     if (model_->isHidden()) {
         if (!widget_.isVisible()) return;
         widget_.hide();

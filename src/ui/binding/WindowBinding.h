@@ -24,6 +24,8 @@ public:
     void setComingUp(std::function<void()> comingUp) { comingUp_ = std::move(comingUp); }
     /// Called when the model's place has changed while the window is up.
     void setMoved(std::function<void()> moved) { moved_ = std::move(moved); }
+    /// Called when the model's frame has changed while the window is up.
+    void setFramed(std::function<void()> framed) { framed_ = std::move(framed); }
     /// Whether a window that is up already is raised by an order to the front; at first it is.
     void setKeepsInFront(std::function<bool()> keeps) { keepsInFront_ = std::move(keeps); }
     /// Called after the window was hidden, by whomever.
@@ -43,8 +45,10 @@ private:
     unsigned orders_ = 0;
     QElapsedTimer raised_;
     QPointF place_;
+    QRectF frame_;
     std::function<void()> comingUp_;
     std::function<void()> moved_;
+    std::function<void()> framed_;
     std::function<bool()> keepsInFront_;
     std::function<void()> gone_;
 };

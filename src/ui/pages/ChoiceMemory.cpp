@@ -111,11 +111,17 @@ void ChoiceMemory::keepText(const QString& name, const QString& kept) const
     if (text(name) != kept) UserDefaults::standard().set(key(name), kept);
 }
 
+bool ChoiceMemory::isPassedOver(const QString& name, const QString& choice) const
+{
+    const auto found = passedOver_.constFind(name);
+    return found != passedOver_.constEnd() && *found == choice;
+}
+
 void ChoiceMemory::restore() const
 {
     for (const Outlet& outlet : outlets_) {
         const QString kept = deletes(outlet) ? QString() : text(outlet.name);
-        if (kept.isEmpty()) continue;
+        if (kept.isEmpty() || isPassedOver(outlet.name, kept)) continue;
         std::visit(
             [&](const auto& model) {
                 if (!model->hasSaver()) take(*model, kept);
@@ -131,7 +137,7 @@ void ChoiceMemory::keep() const
         std::visit(
             [&](const auto& model) {
                 const QString now = model->hasSaver() ? QString() : told(*model);
-                if (!now.isEmpty()) keepText(outlet.name, now);
+                if (!now.isEmpty() && !isPassedOver(outlet.name, now)) keepText(outlet.name, now);
             },
             outlet.model);
     }

@@ -3,6 +3,7 @@
 
 #include "shell/Outlet.h"
 
+#include <QHash>
 #include <QString>
 
 namespace zolt {
@@ -15,6 +16,9 @@ public:
     /// @param page  a name for the page, such as its tab's label
     ChoiceMemory(QString page, Outlets outlets);
 
+    /// A choice of an outlet that is neither kept nor made again: the one before it stays kept. @param choice  as told
+    /// in the settings, for a matrix the cell's index
+    void passOver(const QString& name, const QString& choice) { passedOver_[name] = choice; }
     /// Makes the choices that were kept; those that were never kept stay as they are.
     void restore() const;
     /// Keeps the choices as they are now. Cheap where nothing has changed.
@@ -25,9 +29,11 @@ public:
 
 private:
     QString key(const QString& name) const;
+    bool isPassedOver(const QString& name, const QString& choice) const;
 
     const QString page_;
     const Outlets outlets_;
+    QHash<QString, QString> passedOver_;
 };
 
 } // namespace zolt

@@ -2,7 +2,9 @@
 
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/threads/NotificationCenter.h"
 #include "shell/BaseTab.h"
+#include "shell/PreferencesController.h"
 #include "ui/binding/Bindings.h"
 #include "ui/files/FileListView.h"
 #include "ui/files/FilesPanel.h"
@@ -68,9 +70,15 @@ CommandPage::CommandPage(BaseTab& tab, const PageForm& form, QWidget* parent)
     restoreChoices();
     form_->filesPanel->setChanged([this] { followList(); });
     form_->filesPanel->attach(tab_);
+    // What the line says of deletion is another thing then.
+    NotificationCenter::standard().addObserver(this, PreferencesController::deletionChanged, nullptr,
+                                               [this](const Notification&) { refresh(); });
 }
 
-CommandPage::~CommandPage() = default;
+CommandPage::~CommandPage()
+{
+    NotificationCenter::standard().removeObserver(this, PreferencesController::deletionChanged, nullptr);
+}
 
 void CommandPage::bindOutlets()
 {
@@ -104,6 +112,11 @@ void CommandPage::restoreChoices()
         return widget && widget->property("notKept").toBool();
     });
     memory_ = std::make_unique<ChoiceMemory>(tab_.tabViewItem->label(), kept);
+    for (const Outlet& outlet : tab_.outlets()) {
+        const auto* const widget = choices_->findChild<QWidget*>(outlet.name);
+        const QString choice = widget ? widget->property("choiceNotKept").toString() : QString();
+        if (!choice.isEmpty()) memory_->passOver(outlet.name, choice);
+    }
     memory_->restore();
     if (destination()) destination()->setFolder(memory_->text(u"destination"_s));
     tab_.displayRelevantOptions();

@@ -4,6 +4,7 @@
 #include "engine/ZOLTTask.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/text/Counts.h"
+#include "shell/PreferencesController.h"
 #include "ui/Symbols.h"
 #include "ui/ViewChoices.h"
 #include "ui/WindowPlaces.h"
@@ -60,6 +61,7 @@ void StatusQueueWindow::wireButtons()
             [this](bool held) { guarded("pause", [&] { queue_.setHeld(held); }); });
     connect(form_->cancelAllButton, &QPushButton::clicked, this,
             [this] { guarded("cancel all", [this] { queueCommands::cancelAll(queue_); }); });
+    form_->paceField->setMaximum(std::max(PreferencesController::mostThreads(), queue_.maxThreads()));
     form_->paceField->setValue(queue_.maxThreads());
     connect(form_->paceField, &QSpinBox::valueChanged, this, [this](int tasks) {
         if (tasks != queue_.maxThreads()) guarded("pace", [&] { queueCommands::setPace(tasks); });

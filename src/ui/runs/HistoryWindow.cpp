@@ -118,7 +118,7 @@ void HistoryWindow::showReport()
     const QString report = row ? row->report.value_or(QString()) : QString();
     if (row == std::exchange(shown_, row) && report == form_->pane->report()) return; // its reader has scrolled in it
     form_->pane->setReport(row ? row->title : QString(), report,
-                           row ? ReportFacts{row->source, row->missing} : ReportFacts());
+                           row ? ReportFacts{row->source, row->missing, row->faults} : ReportFacts());
 }
 
 void HistoryWindow::showLatest(RunFilter filter, bool takesKeyboard)

@@ -32,7 +32,6 @@ protected:
         return shown;
     }
     static ReportView& textOf(QWidget& window) { return *window.findChild<ReportView*>(); }
-    std::size_t openReports() { return program_.interfaces().windows().size() - 1; }
     void settleDeletions() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 };
 
@@ -81,7 +80,7 @@ TEST_F(OutputWindowTest, SecondReportOpensBesideTheFirst)
     QWidget& first = report(u"one"_s);
     const QPoint place = first.pos();
     QWidget& second = report(u"two"_s);
-    EXPECT_EQ(openReports(), 2U);
+    EXPECT_EQ(openReports(), 2);
     EXPECT_EQ(second.pos() - place, QPoint(int(Window::cascadeStep), int(Window::cascadeStep)));
     EXPECT_EQ(textOf(first).toPlainText(), u"one"_s);
 }
@@ -102,10 +101,10 @@ TEST_F(OutputWindowTest, CtrlFFindsAndEscapeLeavesTheSearchThenTheWindow)
     EXPECT_EQ(textOf(window).textCursor().selectionStart(), 11);
     QTest::keyClick(&field, Qt::Key_Escape);
     EXPECT_FALSE(field.isVisible());
-    EXPECT_EQ(openReports(), 1U);
+    EXPECT_EQ(openReports(), 1);
     QTest::keyClick(&textOf(window), Qt::Key_Escape);
     settleDeletions();
-    EXPECT_EQ(openReports(), 0U);
+    EXPECT_EQ(openReports(), 0);
 }
 
 TEST_F(OutputWindowTest, CtrlWClosesAndTheQueueKeepsTheReport)
@@ -113,7 +112,7 @@ TEST_F(OutputWindowTest, CtrlWClosesAndTheQueueKeepsTheReport)
     QWidget& window = report(u"text"_s);
     QTest::keyClick(&textOf(window), Qt::Key_W, Qt::ControlModifier);
     settleDeletions();
-    EXPECT_EQ(openReports(), 0U);
+    EXPECT_EQ(openReports(), 0);
     EXPECT_EQ(queue().outputWindows().size(), 1U);
 }
 
@@ -213,12 +212,12 @@ TEST_F(OutputWindowTest, TheFifthReportOffersToGatherThem)
     EXPECT_TRUE(fifth.findChild<QWidget*>(u"gatherBar"_s)->isVisible());
     QTest::mouseClick(fifth.findChild<QPushButton*>(u"gatherButton"_s), Qt::LeftButton);
     settleDeletions();
-    EXPECT_EQ(openReports(), 0U);
+    EXPECT_EQ(openReports(), 0);
     EXPECT_TRUE(viewChoices::gathersReports());
     EXPECT_TRUE(program_.runDesk().history().isVisible());
     queue().showOutputWindowTitle(u"one more"_s, u"x"_s);
     runPosted();
-    EXPECT_EQ(openReports(), 0U);
+    EXPECT_EQ(openReports(), 0);
     EXPECT_EQ(queue().outputWindows().size(), 6U);
 }
 

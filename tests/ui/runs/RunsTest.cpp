@@ -136,10 +136,10 @@ TEST_F(RunsTest, AllReportsAreSavedInOneText)
 TEST_F(RunsTest, AllReportWindowsAreClosedAtOnce)
 {
     runTwo();
-    ASSERT_EQ(program_.interfaces().windows().size(), 2U);
+    ASSERT_EQ(openReports(), 1);
     window().findChild<QAction*>(u"closeReportsAction"_s)->trigger();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(program_.interfaces().windows().size(), 1U);
+    EXPECT_EQ(openReports(), 0);
     EXPECT_EQ(queue().outputWindows().size(), 1U);
 }
 
