@@ -1,7 +1,7 @@
 #include "PanelCost.h"
 
 #include "Clock.h"
-#include "engine/ZOLTTask.h"
+#include "IdleTask.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/threads/MainQueue.h"
 
@@ -12,25 +12,6 @@ namespace zolt::bench {
 namespace {
 
 constexpr int repetitions = 5;
-
-/// Runs nothing: its cost is the queue's own.
-class IdleTask : public ZOLTTask
-{
-public:
-    static std::shared_ptr<IdleTask> make(ZOLTTaskQueue* queue)
-    {
-        std::shared_ptr<IdleTask> task(new IdleTask);
-        task->setUpWithQueue(queue);
-        task->showTitle(QStringLiteral("d1t01 Intro.flac"));
-        return task;
-    }
-    void end()
-    {
-        stopTask(nullptr);
-        setResults(nullptr); // as every task without a report
-        reportCompleted();
-    }
-};
 
 /// Microseconds a row.
 struct Cost

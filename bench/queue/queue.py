@@ -129,7 +129,9 @@ def main() -> None:
     try:
         overhead(batch, top, options.files, options.rounds, options.window)
         growth(batch, top, options.many, max(1, options.rounds // 2))
-        subprocess.run([str(build / "bench" / "queue" / "queue_bench")], check=True)
+        for bench in [build / "bench" / "queue" / name for name in ("queue_bench", "window_bench")]:
+            if bench.exists():  # there is no window_bench where no window is built
+                subprocess.run([str(bench)], check=True)
     finally:
         shutil.rmtree(top)
 
