@@ -1,8 +1,9 @@
 #include "ui/DroppedPaths.h"
 
+#include "platform/files/FileUris.h"
+
 #include <QDropEvent>
 #include <QMimeData>
-#include <QUrl>
 
 namespace zolt {
 
@@ -11,7 +12,7 @@ QStringList droppedPaths(const QMimeData& data)
     QStringList paths;
     if (!data.hasUrls()) return paths;
     for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile()) paths += url.toLocalFile();
+        if (const OptionalText path = pathOfUri(url)) paths += *path;
     }
     for (QString& path : paths) {
         while (path.size() > 1 && path.endsWith(u'/'))

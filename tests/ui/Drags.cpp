@@ -1,5 +1,6 @@
 #include "ui/Drags.h"
 
+#include "platform/files/FileUris.h"
 #include "support/EventLoop.h"
 
 #include <QApplication>
@@ -18,7 +19,7 @@ std::unique_ptr<QMimeData> dragged(const QStringList& paths)
     auto data = std::make_unique<QMimeData>();
     QList<QUrl> urls;
     for (const QString& path : paths)
-        urls += QUrl::fromLocalFile(path);
+        urls += QUrl(uriOfPath(path));
     data->setUrls(urls);
     return data;
 }

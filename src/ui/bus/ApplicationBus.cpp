@@ -1,12 +1,12 @@
 #include "ui/bus/ApplicationBus.h"
 
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileUris.h"
 #include "ui/bus/ApplicationAdaptor.h"
 #include "ui/bus/Names.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
-#include <QUrl>
 
 namespace zolt {
 
@@ -23,7 +23,7 @@ QStringList pathsOf(const QStringList& uris)
 {
     QStringList paths;
     for (const QString& uri : uris) {
-        if (const QUrl url(uri); url.isLocalFile()) paths += url.toLocalFile();
+        if (const OptionalText path = pathOfUri(QUrl(uri))) paths += *path;
     }
     return paths;
 }
@@ -32,7 +32,7 @@ QStringList urisOf(const QStringList& paths)
 {
     QStringList uris;
     for (const QString& path : paths)
-        uris += QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+        uris += uriOfPath(path);
     return uris;
 }
 

@@ -1,12 +1,11 @@
 #include "ui/bus/FileManager.h"
 
-#include "platform/text/Text.h"
+#include "platform/files/FileUris.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDesktopServices>
-#include <QUrl>
 
 namespace zolt {
 
@@ -19,11 +18,11 @@ void showInFolder(const QString& path)
     const bool reachable = bus.isConnected() && (bus.interface()->isServiceRegistered(service) ||
                                                  bus.interface()->activatableServiceNames().value().contains(service));
     if (!reachable) {
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path::deletingLastComponent(path)));
+        QDesktopServices::openUrl(QUrl(uriOfPath(path::deletingLastComponent(path))));
         return;
     }
     auto call = QDBusMessage::createMethodCall(service, u"/org/freedesktop/FileManager1"_s, service, u"ShowItems"_s);
-    call << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
+    call << QStringList{uriOfPath(path)} << QString();
     bus.send(call);
 }
 
