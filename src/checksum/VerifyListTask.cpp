@@ -38,7 +38,7 @@ void VerifyListTask::noteNothingToCheck(const QString& name) const
 {
     const QString sentence =
         QStringLiteral("Nothing of %1 was checked: it is not there, is empty or is no UTF-8 text.");
-    if (const auto collector = results()) collector->noteFault(sentence.arg(readableName(name)));
+    if (const auto collector = results()) collector->noteFault(sentence.arg(readableName(name)), this);
 }
 
 void VerifyListTask::showProgress(qsizetype entry, qsizetype entries) const

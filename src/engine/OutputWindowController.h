@@ -1,22 +1,21 @@
 // A report: one text, one window.
 #pragma once
 
+#include "engine/ReportVerdict.h"
 #include "platform/controls/TextView.h"
 #include "platform/controls/Window.h"
 
-#include <QSet>
 #include <QString>
 
 #include <memory>
 
 namespace zolt {
 
-/// What is known of a report beside its text.
+/// What a window needs to know of a report beside its text.
 struct ReportFacts
 {
-    QString source = {};        ///< full path of the file that its task works on; empty where that is none, or several
-    QSet<QString> missing = {}; ///< those of its lines that are about a file which is not there
-    QStringList faults = {};    ///< what is wrong with outputs and stands in none of its lines
+    QString source = {}; ///< full path of the file that its task works on; empty where that is none, or several
+    ReportNotes notes = {};
 };
 
 /// Any thread: the models hand their changes to the main thread, where the view is built.

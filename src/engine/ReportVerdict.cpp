@@ -5,6 +5,8 @@
 #include <QStringTokenizer>
 
 #include <algorithm>
+#include <csignal>
+#include <cstring>
 #include <iterator>
 
 namespace zolt {
@@ -125,6 +127,15 @@ QString causeOf(const QString& report)
     return found == std::end(causes) ? QString() : QString(found->sentence);
 }
 
+QString causeOfSignal(int signal)
+{
+    if (signal == SIGKILL) return u"The tool was killed: by somebody, or by the system for want of memory."_s;
+    const bool ownFault =
+        signal == SIGSEGV || signal == SIGABRT || signal == SIGBUS || signal == SIGILL || signal == SIGFPE;
+    return (ownFault ? u"The tool crashed (%1)."_s : u"The tool was killed (%1)."_s)
+        .arg(QString::fromLatin1(::sigdescr_np(signal)));
+}
+
 void count(ReportVerdict& counts, LineVerdict verdict)
 {
     switch (verdict) {
@@ -152,20 +163,23 @@ LineVerdict verdictOfLine(QStringView line)
     return rule == std::end(lineRules) ? LineVerdict::Other : rule->verdict;
 }
 
-LineVerdict verdictOfLine(QStringView line, const QSet<QString>& missing)
+LineVerdict verdictOfLine(QStringView line, const ReportNotes& notes)
 {
-    const bool isMissing = !missing.isEmpty() && missing.contains(line.toString());
+    const bool isMissing = !notes.missing.isEmpty() && notes.missing.contains(line.toString());
     return isMissing ? LineVerdict::Missing : verdictOfLine(line);
 }
 
-ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing, const QStringList& faults)
+ReportVerdict verdictOf(const QString& report, const ReportNotes& notes)
 {
     ReportVerdict verdict;
     for (const QStringView line : QStringTokenizer(report, u'\n')) {
-        if (!line.trimmed().isEmpty()) count(verdict, verdictOfLine(line, missing));
+        if (!line.trimmed().isEmpty()) count(verdict, verdictOfLine(line, notes));
     }
-    verdict.bad += faults.size();
-    if (verdict.failed()) verdict.cause = faults.isEmpty() ? causeOf(report) : faults.first();
+    verdict.bad += notes.faults.size();
+    if (notes.signal != 0)
+        verdict.cause = causeOfSignal(notes.signal);
+    else if (verdict.failed())
+        verdict.cause = notes.faults.isEmpty() ? causeOf(report) : notes.faults.first();
     return verdict;
 }
 

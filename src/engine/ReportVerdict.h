@@ -8,6 +8,15 @@
 
 namespace zolt {
 
+/// What is known of a report beside its text.
+struct ReportNotes
+{
+    QSet<QString> missing; ///< those of its lines that are about a file which is not there, whatever they say
+    int signal = 0;        ///< what killed a tool that failed; 0 for none
+    QStringList
+        faults; ///< what is wrong with outputs and stands in no line: each counts as bad, the first is the cause
+};
+
 enum class LineVerdict {
     Other,  ///< says nothing of an outcome
     Good,   ///< "a.flac : OK"
@@ -18,8 +27,7 @@ enum class LineVerdict {
 /// How a line of a tool's own text reads. Each failure has one line that counts as bad; what a tool says around it,
 /// such as its advice, does not.
 LineVerdict verdictOfLine(QStringView line);
-/// @param missing  lines that count as missing whatever they say (see ZOLTTaskResults::noteMissing)
-LineVerdict verdictOfLine(QStringView line, const QSet<QString>& missing);
+LineVerdict verdictOfLine(QStringView line, const ReportNotes& notes);
 
 struct ReportVerdict
 {
@@ -34,9 +42,7 @@ struct ReportVerdict
 };
 
 /// Reads the whole report; the work grows with its length.
-/// @param missing  as above
-/// @param faults   what no line tells (see ZOLTTaskResults::noteFault): each counts as bad, the first is the cause
-ReportVerdict verdictOf(const QString& report, const QSet<QString>& missing = {}, const QStringList& faults = {});
+ReportVerdict verdictOf(const QString& report, const ReportNotes& notes = {});
 
 /// "11 OK, 1 failed, 2 missing", or the number of lines where none tells an outcome.
 QString inWords(const ReportVerdict& verdict);

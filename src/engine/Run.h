@@ -3,6 +3,7 @@
 
 #include "engine/ReportVerdict.h"
 #include "engine/RunProgress.h"
+#include "engine/ZOLTTask.h"
 #include "platform/text/Text.h"
 
 #include <QDateTime>
@@ -11,8 +12,6 @@
 #include <memory>
 
 namespace zolt {
-
-class ZOLTTask;
 
 /// What a row is called: the task's title, or the name line of a task without one; with the name of its source behind
 /// where that tells it from others of its kind.
@@ -34,17 +33,21 @@ struct RunRow
 {
     QString title;                       ///< as nameOf
     QString source;                      ///< full path; empty where the task works on no file, or on several
+    TaskOrigin origin;                   ///< who had it queued
     qint64 bytes = RunProgress::unknown; ///< of the source
     Outcome outcome = Outcome::Waiting;
     qint64 milliseconds = 0;        ///< from its start to its end; 0 until then, and for one that never ran
     OptionalText report;            ///< the text of the output window that its end opened
-    QSet<QString> missing;          ///< those of the report's lines that are about a file which is not there
-    QStringList faults;             ///< of outputs, which the report does not tell
-    ReportVerdict verdict;          ///< of the report
     std::shared_ptr<ZOLTTask> task; ///< until it has ended
+    ReportNotes notes;              ///< of the report
+    ReportVerdict verdict;          ///< of the report
 
-    /// It is not as it should be: its task failed, or its report names what is bad or missing.
-    bool failed() const { return outcome == Outcome::Failed || verdict.failed(); }
+    bool failsByReport = false; ///< the row's own part of the report names what is bad or missing
+
+    /// It is not as it should be: its task failed, or was complete with a report that says so. Never of a canceled row.
+    bool failed() const { return outcome == Outcome::Failed || (outcome == Outcome::Complete && failsByReport); }
+    /// The files to work on once more: its source, else all that its command was pressed on.
+    QStringList files() const { return source.isEmpty() ? origin.files : QStringList(source); }
 };
 
 struct Run

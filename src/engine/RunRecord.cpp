@@ -82,20 +82,19 @@ void RunRecord::taskStarted(const std::shared_ptr<ZOLTTask>& task)
 
 void RunRecord::taskEnded(const std::shared_ptr<ZOLTTask>& task)
 {
-    note({.kind = Event::Kind::Ended, .task = task, .at = clock_(), .outcome = outcomeOf(*task)});
+    Event event{.kind = Event::Kind::Ended, .task = task, .at = clock_(), .outcome = outcomeOf(*task)};
+    if (const auto results = task->results()) {
+        event.report = results->resultsOfTask(task.get());
+        event.notes = results->notesOfTask(event.task.get());
+    }
+    note(std::move(event));
 }
 
 void RunRecord::taskReported(const std::shared_ptr<ZOLTTask>& task, const OptionalText& text)
 {
     const auto results = text ? task->results() : nullptr;
-    const auto missing = results ? results->missingLines() : QSet<QString>();
-    const auto faults = results ? results->faults() : QStringList();
-    note({.kind = Event::Kind::Reported,
-          .task = task,
-          .at = clock_(),
-          .report = text,
-          .missing = missing,
-          .faults = faults});
+    const auto notes = results ? results->notes() : ReportNotes();
+    note({.kind = Event::Kind::Reported, .task = task, .at = clock_(), .report = text, .notes = notes});
 }
 
 void RunRecord::note(Event event)
@@ -158,7 +157,8 @@ void RunRecord::add(const Event& event)
 {
     if (!running_) beginRun(event.at);
     auto& rows = runs_.back()->rows;
-    RunRow& row = rows.emplace_back(RunRow{.title = nameOf(*event.task), .source = event.task->source()});
+    RunRow& row = rows.emplace_back(
+        RunRow{.title = nameOf(*event.task), .source = event.task->source(), .origin = event.task->origin()});
     row.task = event.task;
     open_[event.task.get()] = {.row = &row};
     weights_.add(row.bytes);
@@ -190,6 +190,7 @@ void RunRecord::end(const Event& event)
         countRunning(-1, event.at);
     }
     row.outcome = event.outcome;
+    row.failsByReport = event.report && verdictOf(*event.report, event.notes).failed();
     ++counterOf(*runs_.back(), row.outcome);
     weights_.end(row.bytes, partOf(row.outcome));
     tell([&row](RunListener& listener) { listener.rowEnded(row); });
@@ -204,9 +205,8 @@ void RunRecord::report(const Event& event)
     open_.erase(found);
     if (event.report) {
         row.report = event.report;
-        row.missing = event.missing;
-        row.faults = event.faults;
-        row.verdict = verdictOf(*event.report, event.missing, event.faults);
+        row.notes = event.notes;
+        row.verdict = verdictOf(*event.report, event.notes);
         tell([&row](RunListener& listener) { listener.rowReported(row); });
     }
     tell([&row](RunListener& listener) { listener.rowClosed(row); });

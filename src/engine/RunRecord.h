@@ -77,9 +77,8 @@ private:
         std::shared_ptr<ZOLTTask> task = {};
         qint64 at = 0;
         Outcome outcome = Outcome::Waiting;
-        OptionalText report = {};
-        QSet<QString> missing = {}; // lines of the report
-        QStringList faults = {};    // that it does not tell
+        OptionalText report = {}; // of an end: the task's own part
+        ReportNotes notes = {};
     };
     /// What is to be known of a row until it has reported.
     struct OpenRow

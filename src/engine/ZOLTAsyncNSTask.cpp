@@ -115,7 +115,7 @@ void ZOLTAsyncNSTask::stopTask(Sender)
         if (stillRunning(process)) return; // a later notification ends the task
         NotificationCenter::standard().removeObserver(this, FileHandleReadCompletionNotification,
                                                       process->standardOutput()->fileHandleForReading().get());
-        if (!cancelled()) readStatus(process);
+        if (!cancelled()) lookAtEnd(*process);
     }
     markEnded();
     runHook("cleanup", &ZOLTAsyncNSTask::cleanup);
@@ -145,10 +145,11 @@ bool ZOLTAsyncNSTask::stillRunning(const std::shared_ptr<ChildProcess>& process)
     }
 }
 
-void ZOLTAsyncNSTask::readStatus(const std::shared_ptr<ChildProcess>& process)
+void ZOLTAsyncNSTask::lookAtEnd(ChildProcess& tool)
 {
-    if (process->terminationStatus() != 0) return setError(true);
-    process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(); // thrown away
+    readStatus(tool);
+    if (tool.terminationStatus() == 0)
+        tool.standardOutput()->fileHandleForReading()->readDataToEndOfFile(); // thrown away
 }
 
 void ZOLTAsyncNSTask::runHook(const char* name, void (ZOLTAsyncNSTask::*hook)())

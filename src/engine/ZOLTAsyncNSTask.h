@@ -69,7 +69,7 @@ private:
     void observe(const FileHandle* handle);
     bool stillRunning(const std::shared_ptr<ChildProcess>& process);
     void releaseTool();
-    void readStatus(const std::shared_ptr<ChildProcess>& process);
+    void lookAtEnd(ChildProcess& tool);
     void runHook(const char* name, void (ZOLTAsyncNSTask::*hook)());
 
     std::mutex start_; // held from the decision to start to the launch: an end meets all of it or nothing

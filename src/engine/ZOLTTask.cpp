@@ -4,6 +4,7 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/files/FileNames.h"
+#include "platform/process/ChildProcess.h"
 #include "platform/threads/MainQueue.h"
 
 namespace zolt {
@@ -95,6 +96,15 @@ void ZOLTTask::dropResults()
     if (!error() && !mustBeSeen_) setResults(nullptr);
 }
 
+void ZOLTTask::readStatus(ChildProcess& tool)
+{
+    if (tool.terminationStatus() == 0) return;
+    setError(true);
+    const auto collector = results();
+    const bool killed = tool.terminationReason() == ChildProcess::TerminationReason::UncaughtSignal;
+    if (collector && killed) collector->noteSignal(tool.terminationStatus());
+}
+
 void ZOLTTask::stageBegins()
 {
     progressIndicator()->beginReadings();
@@ -150,6 +160,7 @@ void ZOLTTask::markSetDone()
     collector->setTaskSetDone(true);
     if (!queue_) return;
     if (auto next = collector->claimTaskAfterSetDone()) {
+        next->setOrigin(origin());
         postToMain([queue = queue_, next = std::move(next)] { queue->addTask(next); });
     }
 }

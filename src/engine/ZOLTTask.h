@@ -7,13 +7,23 @@
 #include "platform/controls/ProgressIndicator.h"
 #include "platform/controls/TextField.h"
 
+#include <QStringList>
+
 #include <atomic>
 #include <memory>
 #include <mutex>
 
 namespace zolt {
 
+class ChildProcess;
 class ZOLTTaskQueue;
+
+/// Who had a task queued.
+struct TaskOrigin
+{
+    QString name;      ///< of the tab whose command it was; empty where nobody said
+    QStringList files; ///< full paths: those that the command was pressed on
+};
 
 /// Runs nothing by itself: supplies the row, the flags, the bookkeeping at the end and the way of a cancel. A task is
 /// queued once and run once. Operations may be called from any thread; flags are atomic, the rest lies under a mutex.
@@ -85,6 +95,10 @@ public:
     /// Full path of the file that the task works on; empty where it works on none, or on several.
     virtual QString source() const { return {}; }
 
+    /// What is queued behind the last task of a set is of that task's origin.
+    TaskOrigin origin() const { return get(origin_); }
+    void setOrigin(const TaskOrigin& origin) { put(origin_, origin); }
+
     /// Whether the source is deleted after success; of tasks that can delete.
     /// @throws InvalidArgumentException on a class that does not answer it
     virtual void setDeleteOriginal(bool deleteOriginal);
@@ -132,6 +146,8 @@ protected:
     /// `active` cleared and `done` set.
     void markEnded();
     ZOLTTaskQueue* queue() const { return queue_; }
+    /// A tool that failed sets `error`; what killed it is noted in the results.
+    void readStatus(ChildProcess& tool);
     /// Reports to the queue, if there is one.
     void reportCompleted();
     /// The end after a fault, in the way of the task's family; `error` and the reason are set.
@@ -170,6 +186,7 @@ private:
     std::atomic<bool> mustBeSeen_ = false; // the report, whatever came of the task
     std::atomic<int> stage_ = 0;
     OptionalText title_;
+    TaskOrigin origin_;
 
     int holds_ = 0;
     bool leftQueue_ = false;

@@ -81,6 +81,7 @@ void ZOLTTaskQueue::maxThreadsChanged(const Notification& notification)
 
 void ZOLTTaskQueue::addTask(const TaskPointer& task)
 {
+    if (task->origin().name.isEmpty()) task->setOrigin(origin_);
     ++adding_;
     panel_->makeKeyAndOrderFront();
     lock_.lock();
@@ -163,7 +164,7 @@ void ZOLTTaskQueue::reportEnd(const TaskPointer& task)
     if (idle) endOfRun(rows);
     if (!showsText) return;
     shown = results->results();
-    showOutputWindowTitle(*shown, task->optionalTitle(), {task->source(), results->missingLines(), results->faults()});
+    showOutputWindowTitle(*shown, task->optionalTitle(), {task->source(), results->notes()});
 }
 
 void ZOLTTaskQueue::endOfRun(const Tasks& rows)

@@ -3,6 +3,7 @@
 
 #include "engine/OutputWindowController.h"
 #include "engine/StatusQueueCell.h"
+#include "engine/ZOLTTask.h"
 #include "platform/controls/Table.h"
 #include "platform/controls/Window.h"
 #include "platform/text/Text.h"
@@ -18,13 +19,13 @@
 #include <memory>
 #include <mutex>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace zolt {
 
 class TaskListener;
 class ZOLTController;
-class ZOLTTask;
 
 /// Keeps the tasks that have still to end and the rows of the panel, starts tasks up to a limit, and opens output
 /// windows. addTask comes from the main thread; taskCompleted comes from the main thread or from a task's own.
@@ -90,6 +91,11 @@ public:
     /// goes back to the former hold. Waits for running tools as the cancel does. Main thread.
     void endEverything(const std::function<void()>& cancelRunning);
 
+    /// Whose tasks those are that come to the queue from here on, unless they know it; see ZOLTTask::origin. Main
+    /// thread.
+    /// @return what was set before
+    TaskOrigin setOrigin(const TaskOrigin& origin) { return std::exchange(origin_, origin); }
+
     /// Who is told of tasks from here on; nullptr for nobody. Main thread, while no task is open.
     /// @param listener  outlives the queue, or is taken away before it goes
     void setListener(TaskListener* listener) { listener_ = listener; }
@@ -129,6 +135,7 @@ private:
     void resetIfEmpty();
 
     ZOLTController* zoltController_ = nullptr;
+    TaskOrigin origin_;
     std::atomic<TaskListener*> listener_ = nullptr;
     std::shared_ptr<OutputWindowController> outputWindowController_;
     std::shared_ptr<Table> tableView_;

@@ -55,6 +55,13 @@ QString ZOLTTaskResults::results() const
     return all;
 }
 
+OptionalText ZOLTTaskResults::resultsOfTask(const ZOLTTask* task) const
+{
+    const std::lock_guard guard(mutex_);
+    const auto slot = resultsDictionary_.find(keyOf(task));
+    return slot == resultsDictionary_.end() ? std::nullopt : OptionalText(slot->second);
+}
+
 void ZOLTTaskResults::setResults(const QString& text)
 {
     const std::lock_guard guard(mutex_);
@@ -70,25 +77,38 @@ void ZOLTTaskResults::setResultsForTask(const QString& text, const ZOLTTask* tas
 void ZOLTTaskResults::noteMissing(const QString& line)
 {
     const std::lock_guard guard(mutex_);
-    missingLines_ += line;
+    notes_.missing += line;
 }
 
-QSet<QString> ZOLTTaskResults::missingLines() const
+void ZOLTTaskResults::noteSignal(int signal)
 {
     const std::lock_guard guard(mutex_);
-    return missingLines_;
+    if (notes_.signal == 0) notes_.signal = signal;
 }
 
-void ZOLTTaskResults::noteFault(const QString& sentence)
+ReportNotes ZOLTTaskResults::notes() const
 {
     const std::lock_guard guard(mutex_);
-    faults_ += sentence;
+    ReportNotes all = notes_;
+    for (const auto& [task, sentence] : faults_)
+        all.faults += sentence;
+    return all;
 }
 
-QStringList ZOLTTaskResults::faults() const
+ReportNotes ZOLTTaskResults::notesOfTask(const ZOLTTask* task) const
 {
     const std::lock_guard guard(mutex_);
-    return faults_;
+    ReportNotes own = notes_;
+    for (const auto& [faulty, sentence] : faults_) {
+        if (faulty == task) own.faults += sentence;
+    }
+    return own;
+}
+
+void ZOLTTaskResults::noteFault(const QString& sentence, const ZOLTTask* task)
+{
+    const std::lock_guard guard(mutex_);
+    faults_.emplace_back(task, sentence);
 }
 
 void ZOLTTaskResults::addTaskInSet(const std::shared_ptr<ZOLTTask>& task)

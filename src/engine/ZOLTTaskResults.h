@@ -1,9 +1,9 @@
 // Collects what tasks have to tell: one slot a task, one report a set.
 #pragma once
 
+#include "engine/ReportVerdict.h"
 #include "platform/text/Text.h"
 
-#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -38,6 +38,8 @@ public:
 
     /// The texts of the set in the order entered, each followed by a line end.
     QString results() const;
+    /// The task's own text; absent where it is not in the set.
+    OptionalText resultsOfTask(const ZOLTTask* task) const;
     /// The text under key "0" becomes the string.
     void setResults(const QString& text);
     /// Fills the task's own slot anew; for a task outside the set `results` never looks there.
@@ -45,11 +47,14 @@ public:
 
     /// Remembers a line of the report that is about a file which is not there, where the line itself does not say so.
     void noteMissing(const QString& line);
-    QSet<QString> missingLines() const;
+    /// Remembers what killed a tool; the first is kept.
+    void noteSignal(int signal);
+    ReportNotes notes() const;
+    /// As notes(), of faults those of this task alone.
+    ReportNotes notesOfTask(const ZOLTTask* task) const;
 
     /// Remembers what is wrong with an output though the tool did not say so: one sentence. The report's text stays.
-    void noteFault(const QString& sentence);
-    QStringList faults() const;
+    void noteFault(const QString& sentence, const ZOLTTask* task);
 
     /// Appends the task to the set, with an empty text.
     void addTaskInSet(const std::shared_ptr<ZOLTTask>& task);
@@ -79,8 +84,8 @@ private:
     Tasks tasksInSet_;
     std::map<QString, QString> resultsDictionary_;             // text by the task's index in the set, as text
     std::unordered_map<const ZOLTTask*, std::size_t> indices_; // of each task in the set
-    QSet<QString> missingLines_;
-    QStringList faults_;
+    ReportNotes notes_;                                        // but for the faults
+    std::vector<std::pair<const ZOLTTask*, QString>> faults_;
     std::shared_ptr<ZOLTTask> taskAfterSetDone_;
     std::atomic<bool> taskSetDone_ = false;
     bool taskAfterSetClaimed_ = false;

@@ -149,7 +149,7 @@ void ZOLTThreadTask::endTool()
         toolHasEnded_ = true;
     }
     if (end_.waits != Waits::No) tool->terminate();
-    if (end_.readsStatus && !cancelled() && tool->terminationStatus() != 0) setError(true);
+    if (end_.readsStatus && !cancelled()) readStatus(*tool);
     const std::lock_guard guard(mutex_);
     if (task_ == tool) task_.reset(); // the row may stay for hours: it must not keep descriptors open
 }

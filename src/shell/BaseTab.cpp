@@ -223,10 +223,20 @@ void BaseTab::removeRows(const QList<qsizetype>& rows)
 void BaseTab::executeCommandWithout(const QList<qsizetype>& rows)
 {
     if (isTakingIn()) return; // not all that was meant is there
-    if (rows.isEmpty()) return executeCommand(nullptr);
+    if (rows.isEmpty()) return pressAsOrigin();
     const auto rest = std::make_shared<FileList>(fileNames_->copy());
     rest->removeAt(rows);
     if (!rest->isEmpty()) executeCommandOn(rest);
+}
+
+void BaseTab::pressAsOrigin()
+{
+    if (fileNames_->isEmpty()) return;
+    const TaskOrigin before = taskQueue() ? taskQueue()->setOrigin({label(), fileNames_->copy()}) : TaskOrigin();
+    const auto back = qScopeGuard([&] {
+        if (taskQueue()) taskQueue()->setOrigin(before);
+    });
+    executeCommand(nullptr);
 }
 
 /// A task that is started on the list itself gets `rest` with that, which the rows left out never enter.
@@ -237,7 +247,7 @@ void BaseTab::executeCommandOn(const std::shared_ptr<FileList>& rest)
     bool took = false;
     {
         const auto back = qScopeGuard([&] { took = takeBack(whole, given); }); // also where the command throws
-        executeCommand(nullptr);
+        pressAsOrigin();
     }
     if (took) filesAdded(); // what the tab shows now is for the files that are left
 }

@@ -98,7 +98,7 @@ public:
     void removeRows(const QList<qsizetype>& rows);
     /// Presses the command on all rows but these, which stay in the tab whatever the command does: it gets a list of
     /// its own without them, and what it takes out of that leaves the tab. Nothing is pressed where no other is left,
-    /// and while files still come in.
+    /// and while files still come in. The tasks' origin is this tab.
     virtual void executeCommandWithout(const QList<qsizetype>& rows);
     /// The names of the tools that the command would run on the present list, for the look-up before it is pressed.
     QStringList toolsNeeded() const { return workPlan().tools; }
@@ -128,6 +128,7 @@ private:
     void list(const QStringList& paths);
     void tellRefused(const QSet<QString>& extensions) const;
     bool goesBeside(const QStringList& paths) const;
+    void pressAsOrigin();
     void bringIn(const QStringList& paths, const Acceptance& accepts, bool tells);
     void executeCommandOn(const std::shared_ptr<FileList>& rest);
     std::shared_ptr<FileList> exchangeList(const std::shared_ptr<FileList>& list);

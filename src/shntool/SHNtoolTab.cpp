@@ -213,6 +213,7 @@ template <class Task> void SHNtoolTab::queueEach(const QString& command, const Q
         // The tasks take their file by its place in here.
         const auto task = made<Task>({command, u"-d"_s, to->folder, u"-o"_s, to->format, u"-O"_s, u"never"_s, file});
         task->setTitle(title);
+        task->setSource(file);
         taskQueue()->addTask(task);
     }
 }

@@ -67,10 +67,11 @@ void DeEmphasisTask::lookAtOutput(ZOLTTaskResults& results) const
     const auto source = CoreAudioHelper::getFormatInfo(fileName_), written = CoreAudioHelper::getFormatInfo(output);
     if (!source) return; // nothing to hold it against; the tool's text says why
     if (!written)
-        results.noteFault(u"%1 was not written, or holds no sound"_s.arg(name));
+        results.noteFault(u"%1 was not written, or holds no sound"_s.arg(name), this);
     else if (written->totalSamples() < source->totalSamples())
         results.noteFault(
-            u"%1 is shorter than its source: there may be no room on the disk, or the tool was ended"_s.arg(name));
+            u"%1 is shorter than its source: there may be no room on the disk, or the tool was ended"_s.arg(name),
+            this);
 }
 
 } // namespace zolt

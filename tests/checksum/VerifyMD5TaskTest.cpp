@@ -209,7 +209,7 @@ TEST_F(VerifyMd5, WhoeverSumsTheReportUpLearnsThatAListHoldsNothingToCheck)
         results->addTaskInSet(task);
         queue_.addTask(task);
         runQueue();
-        const ReportVerdict verdict = verdictOf(results->results(), results->missingLines(), results->faults());
+        const ReportVerdict verdict = verdictOf(results->results(), results->notes());
         EXPECT_EQ(inWords(verdict), u"1 failed"_s) << list.toStdString();
         EXPECT_TRUE(verdict.cause.startsWith(u"Nothing of no.md5 was checked: "_s)) << verdict.cause.toStdString();
     }
@@ -222,5 +222,5 @@ TEST_F(VerifyMd5, WhoeverSumsTheReportUpLearnsWhichFilesAreNotThere)
                                     results_);
     EXPECT_EQ(report, u"Verify MD5: set.md5\na.wav : OK\ngone.wav : FAILED\ngone too.wav : OK\na.wav : FAILED\n\n"_s)
         << "the text is as ever";
-    EXPECT_EQ(inWords(verdictOf(report, results_->missingLines())), u"1 OK, 1 failed, 2 missing"_s);
+    EXPECT_EQ(inWords(verdictOf(report, results_->notes())), u"1 OK, 1 failed, 2 missing"_s);
 }

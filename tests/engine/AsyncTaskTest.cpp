@@ -99,7 +99,9 @@ TEST_F(AsyncTask, FailureLeavesARowAndAWindowWithTheToolsText)
 TEST_F(AsyncTask, DeathBySignalIsAFailure)
 {
     const LogCapture log;
-    EXPECT_TRUE(run({u"kill"_s, u"11"_s})->error());
+    const auto task = run({u"kill"_s, u"11"_s});
+    EXPECT_TRUE(task->error());
+    EXPECT_EQ(queue_.outputWindows().at(0)->facts().notes.signal, 11) << "for whoever tells the cause";
 }
 
 TEST_F(AsyncTask, PieceThatEndsInsideACharacterReachesTheHookAsNoText)

@@ -123,3 +123,12 @@ TEST(ReportVerdict, ReportWithoutOutcomesCountsItsLines)
     EXPECT_EQ(inWords(verdict), u"2 lines"_s);
     EXPECT_EQ(inWords(verdictOf({})), u"0 lines"_s);
 }
+
+TEST(ReportVerdict, WhatKilledTheToolIsTheCauseWhateverItsTextSays)
+{
+    EXPECT_EQ(verdictOf(u"a.flac: ERROR while decoding\n"_s, {.missing = {}, .signal = SIGKILL}).cause,
+              u"The tool was killed: by somebody, or by the system for want of memory."_s);
+    EXPECT_EQ(verdictOf({}, {.missing = {}, .signal = SIGSEGV}).cause, u"The tool crashed (Segmentation fault)."_s);
+    EXPECT_EQ(verdictOf({}, {.missing = {}, .signal = SIGXFSZ}).cause,
+              u"The tool was killed (File size limit exceeded)."_s);
+}

@@ -107,6 +107,25 @@ TEST_F(RunRecordTest, TellsWhatHappensInOrder)
     EXPECT_EQ(run.rows[1].task, nullptr) << "ended tasks are not kept";
 }
 
+TEST_F(RunRecordTest, RowsKnowWhoHadThemQueuedAlsoThoseThatFollowASet)
+{
+    EXPECT_EQ(queue_.setOrigin({u"a"_s, {}}).name, QString());
+    const auto first = add(u"/a/1.flac"_s);
+    const auto following = TestTask::make(&queue_);
+    first->results()->setTaskAfterSetDone(following);
+    EXPECT_EQ(queue_.setOrigin({u"b"_s, {}}).name, u"a"_s);
+    const auto second = add(u"/a/2.flac"_s);
+    first->finish();
+    runPosted();
+    following->finish();
+    second->finish();
+    runPosted();
+    QStringList origins;
+    for (const RunRow& row : record_.current()->rows)
+        origins += row.origin.name;
+    EXPECT_THAT(origins, ElementsAre(u"a"_s, u"b"_s, u"a"_s));
+}
+
 TEST_F(RunRecordTest, OutcomeIsReadAsTheRowShowsIt)
 {
     const auto task = TestTask::make(nullptr);
@@ -219,6 +238,39 @@ TEST_F(RunRecordTest, ReportThatNamesBadFilesFailsItsRow)
     EXPECT_EQ(row.outcome, Outcome::Complete);
     EXPECT_EQ(row.verdict.bad, 1);
     EXPECT_TRUE(row.failed());
+}
+
+TEST_F(RunRecordTest, OfASetThatSharesAReportTheRowsFailThatTheReportSpeaksIllOf)
+{
+    const auto results = std::make_shared<ZOLTTaskResults>();
+    std::vector<std::shared_ptr<FileTask>> set;
+    for (const char16_t* const name : {u"/a/bad.md5", u"/a/good.md5"}) {
+        set.push_back(FileTask::make(&queue_, QString::fromUtf16(name)));
+        set.back()->setResults(results);
+        set.back()->keepsReport = true;
+        results->addTaskInSet(set.back());
+        queue_.addTask(set.back());
+    }
+    results->appendResultsForTask(u"a : FAILED\n"_s, set[0].get());
+    results->appendResultsForTask(u"b : OK\n"_s, set[1].get());
+    set[0]->finish();
+    set[1]->finish(); // the last to end brings the report
+    runPosted();
+    const auto& rows = record_.current()->rows;
+    EXPECT_TRUE(rows[0].failed());
+    EXPECT_FALSE(rows[1].failed());
+    EXPECT_EQ(rows[1].verdict.bad, 1);
+}
+
+TEST_F(RunRecordTest, ACanceledRowIsNotCountedAsFailedToo)
+{
+    const auto task = add(u"/a/list.md5"_s);
+    task->keepsReport = true;
+    task->results()->appendResults(u"a : FAILED\n"_s);
+    task->cancelTask(nullptr);
+    runPosted();
+    EXPECT_EQ(record_.current()->rows[0].outcome, Outcome::Canceled);
+    EXPECT_FALSE(record_.current()->rows[0].failed());
 }
 
 TEST_F(RunRecordTest, ProgressIsWeightedByTheBytesOfTheSources)

@@ -127,6 +127,14 @@ TEST_F(ThreadTask, FailureKeepsTheTextForAWindow)
     EXPECT_EQ(queue_.outputWindows()[0]->textField()->string(), u"why\n"_s);
 }
 
+TEST_F(ThreadTask, WhatKilledItsToolIsNotedForWhoeverTellsTheCause)
+{
+    const LogCapture log;
+    queue_.addTask(BlockingTask::make(&queue_, {u"kill"_s, u"9"_s}));
+    finish();
+    EXPECT_EQ(queue_.outputWindows().at(0)->facts().notes.signal, 9);
+}
+
 TEST_F(ThreadTask, EndedTasksKeepNoDescriptorsWhileTheirRowsStay)
 {
     const LogCapture log;
