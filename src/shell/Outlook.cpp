@@ -48,7 +48,7 @@ QString intentionOf(const WorkPlan& plan)
 {
     if (plan.files.isEmpty() && plan.items.empty()) return QString();
     if (plan.items.empty()) return plan.words.isEmpty() ? u"Nothing in the list can be used here"_s : plan.words;
-    return plan.words + place(plan) + deletion(plan);
+    return plan.words + readableName(place(plan)) + deletion(plan);
 }
 
 Outlook outlookOf(const WorkPlan& plan, const OutlookDisk& disk, const std::atomic<bool>& stop)

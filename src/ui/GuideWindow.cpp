@@ -47,9 +47,7 @@ QString keysOf(const QMenuBar& menus)
 void show(QPointer<GuideWindow>& window, const QString& title, const QString& markdown, QWidget* parent)
 {
     if (!window) window = new GuideWindow(title, markdown, parent);
-    window->show();
-    window->raise();
-    window->activateWindow();
+    bringToFront(*window);
 }
 
 } // namespace

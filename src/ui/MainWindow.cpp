@@ -87,10 +87,7 @@ void MainWindow::setEnding(bool ending)
 
 void MainWindow::present()
 {
-    show();
-    if (isMinimized()) showNormal();
-    raise();
-    activateWindow();
+    bringToFront(*this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

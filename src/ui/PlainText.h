@@ -5,7 +5,8 @@
 
 namespace zolt {
 
-/// The text as a tool tip that shows it as it stands, line by line: a name that looks like markup is none.
+/// The text as a tool tip that shows it as it stands, line by line: a name that looks like markup is none, and one that
+/// is not UTF-8 can be read.
 QString plainToolTip(const QString& text);
 
 } // namespace zolt

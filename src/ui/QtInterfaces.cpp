@@ -7,14 +7,13 @@
 #include "shell/PreferencesController.h"
 #include "shell/ZOLTStringGetterPanel.h"
 #include "ui/ViewChoices.h"
+#include "ui/WindowPlaces.h"
 #include "ui/panels/PreferencesWindow.h"
 #include "ui/panels/StatusPanelWindow.h"
 #include "ui/panels/StringGetterDialog.h"
 #include "ui/panels/TrackNamesWindow.h"
 #include "ui/queue/StatusQueueWindow.h"
 #include "ui/reports/OutputWindow.h"
-
-#include <QPointer>
 
 namespace zolt {
 
@@ -59,12 +58,13 @@ QtInterfaces::QtInterfaces()
 
 void QtInterfaces::buildReport(void* owner)
 {
-    ++reports_;
+    reports_.append(nullptr);
     if (gathered_ && viewChoices::gathersReports()) return gathered_();
     outputWindows().removeIf([](const auto& window) { return !window; });
     auto* const window = new OutputWindow(*static_cast<OutputWindowController*>(owner));
     outputWindows().append(window);
-    if (gathered_ && reports_ == manyReports) window->offerGathering([this] { gather(); });
+    reports_.last() = window;
+    if (gathered_ && reports_.size() == manyReports) window->offerGathering([this] { gather(); });
 }
 
 void QtInterfaces::gather()
@@ -72,6 +72,17 @@ void QtInterfaces::gather()
     viewChoices::setGathersReports(true);
     closeReports();
     gathered_();
+}
+
+bool QtInterfaces::presentReports()
+{
+    bool any = false;
+    for (const auto& window : reports_) {
+        if (!window || window->isHidden()) continue;
+        bringToFront(*window);
+        any = true;
+    }
+    return any;
 }
 
 void QtInterfaces::closeReports()

@@ -1,6 +1,8 @@
 // Builds the window of each named interface description.
 #pragma once
 
+#include <QList>
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
@@ -26,7 +28,9 @@ public:
     /// Called in place of opening a report's own window while reports are gathered. Empty for nobody.
     void setGathered(std::function<void()> gathered) { gathered_ = std::move(gathered); }
     /// A new run begins: the fifth report from now on offers to gather them.
-    void countReportsAnew() { reports_ = 0; }
+    void countReportsAnew() { reports_.clear(); }
+    /// Brings the report windows of the run to the front that are still open. @return false if there is none
+    bool presentReports();
     /// The window of that class that stays for the life of its owner; none while it was not built.
     template <class View> View* window() const
     {
@@ -45,7 +49,7 @@ private:
 
     std::vector<std::unique_ptr<QWidget>> windows_;
     std::function<void()> gathered_;
-    int reports_ = 0;
+    QList<QPointer<QWidget>> reports_; // the windows of the run's reports; none for a gathered or a closed one
 };
 
 } // namespace zolt

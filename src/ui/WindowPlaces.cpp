@@ -47,6 +47,14 @@ void fitToScreen(QWidget& window)
     if (window.testAttribute(Qt::WA_Moved) && place != window.geometry()) window.setGeometry(place);
 }
 
+void bringToFront(QWidget& window)
+{
+    window.show();
+    if (window.isMinimized()) window.showNormal();
+    window.raise();
+    window.activateWindow();
+}
+
 void placeBesideActive(QWidget& window)
 {
     const QWidget* const active = QApplication::activeWindow();

@@ -16,6 +16,9 @@ void keepPlace(const QWidget& window, const QString& name);
 /// where the screen has no room for it.
 void fitToScreen(QWidget& window);
 
+/// Shows the window above the others, also where it was minimised, and gives it the keyboard.
+void bringToFront(QWidget& window);
+
 /// Puts a window that was never placed beside the one that has the keyboard, on whichever side the
 /// screen has room for it.
 void placeBesideActive(QWidget& window);

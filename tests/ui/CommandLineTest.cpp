@@ -28,6 +28,14 @@ TEST(CommandLineTest, ATabIsChosenByItsNumber)
     }
 }
 
+TEST(CommandLineTest, OptionsOfTheToolkitAreLeftToIt)
+{
+    const auto line =
+        readCommandLine({u"-style"_s, u"fusion"_s, u"-reverse"_s, u"/a.flac"_s, u"-platform"_s, u"xcb"_s});
+    EXPECT_EQ(line.action, Action::Run);
+    EXPECT_THAT(line.request.files, ElementsAre(u"/a.flac"_s));
+}
+
 TEST(CommandLineTest, HelpVersionAndUnknownOptions)
 {
     EXPECT_EQ(readCommandLine({u"--help"_s}).action, Action::Help);

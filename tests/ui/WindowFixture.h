@@ -7,6 +7,9 @@
 #include "decode/DecodeTab.h"
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/UserDefaults.h"
+#include "platform/files/FileNames.h"
+#include "platform/files/Files.h"
+#include "platform/files/NamedFile.h"
 #include "shell/ZOLTController.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedPanels.h"
@@ -66,8 +69,8 @@ protected:
     QString file(const QString& name)
     {
         const QString path = pathOf(name);
-        QDir().mkpath(QFileInfo(path).path());
-        QFile made(path);
+        EXPECT_TRUE(makeDirectories(path::deletingLastComponent(path)));
+        NamedFile made(path);
         EXPECT_TRUE(made.open(QIODevice::WriteOnly));
         made.write("0123456789");
         return path;
@@ -80,6 +83,8 @@ protected:
         made.write("#!/bin/sh\n" + script);
         made.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
+    /// A name that is not UTF-8, as old collections have it; a person reads "sätze.flac".
+    static QString oldName() { return nameOfBytes("s\xe4tze.flac"); }
     bool listBecomes(qsizetype count)
     {
         return runUntil([&] { return tab().fileNames().count() == count; });

@@ -1,9 +1,8 @@
 #include "app/zolt/CommandLine.h"
 
 #include "platform/Product.h"
+#include "platform/files/FileUris.h"
 #include "platform/files/Files.h"
-
-#include <QUrl>
 
 namespace zolt {
 
@@ -30,8 +29,14 @@ CommandLine just(CommandLine::Action action)
 
 QString pathOfArgument(const QString& argument)
 {
-    const QUrl url(argument);
-    return absolutePath(url.isLocalFile() ? url.toLocalFile() : argument);
+    return absolutePath(pathOfUri(QUrl(argument)).value_or(argument));
+}
+
+/// How many values follow an option that the windows' toolkit takes itself; -1 for another.
+int toolkitOption(const QString& argument)
+{
+    if (argument == u"-reverse") return 0;
+    return argument == u"-style" || argument == u"-platform" ? 1 : -1;
 }
 
 bool readTab(const QString& number, int& tab)
@@ -57,6 +62,8 @@ CommandLine readCommandLine(const QStringList& arguments)
             return just(CommandLine::Action::Help);
         else if (argument == u"--version" || argument == u"-v")
             return just(CommandLine::Action::Version);
+        else if (const int values = toolkitOption(argument); values >= 0)
+            index += values;
         else if (argument != tabOption)
             return wrong(u"unknown option \"%1\""_s.arg(argument));
         else if (!readTab(arguments.value(++index), line.request.tab))
@@ -71,6 +78,7 @@ QString helpText()
            "Opens the window of %1, or brings the one that is open to the front,\n"
            "and adds the files to the tab in front.\n\n"
            "  --select-tab N   bring the tab number N to the front, counted from 0\n"
+           "  -style NAME      draw the windows in another style, -reverse from right to left\n"
            "  -h, --help       show this text\n"
            "  -v, --version    show the version\n\n"
            "zolt-batch does the same work without a window.\n"_s.arg(QLatin1String(product::name));

@@ -57,7 +57,7 @@ WindowProgram::WindowProgram()
     desktop_.setMainWindow(mainWindow_.get());
     onBus_ = std::make_unique<RunOnBus>(program_->record(), [] { return QApplication::activeWindow() != nullptr; });
     runDesk_ = std::make_unique<RunDesk>(program_->record(), program_->controller(), *mainWindow_, interfaces_);
-    onBus_->setShowReport([this] { runDesk_->showLastRun(); });
+    onBus_->setShowReport([this] { runDesk_->showReports(); });
     if (auto* const panel = interfaces_.window<StatusQueueWindow>()) panel->setRecord(&program_->record());
     // From the event loop itself: ending waits, and whoever asked for it is still on his way out.
     desktop_.setTerminateHandler([this] { QTimer::singleShot(0, mainWindow_.get(), [this] { terminate(); }); });

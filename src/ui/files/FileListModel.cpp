@@ -1,12 +1,14 @@
 #include "ui/files/FileListModel.h"
 
+#include "platform/files/FileNames.h"
 #include "platform/text/Text.h"
 #include "ui/PlainText.h"
 #include "ui/Symbols.h"
 
 #include <QDateTime>
-#include <QFileInfo>
 #include <QLocale>
+
+#include <sys/stat.h>
 
 namespace zolt {
 
@@ -17,11 +19,12 @@ namespace {
 /// Where the file lies and what the disk knows of it.
 QStringList factsOf(const QString& file)
 {
-    const QFileInfo facts(file);
-    if (!facts.exists()) return {file, u"This file is not there"_s};
+    struct stat facts = {};
+    if (::stat(bytesOfName(file).constData(), &facts) != 0) return {file, u"This file is not there"_s};
     const QLocale locale;
-    return {file, u"%1, changed %2"_s.arg(locale.formattedDataSize(facts.size(), 1, QLocale::DataSizeSIFormat),
-                                          locale.toString(facts.lastModified(), QLocale::ShortFormat))};
+    const QDateTime changed = QDateTime::fromSecsSinceEpoch(facts.st_mtime);
+    return {file, u"%1, changed %2"_s.arg(locale.formattedDataSize(facts.st_size, 1, QLocale::DataSizeSIFormat),
+                                          locale.toString(changed, QLocale::ShortFormat))};
 }
 
 } // namespace
@@ -72,13 +75,13 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= files_.size()) return {};
     const QString& file = files_[index.row()];
     const QString said = mark(index.row());
-    if (role == Qt::AccessibleDescriptionRole) return said.isEmpty() ? file : said + u'\n' + file;
+    if (role == Qt::AccessibleDescriptionRole) return readableName(said.isEmpty() ? file : said + u'\n' + file);
     if (role == Qt::ToolTipRole) return plainToolTip((factsOf(file) + QStringList(said)).join(u'\n').trimmed());
     if (role == Qt::DecorationRole && index.column() == nameColumn && !said.isEmpty())
         return symbolIcon(isLeftOut(index.row()) ? u"bar"_s : u"dialog-warning"_s);
     if (role != Qt::DisplayRole) return {};
     // A name may hold line ends; a row shows one line.
-    return text(index.column(), index.row()).replace(u'\n', u' ');
+    return readableName(text(index.column(), index.row())).replace(u'\n', u' ');
 }
 
 QString FileListModel::text(int column, int row) const

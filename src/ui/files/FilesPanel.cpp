@@ -2,6 +2,7 @@
 
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
 #include "shell/BaseTab.h"
 #include "shell/ZOLTController.h"
 #include "ui/Symbols.h"
@@ -141,7 +142,7 @@ void FilesPanel::filter()
     QItemSelection gone; // what cannot be seen is neither written nor removed
     for (qsizetype row = 0; row < files.size(); ++row) {
         const bool shown = std::all_of(words.begin(), words.end(), [&](const QString& word) {
-            return files[row].contains(word, Qt::CaseInsensitive);
+            return readableName(files[row]).contains(word, Qt::CaseInsensitive);
         });
         shownFiles_ += shown;
         if (list().isRowHidden(int(row), {}) == shown) list().setRowHidden(int(row), {}, !shown);

@@ -47,7 +47,7 @@ QString bringer(const ToolState& tool)
 {
     const QString package = packageOfTool(tool.name);
     if (!package.isEmpty()) return tool.missing ? u"apt install "_s + package : u"package "_s + package;
-    return tool.missing ? u"no package: put the tool there yourself"_s : u"not a package"_s;
+    return tool.missing ? u"no package: put the tool there yourself"_s : u"comes with this program"_s;
 }
 
 QTreeWidgetItem* rowOf(const ToolState& tool)

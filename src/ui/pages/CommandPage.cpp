@@ -222,6 +222,7 @@ void CommandPage::show(const Outlook& outlook, const QStringList& files)
     if (files != tab_.fileNames().copy()) return; // the next one is on its way
     foreseen_ = files;
     form_->outlook->show(outlook, leftOut_.count());
+    if (destination()) destination()->setMissing(outlook.problem(OutlookProblem::Kind::MissingFolder));
     form_->filesPanel->setMarks(marksOf(outlook), leftOut_.rowsIn(tab_.fileNames().copy()));
 }
 

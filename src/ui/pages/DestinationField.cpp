@@ -2,6 +2,8 @@
 
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/files/FileNames.h"
+#include "platform/files/Files.h"
 #include "ui/DroppedPaths.h"
 
 #include <QDir>
@@ -25,7 +27,8 @@ QString droppedFolder(const QDropEvent& event)
 
 } // namespace
 
-DestinationField::DestinationField(QWidget* parent) : QWidget(parent), line_(new QLineEdit(this))
+DestinationField::DestinationField(QWidget* parent)
+    : QWidget(parent), line_(new QLineEdit(this)), makeButton_(new QPushButton(u"Ma&ke"_s, this))
 {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
@@ -34,6 +37,9 @@ DestinationField::DestinationField(QWidget* parent) : QWidget(parent), line_(new
     button->setObjectName(u"chooseFolderButton"_s);
     button->setToolTip(u"Choose the folder for the outputs"_s);
     row->addWidget(button);
+    row->addWidget(makeButton_);
+    makeButton_->setObjectName(u"makeFolderButton"_s);
+    makeButton_->setAccessibleName(u"Make the folder"_s);
     line_->setObjectName(u"destinationField"_s);
     line_->setAccessibleName(u"Folder for the outputs"_s);
     line_->setPlaceholderText(u"asked for at the start"_s);
@@ -43,15 +49,19 @@ DestinationField::DestinationField(QWidget* parent) : QWidget(parent), line_(new
     line_->installEventFilter(this);
     connect(line_, &QLineEdit::textChanged, this, [this] {
         guarded("destination", [this] {
+            setMissing(false); // as long as nobody has looked
             if (changed_) changed_(folder());
         });
     });
     connect(button, &QPushButton::clicked, this, [this] { guarded("destination", [this] { choose(); }); });
+    connect(makeButton_, &QPushButton::clicked, this, [this] { guarded("destination", [this] { make(); }); });
+    setMissing(false);
     setUsed(true);
 }
 
 QString DestinationField::folder() const
 {
+    if (line_->text() == readableName(exact_)) return exact_;
     const QString text = line_->text().trimmed();
     if (text.isEmpty()) return QString();
     if (text == u"~" || text.startsWith(u"~/")) return QDir::homePath() + text.mid(1);
@@ -60,7 +70,8 @@ QString DestinationField::folder() const
 
 void DestinationField::setFolder(const QString& folder)
 {
-    line_->setText(folder);
+    exact_ = folder;
+    line_->setText(readableName(folder));
 }
 
 void DestinationField::setUsed(bool used)
@@ -69,6 +80,22 @@ void DestinationField::setUsed(bool used)
     const QString why = u"The outputs stand beside their sources now"_s;
     line_->setToolTip(used ? u"All outputs are written to this folder. Type it, choose it or drop it here."_s : why);
     setToolTip(used ? QString() : why);
+}
+
+void DestinationField::setMissing(bool missing)
+{
+    makeButton_->setEnabled(missing);
+    makeButton_->setToolTip(missing ? u"Make the folder, with those above it that are not there"_s
+                                    : u"For a folder that is not there"_s);
+}
+
+void DestinationField::make()
+{
+    if (!makeDirectories(folder()))
+        panels().runAlert(u"The folder could not be made"_s,
+                          u"%1 could not be made. Choose a place that you may write to."_s.arg(readableName(folder())),
+                          u"OK"_s);
+    if (changed_) changed_(folder());
 }
 
 void DestinationField::choose()

@@ -6,6 +6,7 @@
 #include <functional>
 
 class QLineEdit;
+class QPushButton;
 
 namespace zolt {
 
@@ -20,6 +21,8 @@ public:
     void setFolder(const QString& folder);
     /// Called with the folder after each change.
     void setChanged(std::function<void(const QString& folder)> changed) { changed_ = std::move(changed); }
+    /// Whether the folder is not there: it can be made then by the button beside it.
+    void setMissing(bool missing);
     /// Greyed, with the reason as tool tip, while outputs stand beside their sources.
     void setUsed(bool used);
 
@@ -28,8 +31,11 @@ protected:
 
 private:
     void choose();
+    void make();
 
     QLineEdit* const line_;
+    QString exact_; ///< the folder that was set, whose name the line may show more readably
+    QPushButton* const makeButton_;
     std::function<void(const QString&)> changed_;
 };
 

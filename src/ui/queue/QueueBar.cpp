@@ -23,9 +23,9 @@ struct Filled
     double to;
 };
 
-Filled filled(const ProgressIndicator& bar)
+Filled filled(std::optional<double> part)
 {
-    if (const auto part = shownPart(bar)) return {0.0, *part};
+    if (part) return {0.0, *part};
     const double swing = 1.0 - std::abs(double(movingStep() % steps) / (steps / 2) - 1.0);
     return {swing * (1.0 - movingPart), swing * (1.0 - movingPart) + movingPart};
 }
@@ -44,10 +44,10 @@ void drawPlain(QPainter& painter, const QRectF& place, Filled piece, const QColo
 
 } // namespace
 
-std::optional<double> shownPart(const ProgressIndicator& bar)
+std::optional<double> shownPart(const ProgressIndicator& bar, bool ended)
 {
     const auto reading = bar.reading();
-    if (!reading) return std::nullopt;
+    if (!reading) return ended ? std::optional(0.0) : std::nullopt;
     const double range = bar.maxValue() - bar.minValue();
     return range > 0 ? std::clamp((*reading - bar.minValue()) / range, 0.0, 1.0) : 0.0;
 }
@@ -57,12 +57,13 @@ qint64 movingStep()
     return QDateTime::currentMSecsSinceEpoch() / milliseconds;
 }
 
-void drawQueueBar(QPainter& painter, const QRectF& place, const ProgressIndicator& bar, const QStyleOptionViewItem& row)
+void drawQueueBar(QPainter& painter, const QRectF& place, std::optional<double> part, const QStyleOptionViewItem& row)
 {
-    const Filled piece = filled(bar);
+    Filled piece = filled(part);
+    if (row.direction == Qt::RightToLeft) piece = {1.0 - piece.to, 1.0 - piece.from};
     if (row.state & QStyle::State_Selected)
         return drawPlain(painter, place, piece, row.palette.color(QPalette::HighlightedText));
-    if (!shownPart(bar)) return drawPlain(painter, place, piece, row.palette.color(QPalette::Highlight));
+    if (!part) return drawPlain(painter, place, piece, row.palette.color(QPalette::Highlight));
     QStyleOptionProgressBar option;
     option.initFrom(row.widget);
     option.state |= QStyle::State_Horizontal;
@@ -70,7 +71,7 @@ void drawQueueBar(QPainter& painter, const QRectF& place, const ProgressIndicato
     option.textVisible = false;
     option.minimum = 0;
     option.maximum = fine;
-    option.progress = int(piece.to * fine);
+    option.progress = int(*part * fine);
     row.widget->style()->drawControl(QStyle::CE_ProgressBar, &option, &painter, row.widget);
 }
 

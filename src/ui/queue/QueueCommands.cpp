@@ -52,7 +52,7 @@ void showReport(ZOLTTaskQueue& queue, const ZOLTTask& task)
         if (!WindowBinding::widgetOf(*shown->window())) shown->loadWindow();
         return shown->showWindow();
     }
-    queue.showOutputWindowTitle(text, task.title(), {task.source(), report->missingLines(), report->faults()});
+    queue.showOutputWindowTitle(text, task.title(), {task.source(), report->notes()});
 }
 
 } // namespace zolt::queueCommands

@@ -51,7 +51,8 @@ QSize StatusQueueDelegate::sizeHint(const QStyleOptionViewItem& option, const QM
     return {0, qRound(rowHeight * scale(option.font))};
 }
 
-StatusQueueCell::Places StatusQueueDelegate::places(const StatusQueueCell& cell, const QRect& row, const QFont& font)
+StatusQueueCell::Places StatusQueueDelegate::places(const StatusQueueCell& cell, const QRect& row, const QFont& font,
+                                                    Qt::LayoutDirection direction)
 {
     const double factor = scale(font);
     auto places = cell.drawInteriorWithFrameInView(QRectF(margin, 0, row.width() / factor, row.height() / factor));
@@ -59,8 +60,14 @@ StatusQueueCell::Places StatusQueueDelegate::places(const StatusQueueCell& cell,
     places.topTextField.setBottom(row.height() / factor - 1);
     for (QRectF* place : {&places.progressIndicator, &places.textField, &places.topTextField, &places.cancelButton}) {
         *place = QRectF(place->topLeft() * factor, place->size() * factor).translated(row.topLeft());
+        if (direction == Qt::RightToLeft) place->moveLeft(row.left() + row.right() + 1 - place->right());
     }
     return places;
+}
+
+bool StatusQueueDelegate::hasEnded(const StatusQueueCell& cell)
+{
+    return !signOf(cell).isEmpty();
 }
 
 void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -76,7 +83,7 @@ void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     const bool selected = option.state & QStyle::State_Selected;
-    const auto places = StatusQueueDelegate::places(cell, option.rect, option.font);
+    const auto places = StatusQueueDelegate::places(cell, option.rect, option.font, option.direction);
     const QColor plain = option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
     const QColor outcome = selected ? plain : shownColour(cell.textField()->textColour(), option.palette);
     QFont bold = option.font;
@@ -86,7 +93,7 @@ void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     drawText(*painter, places.textField, cell.textField()->stringValue(), bold, outcome);
     drawText(*painter, places.topTextField, model->status(index.row()), small, plain);
     if (!cell.progressIndicator()->isHidden())
-        drawQueueBar(*painter, places.progressIndicator, *cell.progressIndicator(), option);
+        drawQueueBar(*painter, places.progressIndicator, shownPart(*cell.progressIndicator(), hasEnded(cell)), option);
     if (!cell.cancelButton()->isHidden())
         paintSymbol(*painter, u"process-stop"_s, places.cancelButton, plain);
     else if (const QString sign = signOf(cell); !sign.isEmpty())

@@ -38,7 +38,7 @@ QModelIndex StatusQueueView::stopButtonAt(QPoint place) const
     const QModelIndex index = indexAt(place);
     const StatusQueueCell cell = cellOf(index);
     if (!cell.cancelButton() || cell.cancelButton()->isHidden()) return {};
-    const QRectF button = StatusQueueDelegate::places(cell, visualRect(index), font()).cancelButton;
+    const QRectF button = StatusQueueDelegate::places(cell, visualRect(index), font(), layoutDirection()).cancelButton;
     return button.adjusted(-5, -5, 5, 5).contains(place) ? index
                                                          : QModelIndex(); // a little more than is drawn, to hit it
 }
@@ -98,7 +98,7 @@ QString StatusQueueView::visibleText() const
         const StatusQueueCell cell = cellOf(index);
         if (!cell.textField()) break;
         const Colour colour = cell.textField()->textColour();
-        const auto part = shownPart(*cell.progressIndicator());
+        const auto part = shownPart(*cell.progressIndicator(), StatusQueueDelegate::hasEnded(cell));
         const bool moves = !part && !cell.progressIndicator()->isHidden();
         text += u"%1\n%2\n%3 %4 %5 %6 %7\n"_s.arg(index.data().toString())
                     .arg(part.value_or(0.0))

@@ -115,8 +115,8 @@ void StatusQueueWindow::refreshTexts()
     if (title != windowTitle()) setWindowTitle(title);
     form_->headLabel->setText(head.isEmpty() ? u"Nothing in the queue"_s
                                              : head); // does nothing where it stands already
-    form_->totalBar->setValue(record_ && record_->isRunning() ? int(record_->progress() * form_->totalBar->maximum())
-                                                              : 0);
+    const bool anyRun = record_ && record_->current();
+    form_->totalBar->setValue(anyRun ? int(record_->progress() * form_->totalBar->maximum()) : 0);
     form_->cancelAllButton->setEnabled(open);
     form_->pauseButton->setChecked(queue_.isHeld());
     if (!form_->paceField->hasFocus()) form_->paceField->setValue(queue_.maxThreads());

@@ -60,8 +60,8 @@ void ReportPane::setReport(const QString& title, const QString& report, const Re
     title_ = title;
     report_ = report;
     facts_ = facts;
-    const ReportVerdict verdict = verdictOf(report, facts.missing, facts.faults);
-    form_->textField->setReport(report, facts.missing);
+    const ReportVerdict verdict = verdictOf(report, facts.notes);
+    form_->textField->setReport(report, facts.notes);
     form_->countLabel->setText(report.isEmpty() ? QString() : inWords(verdict));
     form_->causeLabel->setText(verdict.cause);
     form_->causeLabel->setVisible(!verdict.cause.isEmpty());

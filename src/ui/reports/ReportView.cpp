@@ -1,6 +1,6 @@
 #include "ui/reports/ReportView.h"
 
-#include "engine/ReportVerdict.h"
+#include "platform/files/FileNames.h"
 #include "ui/OutcomeColours.h"
 
 #include <QEvent>
@@ -40,15 +40,17 @@ ReportView::ReportView(QWidget* parent) : QPlainTextEdit(parent), margin_(new Ma
     });
 }
 
-void ReportView::setReport(const QString& report, const QSet<QString>& missing)
+void ReportView::setReport(const QString& report, const ReportNotes& notes)
 {
-    missing_ = missing;
-    setPlainText(report);
+    notes_.missing.clear();
+    for (const QString& line : notes.missing)
+        notes_.missing += readableName(line);
+    setPlainText(readableName(report));
 }
 
 bool ReportView::isBad(const QTextBlock& line) const
 {
-    const LineVerdict verdict = verdictOfLine(line.text(), missing_);
+    const LineVerdict verdict = verdictOfLine(line.text(), notes_);
     return verdict == LineVerdict::Bad || verdict == LineVerdict::Missing;
 }
 

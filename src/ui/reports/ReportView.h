@@ -1,19 +1,20 @@
 // The text of a report with a margin that marks the lines that tell of a failure.
 #pragma once
 
+#include "engine/ReportVerdict.h"
+
 #include <QPlainTextEdit>
-#include <QSet>
 
 namespace zolt {
 
-/// The text is exactly the report; the signs stand beside it and are never copied with it. Main thread.
+/// The text is exactly the report, names that are not UTF-8 made readable; the signs stand beside it and are never
+/// copied with it. Main thread.
 class ReportView : public QPlainTextEdit
 {
 public:
     explicit ReportView(QWidget* parent = nullptr);
 
-    /// @param missing  those of the report's lines that are about a file which is not there
-    void setReport(const QString& report, const QSet<QString>& missing);
+    void setReport(const QString& report, const ReportNotes& notes);
     /// Whether the line tells of a failed or missing file.
     bool isBad(const QTextBlock& line) const;
     int marginWidth() const;
@@ -27,7 +28,7 @@ protected:
 private:
     void placeMargin();
     QWidget* const margin_;
-    QSet<QString> missing_;
+    ReportNotes notes_; ///< their lines as they are shown
 };
 
 } // namespace zolt

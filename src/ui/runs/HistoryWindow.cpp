@@ -118,7 +118,7 @@ void HistoryWindow::showReport()
     const QString report = row ? row->report.value_or(QString()) : QString();
     if (row == std::exchange(shown_, row) && report == form_->pane->report()) return; // its reader has scrolled in it
     form_->pane->setReport(row ? row->title : QString(), report,
-                           row ? ReportFacts{row->source, row->missing, row->faults} : ReportFacts());
+                           row ? ReportFacts{row->source, row->notes} : ReportFacts());
 }
 
 void HistoryWindow::showLatest(RunFilter filter, bool takesKeyboard)
@@ -128,11 +128,10 @@ void HistoryWindow::showLatest(RunFilter filter, bool takesKeyboard)
     form_->runBox->setCurrentIndex(form_->runBox->count() > 0 ? 0 : -1);
     showRun();
     setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
-    show();
-    if (takesKeyboard) {
-        raise();
-        activateWindow();
-    }
+    if (takesKeyboard)
+        bringToFront(*this);
+    else
+        show();
     timer_.start();
 }
 

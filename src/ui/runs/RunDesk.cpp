@@ -7,6 +7,7 @@
 #include "shell/ZOLTController.h"
 #include "ui/MainWindow.h"
 #include "ui/QtInterfaces.h"
+#include "ui/ViewChoices.h"
 #include "ui/reports/ReportPane.h"
 #include "ui/runs/RunFoot.h"
 #include "ui/runs/RunTexts.h"
@@ -80,17 +81,11 @@ void RunDesk::runBegan(const Run&)
     interfaces_.countReportsAnew();
 }
 
-void RunDesk::rowAdded(const RunRow& row)
-{
-    // The command that queued it has just been pressed: its tab is in front.
-    tabs_.insert(&row, controller_.selectedTabViewItem()->label());
-}
-
 void RunDesk::retry(const Run& run)
 {
     QMap<QString, QStringList> files;
     for (const RunRow& row : run.rows) {
-        if (row.failed() && !row.source.isEmpty()) files[tabs_.value(&row)] += row.source;
+        if (row.failed()) files[row.origin.name] += row.files();
     }
     for (auto each = files.begin(); each != files.end(); ++each) {
         BaseTab* const tab = controller_.tabOfLabel(each.key());
@@ -99,6 +94,11 @@ void RunDesk::retry(const Run& run)
         window_.selectTab(indexOf(*controller_.tabView, each.key()));
     }
     if (!files.isEmpty()) window_.present();
+}
+
+void RunDesk::showReports()
+{
+    if (viewChoices::gathersReports() || !interfaces_.presentReports()) showLastRun();
 }
 
 void RunDesk::showLastRun()

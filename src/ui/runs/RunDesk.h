@@ -4,8 +4,6 @@
 #include "engine/RunRecord.h"
 #include "ui/runs/HistoryWindow.h"
 
-#include <QHash>
-
 namespace zolt {
 
 class MainWindow;
@@ -25,12 +23,14 @@ public:
     HistoryWindow& history() { return *history_; }
     /// Puts the sources of the run's failed rows back into the lists of the tabs that queued them, and shows these.
     void retry(const Run& run);
+    /// Shows the reports of the last run: gathered, where they are, or where their windows were closed; else the
+    /// windows.
+    void showReports();
     /// Shows the last run: its reports if it has some, else its rows.
     void showLastRun();
 
 private:
     void runBegan(const Run& run) override;
-    void rowAdded(const RunRow& row) override;
     void wireMenus(QtInterfaces& interfaces);
     void saveReports();
 
@@ -39,7 +39,6 @@ private:
     MainWindow& window_;
     QtInterfaces& interfaces_;
     std::unique_ptr<HistoryWindow> history_;
-    QHash<const RunRow*, QString> tabs_; ///< which tab queued a row, by its label
 };
 
 } // namespace zolt

@@ -1,5 +1,6 @@
 #include "ui/runs/RunRowsModel.h"
 
+#include "platform/files/FileNames.h"
 #include "platform/text/Counts.h"
 #include "ui/PlainText.h"
 #include "ui/Symbols.h"
@@ -33,7 +34,7 @@ QString text(const RunRow& row, int column)
     case RunRowsModel::TimeColumn:
         return row.milliseconds > 0 ? clockText(row.milliseconds) : QString();
     default:
-        return path::deletingLastComponent(row.source).replace(u'\n', u' ');
+        return readableName(path::deletingLastComponent(row.source)).replace(u'\n', u' ');
     }
 }
 

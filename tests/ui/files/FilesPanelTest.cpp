@@ -44,6 +44,22 @@ TEST_F(FilesPanelTest, ADropFillsTheListSortedWithFoldersWhole)
     EXPECT_EQ(shown(1), u"b.flac"_s);
 }
 
+TEST_F(FilesPanelTest, ANameThatIsNotUtf8IsReadableAndFoundAndTakenAsItIs)
+{
+    const QString path = file(oldName());
+    EXPECT_EQ(dropOn(*list().viewport(), {path, file(u"other.flac"_s)}), Qt::CopyAction);
+    ASSERT_TRUE(runUntil([this] { return list().model()->rowCount() == 2; }));
+    EXPECT_THAT(tab().fileNames().copy(), ElementsAre(pathOf(u"other.flac"_s), path));
+    const QModelIndex row = list().model()->index(1, 0);
+    EXPECT_EQ(row.data().toString(), u"sätze.flac"_s);
+    EXPECT_TRUE(row.data(Qt::AccessibleDescriptionRole).toString().endsWith(u"/sätze.flac"_s));
+    const QString told = row.data(Qt::ToolTipRole).toString();
+    EXPECT_TRUE(told.contains(u"sätze.flac"_s) && told.contains(u"10 bytes"_s)) << told.toStdString();
+    widget<QLineEdit>("filterField").setText(u"ä"_s);
+    EXPECT_FALSE(list().isRowHidden(1, {}));
+    EXPECT_TRUE(list().isRowHidden(0, {}));
+}
+
 TEST_F(FilesPanelTest, ADragTellsHowManyFilesWouldCome)
 {
     file(u"show/a.flac"_s);

@@ -77,6 +77,36 @@ TEST_F(CommandPageTest, AFolderIsChosenOrMeantFromHome)
     EXPECT_EQ(tab().destination(), QDir::homePath() + u"/music"_s);
 }
 
+TEST_F(CommandPageTest, AFolderThatIsNotThereIsMadeOnAPress)
+{
+    besideSources(false);
+    add({file(u"a.flac"_s)});
+    auto& button = widget<QPushButton>("makeFolderButton");
+    destination().setText(folder_.path());
+    EXPECT_TRUE(runUntil([this] { return outlook().text().contains(u" in "); }));
+    EXPECT_FALSE(button.isEnabled()) << "it is there";
+    destination().setText(pathOf(u"new/one"_s));
+    ASSERT_TRUE(runUntil([&] { return button.isEnabled(); }));
+    EXPECT_TRUE(outlook().text().contains(u"is not there"));
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_TRUE(QFileInfo(pathOf(u"new/one"_s)).isDir());
+    EXPECT_TRUE(runUntil([this] { return !outlook().text().contains(u"is not there"); }));
+    EXPECT_FALSE(button.isEnabled());
+}
+
+TEST_F(CommandPageTest, AFolderThatCannotBeMadeIsTold)
+{
+    besideSources(false);
+    add({file(u"a.flac"_s)});
+    destination().setText(pathOf(u"a.flac/below"_s)); // a file stands in the way
+    auto& button = widget<QPushButton>("makeFolderButton");
+    ASSERT_TRUE(runUntil([&] { return button.isEnabled(); }));
+    panels_.answerAlert(alertReply::defaultButton);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    ASSERT_EQ(panels_.alerts().size(), 1U);
+    EXPECT_TRUE(panels_.alerts()[0].message.contains(u"a.flac/below"));
+}
+
 TEST_F(CommandPageTest, AFolderIsDroppedOnTheFieldAndAFileGoesToTheList)
 {
     besideSources(false);

@@ -268,6 +268,18 @@ TEST_F(StatusQueueTest, ARowShowsNameBarAndStatusFromTopToBottom)
     }
 }
 
+TEST_F(StatusQueueTest, FromRightToLeftARowIsItsMirrorPicture)
+{
+    queued(u"a.flac"_s);
+    StatusQueueCell cell;
+    queue().tableViewWillDisplayCellForTableColumnRow(cell, 0);
+    const QRect row(20, 104, 300, 52);
+    const auto plain = StatusQueueDelegate::places(cell, row, view().font());
+    const auto mirrored = StatusQueueDelegate::places(cell, row, view().font(), Qt::RightToLeft);
+    EXPECT_LT(mirrored.cancelButton.right(), mirrored.progressIndicator.left());
+    EXPECT_EQ(mirrored.textField.right() - row.left(), row.left() + row.width() - plain.textField.left());
+}
+
 TEST_F(StatusQueueTest, OutcomesCarryASignBesideTheirColour)
 {
     const auto good = queued(u"same"_s);
@@ -374,6 +386,7 @@ TEST_F(StatusQueueTest, ABarWithoutAReadingMovesAndAPieceWithoutANumberCostsNone
     bar.setDoubleValue(-1);
     EXPECT_EQ(shownPart(bar), 0.42);
     EXPECT_EQ(bar.doubleValue(), -1);
+    EXPECT_EQ(shownPart(ProgressIndicator(), true), 0.0) << "a row that has ended stands still";
     const auto task = queued(u"a.flac"_s);
     ASSERT_TRUE(rowsBecome(1));
     const int before = panel().refreshes();

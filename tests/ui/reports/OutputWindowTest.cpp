@@ -44,6 +44,22 @@ TEST_F(OutputWindowTest, ShowsExactlyTheReportAndCountsBesideIt)
     EXPECT_EQ(window.findChild<QLabel*>(u"countLabel"_s)->text(), u"1 OK, 1 failed"_s);
 }
 
+TEST_F(OutputWindowTest, NamesThatAreNotUtf8CanBeReadAndAreSavedAsTheyAre)
+{
+    const QString line = oldName() + u" : OK"_s;
+    queue().showOutputWindowTitle(line + u"\nb : OK\n"_s, u"Verify MD5"_s, {.notes = {.missing = {line}}});
+    runPosted();
+    QWidget& window = *program_.interfaces().windows().back();
+    EXPECT_EQ(textOf(window).toPlainText(), u"sätze.flac : OK\nb : OK\n"_s);
+    EXPECT_EQ(window.findChild<QLabel*>(u"countLabel"_s)->text(), u"1 OK, 1 missing"_s);
+    EXPECT_TRUE(textOf(window).isBad(textOf(window).document()->firstBlock()));
+    panels_.answerSavePanel(pathOf(u"report.txt"_s));
+    QTest::mouseClick(window.findChild<QPushButton*>(u"saveButton"_s), Qt::LeftButton);
+    QFile saved(pathOf(u"report.txt"_s));
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_EQ(saved.readAll(), QByteArray("s\xe4tze.flac : OK\nb : OK\n"));
+}
+
 TEST_F(OutputWindowTest, AReportWithoutATitleIsTitledOutput)
 {
     EXPECT_EQ(report(u"text"_s, std::nullopt).windowTitle(), u"Output"_s);

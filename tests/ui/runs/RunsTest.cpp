@@ -1,6 +1,9 @@
 #include "ui/runs/RunDesk.h"
 
+#include "checksum/ChecksumTab.h"
 #include "engine/ZOLTTask.h"
+#include "shell/Constants.h"
+#include "shntool/SHNtoolTab.h"
 #include "ui/WindowFixture.h"
 #include "ui/reports/ReportPane.h"
 #include "ui/runs/RunFoot.h"
@@ -76,6 +79,71 @@ TEST_F(RunsTest, RetryPutsTheFailedFilesBackIntoTheirListInFront)
     QTest::mouseClick(window().findChild<QPushButton*>(u"footRetryButton"_s), Qt::LeftButton);
     runPosted();
     EXPECT_EQ(tab().fileNames().count(), 1); // it is there already
+}
+
+TEST_F(RunsTest, RetryGoesToTheTabThatQueuedTheFileWhicheverIsInFront)
+{
+    tool(u"flac"_s, "echo 'ERROR: it is broken'; exit 1\n");
+    auto& checksums = program_.program().tab<ChecksumTab>();
+    checksums.addFiles({file(u"bad.flac"_s)});
+    program_.selectTab(0);
+    checksums.executeCommandWithout({}); // "Test" of a tab that is not in front
+    ASSERT_TRUE(runUntil([&] { return record().current() && !record().isRunning(); }));
+    press("footRetryButton");
+    runPosted();
+    EXPECT_THAT(checksums.fileNames().copy(), ElementsAre(pathOf(u"bad.flac"_s)));
+    EXPECT_TRUE(tab().fileNames().isEmpty());
+    EXPECT_EQ(controller().selectedTabViewItem()->label(), Constants::CHECKSUM);
+}
+
+TEST_F(RunsTest, RetryOfATaskOnSeveralFilesBringsAllOfThemBack)
+{
+    tool(u"shntool"_s, "echo 'shntool [join]: error: it is broken'; exit 1\n");
+    auto& shntool = program_.program().tab<SHNtoolTab>();
+    const QStringList files{file(u"1.wav"_s), file(u"2.wav"_s)};
+    shntool.addFiles(files);
+    shntool.shntoolCommandMatrix->selectTitle(Constants::JOIN);
+    shntool.setDestination(folder_.path());
+    shntool.executeCommandWithout({});
+    ASSERT_TRUE(runUntil([&] { return record().current() && !record().isRunning(); }));
+    EXPECT_TRUE(shntool.fileNames().isEmpty());
+    program_.runDesk().retry(*record().current());
+    runPosted();
+    EXPECT_EQ(shntool.fileNames().copy(), files);
+}
+
+TEST_F(RunsTest, ANameThatIsNotUtf8IsReadableEverywhereAndComesBackAsItIs)
+{
+    tool(u"flac"_s, "printf '%s\\n' \"ERROR: $2 is broken\"; exit 1\n");
+    const QString path = file(nameOfBytes("s\xe4tze/") + oldName());
+    add({path});
+    press("commandButton");
+    ASSERT_TRUE(runUntil([&] { return record().current() && !record().isRunning(); }));
+    runPosted();
+    EXPECT_EQ(record().current()->rows[0].source, path);
+    const auto readable = [](const QString& text) { return text.contains(u"sätze"_s) && readableName(text) == text; };
+    EXPECT_TRUE(readable(queue().panelArray()[0]->textField()->stringValue()));
+    EXPECT_TRUE(readable(program_.interfaces().windows().back()->windowTitle()));
+    program_.runDesk().showLastRun();
+    for (const int column : {0, 3})
+        EXPECT_TRUE(readable(rows().model()->index(0, column).data().toString())) << column;
+    EXPECT_TRUE(readable(rows().model()->index(0, 0).data(Qt::ToolTipRole).toString()));
+    press("footRetryButton");
+    EXPECT_TRUE(listBecomes(1));
+    EXPECT_EQ(tab().fileNames().at(0), path);
+}
+
+TEST_F(RunsTest, AToolThatWasKilledIsTheCauseInWords)
+{
+    tool(u"flac"_s, "kill -SEGV $$\n");
+    add({file(u"a.flac"_s)});
+    press("commandButton");
+    ASSERT_TRUE(runUntil([&] { return record().current() && !record().isRunning(); }));
+    runPosted();
+    const auto& cause = *program_.interfaces().windows().back()->findChild<QLabel*>(u"causeLabel"_s);
+    EXPECT_TRUE(cause.isVisible());
+    EXPECT_EQ(cause.text(), u"The tool crashed (Segmentation fault)."_s);
+    EXPECT_EQ(record().current()->rows[0].verdict.cause, cause.text());
 }
 
 TEST_F(RunsTest, ShowListsTheReportsOfTheLastRun)
