@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int pictureWidth = 580; // fits the window
+
 const char16_t otherKeys[] = u"\n## In lists, the queue and reports\n\n"
                              "| | |\n|---|---|\n"
                              "| Take the selected files out of the list | Delete |\n"
@@ -65,6 +67,13 @@ GuideWindow::GuideWindow(const QString& title, const QString& markdown, QWidget*
     for (const char16_t* const key : {u"Escape", u"Ctrl+W"})
         connect(new QShortcut(QKeySequence(QString::fromUtf16(key)), this), &QShortcut::activated, this,
                 &QWidget::close);
+}
+
+QVariant GuideWindow::loadResource(int type, const QUrl& name)
+{
+    if (type != QTextDocument::ImageResource) return QTextBrowser::loadResource(type, name);
+    const QImage picture(u":/"_s + name.path());
+    return picture.width() > pictureWidth ? picture.scaledToWidth(pictureWidth, Qt::SmoothTransformation) : picture;
 }
 
 void showGuide(QWidget* parent)

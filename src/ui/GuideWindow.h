@@ -12,6 +12,10 @@ class GuideWindow : public QTextBrowser
 public:
     /// @param markdown  the text
     GuideWindow(const QString& title, const QString& markdown, QWidget* parent);
+
+protected:
+    /// Pictures are those that the program carries, no wider than the window.
+    QVariant loadResource(int type, const QUrl& name) override;
 };
 
 /// Shows the guide that the program carries, or brings it to the front.

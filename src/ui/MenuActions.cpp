@@ -90,7 +90,8 @@ void MenuActions::wireQueue()
 {
     ZOLTTaskQueue& queue = *controller_.taskQueue();
     connectTo(form_.queueAction, [&queue] { queue.panel()->makeKeyAndOrderFront(); });
-    connectTo(form_.pauseAction, [this, &queue] { queue.setHeld(form_.pauseAction->isChecked()); });
+    // By the queue, not by its own mark: the panel's button changes that too.
+    connectTo(form_.pauseAction, [&queue] { queue.setHeld(!queue.isHeld()); });
     connectTo(form_.cancelAllAction, [&queue] { queueCommands::cancelAll(queue); });
     connectTo(form_.removeErrorsAction, [&queue] { queue.removeAllErrors(nullptr); });
     connect(form_.queueMenu, &QMenu::aboutToShow, this, [this, &queue] {

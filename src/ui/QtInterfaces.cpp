@@ -3,7 +3,6 @@
 #include "engine/OutputWindowController.h"
 #include "engine/StatusPanelController.h"
 #include "engine/ZOLTTaskQueue.h"
-#include "platform/desktop/Interfaces.h"
 #include "shell/PreferencesController.h"
 #include "shell/ZOLTStringGetterPanel.h"
 #include "ui/ViewChoices.h"
@@ -21,9 +20,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const char16_t* const names[] = {u"StatusQueue",          u"StringGetterPanel", u"StatusPanel",    u"OutputWindow",
-                                 u"TrackNameInputWindow", u"CustomTagsPanel",   u"TrimCharsPanel", u"Preferences"};
-
 constexpr int manyReports = 5; // in one run: the fifth window offers to gather them
 
 /// Output windows go by themselves when they are closed; this knows those that are left.
@@ -35,31 +31,37 @@ QList<QPointer<QWidget>>& outputWindows()
 
 } // namespace
 
-template <class View, class Owner> void QtInterfaces::install(const char16_t* name)
+void QtInterfaces::install(const QString& name, InterfaceBuilder builder)
 {
-    installInterface(QString::fromUtf16(name),
-                     [this](void* owner) { windows_.push_back(std::make_unique<View>(*static_cast<Owner*>(owner))); });
+    names_ += name;
+    installInterface(name, std::move(builder));
+}
+
+template <class View, class Owner> void QtInterfaces::installWindow(const QString& name)
+{
+    install(name, [this](void* owner) { windows_.push_back(std::make_unique<View>(*static_cast<Owner*>(owner))); });
 }
 
 QtInterfaces::QtInterfaces()
 {
-    install<StatusQueueWindow, ZOLTTaskQueue>(names[0]);
-    install<StringGetterDialog, ZOLTStringGetterPanel>(names[1]);
-    install<StatusPanelWindow, StatusPanelController>(names[2]);
-    install<TrackNamesWindow, TrackNameInputController>(names[4]);
-    install<CustomTagsDialog, ZOLTCustomTagsPanel>(names[5]);
-    install<PreferencesWindow, PreferencesController>(names[7]);
+    installWindow<StatusQueueWindow, ZOLTTaskQueue>(u"StatusQueue"_s);
+    installWindow<StringGetterDialog, ZOLTStringGetterPanel>(u"StringGetterPanel"_s);
+    installWindow<StatusPanelWindow, StatusPanelController>(u"StatusPanel"_s);
+    installWindow<TrackNamesWindow, TrackNameInputController>(u"TrackNameInputWindow"_s);
+    installWindow<CustomTagsDialog, ZOLTCustomTagsPanel>(u"CustomTagsPanel"_s);
+    installWindow<PreferencesWindow, PreferencesController>(u"Preferences"_s);
     // Its owner is another one each time, and gone with the run.
-    installInterface(QString::fromUtf16(names[6]), [last = std::make_shared<std::unique_ptr<QWidget>>()](void* owner) {
+    install(u"TrimCharsPanel"_s, [last = std::make_shared<std::unique_ptr<QWidget>>()](void* owner) {
         *last = std::make_unique<TrimCharsDialog>(*static_cast<ZOLTTrimCharsPanel*>(owner));
     });
-    installInterface(QString::fromUtf16(names[3]), [this](void* owner) { buildReport(owner); });
+    install(u"OutputWindow"_s, [this](void* owner) { buildReport(owner); });
 }
 
 void QtInterfaces::buildReport(void* owner)
 {
+    if (std::exchange(anew_, false)) reports_.clear();
     reports_.append(nullptr);
-    if (gathered_ && viewChoices::gathersReports()) return gathered_();
+    if (gathered_ && viewChoices::gathersReports()) return gathered_(reports_.size() == 1);
     outputWindows().removeIf([](const auto& window) { return !window; });
     auto* const window = new OutputWindow(*static_cast<OutputWindowController*>(owner));
     outputWindows().append(window);
@@ -71,7 +73,7 @@ void QtInterfaces::gather()
 {
     viewChoices::setGathersReports(true);
     closeReports();
-    gathered_();
+    gathered_(true);
 }
 
 bool QtInterfaces::presentReports()
@@ -95,8 +97,8 @@ void QtInterfaces::closeReports()
 QtInterfaces::~QtInterfaces()
 {
     closeAll();
-    for (const char16_t* name : names)
-        installInterface(QString::fromUtf16(name), nullptr);
+    for (const QString& name : names_)
+        installInterface(name, nullptr);
 }
 
 void QtInterfaces::closeAll()

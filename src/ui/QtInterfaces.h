@@ -1,8 +1,11 @@
 // Builds the window of each named interface description.
 #pragma once
 
+#include "platform/desktop/Interfaces.h"
+
 #include <QList>
 #include <QPointer>
+#include <QStringList>
 #include <QWidget>
 
 #include <functional>
@@ -26,9 +29,11 @@ public:
     /// Closes the output windows; the reports stay with the queue.
     void closeReports();
     /// Called in place of opening a report's own window while reports are gathered. Empty for nobody.
-    void setGathered(std::function<void()> gathered) { gathered_ = std::move(gathered); }
-    /// A new run begins: the fifth report from now on offers to gather them.
-    void countReportsAnew() { reports_.clear(); }
+    /// @param first  of its run
+    void setGathered(std::function<void(bool first)> gathered) { gathered_ = std::move(gathered); }
+    /// A run has ended: the next report is the first of another, whose fifth offers to gather them. Told at the end: a
+    /// report may come before its run is known to have begun.
+    void countReportsAnew() { anew_ = true; }
     /// Brings the report windows of the run to the front that are still open. @return false if there is none
     bool presentReports();
     /// The window of that class that stays for the life of its owner; none while it was not built.
@@ -43,12 +48,15 @@ public:
     std::vector<QWidget*> windows() const;
 
 private:
-    template <class View, class Owner> void install(const char16_t* name);
+    void install(const QString& name, InterfaceBuilder builder);
+    template <class View, class Owner> void installWindow(const QString& name);
     void buildReport(void* owner);
     void gather();
 
+    QStringList names_;
     std::vector<std::unique_ptr<QWidget>> windows_;
-    std::function<void()> gathered_;
+    std::function<void(bool first)> gathered_;
+    bool anew_ = false;
     QList<QPointer<QWidget>> reports_; // the windows of the run's reports; none for a gathered or a closed one
 };
 

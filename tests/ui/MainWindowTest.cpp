@@ -187,6 +187,10 @@ TEST_F(MainWindowTest, HelpShowsTheGuideAndEveryKey)
     const auto* const guide = window().findChild<QTextBrowser*>(u"guide"_s);
     ASSERT_NE(guide, nullptr);
     EXPECT_TRUE(guide->toPlainText().contains(u"Decoding"));
+    const QVariant picture =
+        guide->document()->resource(QTextDocument::ImageResource, QUrl(u"screenshots/decode.png"_s));
+    EXPECT_GT(picture.value<QImage>().width(), 300);
+    EXPECT_LT(picture.value<QImage>().width(), guide->width());
     delete guide;
     window().findChild<QAction*>(u"shortcutsAction"_s)->trigger();
     EXPECT_TRUE(window().findChild<QTextBrowser*>(u"guide"_s)->toPlainText().contains(u"Ctrl+Shift+O"));

@@ -28,7 +28,7 @@ QString droppedFolder(const QDropEvent& event)
 } // namespace
 
 DestinationField::DestinationField(QWidget* parent)
-    : QWidget(parent), line_(new QLineEdit(this)), makeButton_(new QPushButton(u"Ma&ke"_s, this))
+    : QWidget(parent), line_(new QLineEdit(this)), makeButton_(new QPushButton(u"&Make"_s, this))
 {
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

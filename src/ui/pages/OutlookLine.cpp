@@ -27,7 +27,7 @@ OutlookLine::OutlookLine(QWidget* parent)
                          u"Select the files in the list that this is about"_s, &OutlookLine::showRows)),
       nextButton_(
           button(u"nextProblemButton"_s, QString(), u"Show the next of what stands against it"_s, &OutlookLine::next)),
-      takeBackButton_(button(u"takeBackButton"_s, u"Take Them Bac&k"_s,
+      takeBackButton_(button(u"takeBackButton"_s, u"P&ut Them Back"_s,
                              u"Count the files in again that were left out"_s, &OutlookLine::takeBack))
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

@@ -19,20 +19,26 @@ bool isStopping(const ZOLTTask& task)
     return task.cancelled() && !task.isDone();
 }
 
+void stop(const Task& task)
+{
+    postToMain([task] {
+        if (!task->cancelButton()->isHidden() && !isStopping(*task)) task->cancelButton()->performAction();
+    });
+}
+
 void remove(ZOLTTaskQueue& queue, const std::vector<Task>& tasks)
 {
     for (auto task = tasks.rbegin(); task != tasks.rend(); ++task) {
         if (waits(**task)) queue.withdrawTask(*task);
     }
-    for (const Task& task : tasks) {
-        postToMain([button = task->cancelButton()] {
-            if (!button->isHidden()) button->performAction(); // the task may have ended meanwhile
-        });
-    }
+    for (const Task& task : tasks)
+        stop(task);
 }
 
 void cancelAll(ZOLTTaskQueue& queue)
 {
+    const auto open = queue.taskArray();
+    if (std::all_of(open.begin(), open.end(), [](const Task& task) { return task->cancelled(); })) return;
     queue.endEverything([&queue] { queue.cancelAllTasks(nullptr); });
 }
 

@@ -14,11 +14,14 @@ bool waits(const ZOLTTask& task);
 /// It was asked to stop, and its tool has still to end.
 bool isStopping(const ZOLTTask& task);
 
-/// Takes waiting tasks out, from the last to the first, and then presses the stop buttons of running ones, from the
-/// event loop: stopping waits for the tool's end. Others are left alone. Main thread.
+/// Presses the task's stop button, from the event loop: stopping waits for the tool's end. A task that shows none, or
+/// is being stopped, is left alone: each press would end it once more. Main thread.
+void stop(const Task& task);
+
+/// Takes waiting tasks out, from the last to the first, and then stops running ones. Main thread.
 void remove(ZOLTTaskQueue& queue, const std::vector<Task>& tasks);
 
-/// Ends everything without starting anything more. Main thread.
+/// Ends everything without starting anything more; nothing where all of it is being ended. Main thread.
 void cancelAll(ZOLTTaskQueue& queue);
 
 /// Has so many tasks run side by side from the next start on, and saves it. Main thread.

@@ -10,8 +10,11 @@ using namespace Qt::StringLiterals;
 bool StatusQueueModel::refresh()
 {
     const int rows = int(queue_.numberOfRowsInTableView());
-    if (rows == rows_) return false;
-    if (rows > rows_) {
+    const auto last = queue_.rowTask(rows_ - 1);
+    const bool grown = rows_ == 0 || (last && last == last_.lock());
+    if (grown && rows == rows_) return false;
+    last_ = queue_.rowTask(rows - 1);
+    if (grown) {
         beginInsertRows({}, rows_, rows - 1); // new rows come at the end
         rows_ = rows;
         endInsertRows();
@@ -21,6 +24,11 @@ bool StatusQueueModel::refresh()
         endResetModel();
     }
     return true;
+}
+
+std::shared_ptr<ZOLTTask> StatusQueueModel::task(int row) const
+{
+    return queue_.rowTask(row);
 }
 
 StatusQueueCell StatusQueueModel::cell(int row) const

@@ -5,8 +5,11 @@
 
 #include <QAbstractListModel>
 
+#include <memory>
+
 namespace zolt {
 
+class ZOLTTask;
 class ZOLTTaskQueue;
 
 /// Knows how many rows there are and asks the queue for what a row shows when it is drawn: nothing is kept for a row
@@ -20,8 +23,10 @@ public:
     {
     }
 
-    /// Takes over the number of rows the queue has now. @return true if it has changed
+    /// Takes over the rows that the queue has now. @return true if others have come or gone
     bool refresh();
+    /// None for a row that was swept since.
+    std::shared_ptr<ZOLTTask> task(int row) const;
     /// The controls of a row; empty ones for a row that was swept since.
     StatusQueueCell cell(int row) const;
 
@@ -35,6 +40,7 @@ public:
 private:
     ZOLTTaskQueue& queue_;
     int rows_ = 0;
+    std::weak_ptr<ZOLTTask> last_; ///< of the last row: it stands elsewhere once a row has gone
 };
 
 } // namespace zolt

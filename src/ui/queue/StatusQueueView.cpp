@@ -1,8 +1,8 @@
 #include "ui/queue/StatusQueueView.h"
 
-#include "platform/threads/MainQueue.h"
 #include "ui/PlainText.h"
 #include "ui/queue/QueueBar.h"
+#include "ui/queue/QueueCommands.h"
 #include "ui/queue/StatusQueueDelegate.h"
 #include "ui/queue/StatusQueueModel.h"
 
@@ -45,12 +45,8 @@ QModelIndex StatusQueueView::stopButtonAt(QPoint place) const
 
 void StatusQueueView::stopRow(const QModelIndex& index)
 {
-    const auto button = cellOf(index).cancelButton();
-    if (!button || button->isHidden()) return;
-    // From the event loop: stopping waits for the tool's end, and the mouse is not to be held meanwhile.
-    postToMain([button] {
-        if (!button->isHidden()) button->performAction(); // the task may have ended meanwhile
-    });
+    if (!index.isValid()) return;
+    if (const auto task = static_cast<const StatusQueueModel*>(model())->task(index.row())) queueCommands::stop(task);
 }
 
 void StatusQueueView::mousePressEvent(QMouseEvent* event)

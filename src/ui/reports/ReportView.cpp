@@ -86,11 +86,14 @@ void ReportView::paintMargin(QWidget& margin)
     bold.setBold(true);
     painter.setFont(bold);
     painter.setPen(shownColour(Colour::failure(), palette()));
-    for (QTextBlock block = firstVisibleBlock(); block.isValid(); block = block.next()) {
-        const QRectF line = blockBoundingGeometry(block).translated(contentOffset());
-        if (line.top() > margin.height()) break;
-        if (!isBad(block)) continue;
-        painter.drawText(QRectF(0, line.top(), margin.width(), fontMetrics().height()), Qt::AlignCenter, u"!"_s);
+    QTextBlock block = firstVisibleBlock();
+    // Counted on from the first: the view would walk there from its first line for each.
+    double top = blockBoundingGeometry(block).translated(contentOffset()).top();
+    for (; block.isValid() && top <= margin.height(); block = block.next()) {
+        if (!block.isVisible()) continue;
+        if (isBad(block))
+            painter.drawText(QRectF(0, top, margin.width(), fontMetrics().height()), Qt::AlignCenter, u"!"_s);
+        top += blockBoundingRect(block).height();
     }
 }
 

@@ -121,18 +121,30 @@ void HistoryWindow::showReport()
                            row ? ReportFacts{row->source, row->notes} : ReportFacts());
 }
 
-void HistoryWindow::showLatest(RunFilter filter, bool takesKeyboard)
+void HistoryWindow::chooseLatest(RunFilter filter)
 {
     form_->filterBox->setCurrentIndex(int(filter));
     listRuns();
     form_->runBox->setCurrentIndex(form_->runBox->count() > 0 ? 0 : -1);
     showRun();
-    setAttribute(Qt::WA_ShowWithoutActivating, !takesKeyboard);
-    if (takesKeyboard)
-        bringToFront(*this);
-    else
-        show();
+}
+
+void HistoryWindow::showLatest(RunFilter filter)
+{
+    chooseLatest(filter);
+    setAttribute(Qt::WA_ShowWithoutActivating, false);
+    bringToFront(*this);
     timer_.start();
+}
+
+void HistoryWindow::reportCame(bool first)
+{
+    if (first || !isVisible()) {
+        chooseLatest(RunFilter::Reports);
+        setAttribute(Qt::WA_ShowWithoutActivating);
+        show();
+    }
+    if (!timer_.isActive()) timer_.start();
 }
 
 void HistoryWindow::exportRun()

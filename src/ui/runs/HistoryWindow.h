@@ -26,8 +26,11 @@ public:
     HistoryWindow(RunRecord& record, std::function<void(const Run&)> retry);
     ~HistoryWindow() override;
 
-    /// Shows the newest run. @param takesKeyboard  false where it comes by itself
-    void showLatest(RunFilter filter, bool takesKeyboard = true);
+    /// Shows the newest run and takes the keyboard.
+    void showLatest(RunFilter filter);
+    /// A report has come that has no window of its own. The first of a run has the window come up with the reports of
+    /// that run, without the keyboard; behind others it stays as its reader has it, and lists them at its next look.
+    void reportCame(bool first);
     /// The run that is chosen; none before the first.
     const Run* run() const;
 
@@ -36,6 +39,7 @@ protected:
 
 private:
     void wire();
+    void chooseLatest(RunFilter filter);
     void listRuns();
     void showRun();
     void showReport();

@@ -3,6 +3,7 @@
 #include "engine/ZOLTTaskQueue.h"
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/threads/MainQueue.h"
 #include "shell/BaseTab.h"
 #include "shell/ZOLTController.h"
 #include "ui/MainWindow.h"
@@ -14,6 +15,7 @@
 
 #include <QAction>
 #include <QMap>
+#include <QPointer>
 
 namespace zolt {
 
@@ -51,7 +53,7 @@ RunDesk::RunDesk(RunRecord& record, ZOLTController& controller, MainWindow& wind
                                 {.showQueue = [this] { controller_.taskQueue()->panel()->makeKeyAndOrderFront(); },
                                  .showRun = [this] { showLastRun(); },
                                  .retryFailed = [this] { retry(*record_.current()); }});
-    interfaces_.setGathered([this] { history_->showLatest(RunFilter::Reports, false); });
+    interfaces_.setGathered([this](bool first) { gather(first); });
     wireMenus(interfaces);
 }
 
@@ -76,9 +78,17 @@ void RunDesk::wireMenus(QtInterfaces& interfaces)
     });
 }
 
-void RunDesk::runBegan(const Run&)
+void RunDesk::runEnded(const Run&)
 {
     interfaces_.countReportsAnew();
+}
+
+void RunDesk::gather(bool first)
+{
+    // Behind what the record has still to tell: the report may be of a run that it has not begun yet.
+    postToMain([history = QPointer(history_.get()), first] {
+        if (history) history->reportCame(first);
+    });
 }
 
 void RunDesk::retry(const Run& run)

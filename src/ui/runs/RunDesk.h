@@ -30,9 +30,10 @@ public:
     void showLastRun();
 
 private:
-    void runBegan(const Run& run) override;
+    void runEnded(const Run& run) override;
     void wireMenus(QtInterfaces& interfaces);
     void saveReports();
+    void gather(bool first);
 
     RunRecord& record_;
     ZOLTController& controller_;

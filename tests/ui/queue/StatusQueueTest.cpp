@@ -1,8 +1,10 @@
 #include "ui/queue/StatusQueueWindow.h"
 
 #include "engine/ZOLTTask.h"
+#include "ui/Pictures.h"
 #include "ui/WindowFixture.h"
 #include "ui/queue/QueueBar.h"
+#include "ui/queue/QueueCommands.h"
 #include "ui/queue/StatusQueueDelegate.h"
 #include "ui/queue/StatusQueueModel.h"
 #include "ui/queue/StatusQueueView.h"
@@ -10,6 +12,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTimer>
 
@@ -363,7 +366,8 @@ public:
         task->showTitle(u"slow.flac"_s);
         return task;
     }
-    void stopTask(Sender) override {}
+    void stopTask(Sender) override { ++stops; }
+    int stops = 0;
     void end() { HandTask::stopTask(nullptr); }
 };
 
@@ -376,6 +380,67 @@ TEST_F(StatusQueueTest, ARowThatWasAskedToStopSaysWhatItWaitsFor)
     EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"slow.flac: Stopping when the tool ends"_s);
     task->end();
     EXPECT_EQ(queue().taskCount(), 0);
+}
+
+TEST_F(StatusQueueTest, ARowThatIsBeingStoppedIsNotStoppedAgain)
+{
+    const auto task = SlowTask::makeSlow(queue());
+    queue().addTask(task);
+    ASSERT_TRUE(rowsBecome(1));
+    const QPoint button = stopButtonOf(0).center();
+    for (int press = 0; press < 3; ++press)
+        QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, button);
+    view().setCurrentIndex(view().model()->index(0, 0));
+    QTest::keyClick(&view(), Qt::Key_Delete);
+    runPosted();
+    queueCommands::cancelAll(queue());
+    EXPECT_EQ(task->stops, 1);
+    task->end();
+}
+
+TEST_F(StatusQueueTest, RowsThatTakeThePlaceOfAsManyAreOthers)
+{
+    const auto first = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    view().setCurrentIndex(view().model()->index(0, 0));
+    first->stopTask(nullptr); // swept, and another comes before the next look
+    const auto second = queued(u"b.flac"_s);
+    QSignalSpy resets(view().model(), &QAbstractItemModel::modelReset);
+    ASSERT_TRUE(runUntil([&] { return !resets.isEmpty(); }));
+    EXPECT_FALSE(view().currentIndex().isValid()) << "the keys of a person would reach a row that was not chosen";
+    EXPECT_EQ(view().model()->rowCount(), 1);
+    second->stopTask(nullptr);
+}
+
+TEST_F(StatusQueueTest, TheMenusPauseAndThePanelsAreOne)
+{
+    queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    auto& button = *panel().findChild<QPushButton*>(u"pauseButton"_s);
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_TRUE(queue().isHeld());
+    auto& action = *window().findChild<QAction*>(u"pauseAction"_s);
+    action.trigger();
+    EXPECT_FALSE(queue().isHeld());
+    EXPECT_TRUE(runUntil([&] { return !button.isChecked(); }));
+    action.trigger();
+    EXPECT_TRUE(queue().isHeld());
+    EXPECT_TRUE(runUntil([&] { return button.isChecked(); }));
+}
+
+TEST_F(StatusQueueTest, ANameWiderThanItsColumnIsCutOff)
+{
+    const auto task = queued(QString(300, u'W'));
+    ASSERT_TRUE(rowsBecome(1));
+    const QImage row = view().viewport()->grab(view().visualRect(view().model()->index(0, 0))).toImage();
+    StatusQueueCell cell;
+    queue().tableViewWillDisplayCellForTableColumnRow(cell, 0);
+    const auto places = StatusQueueDelegate::places(cell, QRect(QPoint(), row.size()), view().font());
+    const QRect name = places.textField.toAlignedRect();
+    const QRect beside(name.right() + 2, name.top(), row.width() - name.right() - 3, name.height() / 2);
+    EXPECT_GT(colourCount(row.copy(name)), 1);
+    EXPECT_EQ(colourCount(row.copy(beside)), 1) << "nothing is drawn there";
+    task->stopTask(nullptr);
 }
 
 TEST_F(StatusQueueTest, ABarWithoutAReadingMovesAndAPieceWithoutANumberCostsNone)

@@ -211,6 +211,28 @@ TEST_F(OutputWindowTest, BadLinesAloneCanBeShownAndLinesWrapped)
     EXPECT_EQ(textOf(window).lineWrapMode(), QPlainTextEdit::WidgetWidth);
 }
 
+TEST_F(OutputWindowTest, SignsStandBesideTheirLinesWithTheGoodOnesHidden)
+{
+    QString text;
+    for (int line = 0; line < 50; ++line)
+        text += u"a.flac : OK\n"_s;
+    QWidget& window = report(text + u"b.flac : FAILED\n"_s);
+    const auto sign = [&] { // the first line of the margin's picture that has one
+        const QImage margin = textOf(window).grab(QRect(1, 1, textOf(window).marginWidth(), 200)).toImage();
+        for (int y = 0; y < margin.height(); ++y) {
+            for (int x = 0; x < margin.width(); ++x) {
+                if (const QColor colour = margin.pixelColor(x, y); colour.red() > colour.blue() + 60) return y;
+            }
+        }
+        return -1;
+    };
+    textOf(window).verticalScrollBar()->setValue(0);
+    EXPECT_EQ(sign(), -1);
+    window.findChild<QCheckBox*>(u"badBox"_s)->setChecked(true);
+    EXPECT_GE(sign(), 0);
+    EXPECT_LT(sign(), 2 * textOf(window).fontMetrics().height());
+}
+
 TEST_F(OutputWindowTest, AReportFromAThreadGoesToItsPlaceOnceItIsTold)
 {
     QWidget& first = report(u"one"_s);
@@ -228,6 +250,7 @@ TEST_F(OutputWindowTest, TheFifthReportOffersToGatherThem)
     EXPECT_TRUE(fifth.findChild<QWidget*>(u"gatherBar"_s)->isVisible());
     QTest::mouseClick(fifth.findChild<QPushButton*>(u"gatherButton"_s), Qt::LeftButton);
     settleDeletions();
+    runPosted();
     EXPECT_EQ(openReports(), 0);
     EXPECT_TRUE(viewChoices::gathersReports());
     EXPECT_TRUE(program_.runDesk().history().isVisible());

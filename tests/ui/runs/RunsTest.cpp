@@ -4,6 +4,7 @@
 #include "engine/ZOLTTask.h"
 #include "shell/Constants.h"
 #include "shntool/SHNtoolTab.h"
+#include "ui/ViewChoices.h"
 #include "ui/WindowFixture.h"
 #include "ui/reports/ReportPane.h"
 #include "ui/runs/RunFoot.h"
@@ -146,6 +147,30 @@ TEST_F(RunsTest, AToolThatWasKilledIsTheCauseInWords)
     EXPECT_EQ(record().current()->rows[0].verdict.cause, cause.text());
 }
 
+TEST_F(RunsTest, ShowReportBringsUpTheWindowsOfTheRunOrTheGatheredOnes)
+{
+    runTwo();
+    QWidget& report = *program_.interfaces().windows().back();
+    window().present();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window()));
+    program_.runDesk().showReports();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&report));
+    EXPECT_FALSE(history().isVisible());
+
+    viewChoices::setGathersReports(true);
+    program_.runDesk().showReports();
+    EXPECT_TRUE(history().isVisible());
+    EXPECT_EQ(history().findChild<QComboBox*>(u"filterBox"_s)->currentText(), u"with a report"_s);
+}
+
+TEST_F(RunsTest, ShowReportListsTheReportsWhoseWindowsWereClosed)
+{
+    runTwo();
+    program_.interfaces().closeReports();
+    program_.runDesk().showReports();
+    EXPECT_TRUE(history().isVisible());
+}
+
 TEST_F(RunsTest, ShowListsTheReportsOfTheLastRun)
 {
     runTwo();
@@ -170,6 +195,30 @@ TEST_F(RunsTest, TheHistoryListsRunsTheNewestFirstAndFilters)
     EXPECT_EQ(rows().model()->rowCount(), 1);
     history().findChild<QComboBox*>(u"runBox"_s)->setCurrentIndex(1);
     EXPECT_EQ(history().run(), record().runs().front().get());
+}
+
+TEST_F(RunsTest, GatheredReportsComeWithTheFirstOfARunAndThenLeaveTheListToItsReader)
+{
+    viewChoices::setGathersReports(true);
+    runTwo();
+    ASSERT_TRUE(history().isVisible());
+    EXPECT_EQ(program_.interfaces().windows().size(), 1U) << "no window of its own";
+    auto& filter = *history().findChild<QComboBox*>(u"filterBox"_s);
+    EXPECT_EQ(filter.currentText(), u"with a report"_s);
+    ASSERT_TRUE(runUntil([this] { return rows().model()->rowCount() == 1; }));
+    filter.setCurrentIndex(0);
+    const auto report = [this] {
+        queue().showOutputWindowTitle(u"one more"_s, u"x"_s);
+        runPosted();
+    };
+    report();
+    EXPECT_EQ(filter.currentText(), u"with a report"_s) << "the first behind a run's end";
+    filter.setCurrentIndex(0);
+    report();
+    EXPECT_EQ(filter.currentIndex(), 0);
+    runTwo();
+    EXPECT_EQ(record().runs().size(), 2U);
+    EXPECT_EQ(filter.currentIndex(), 0);
 }
 
 TEST_F(RunsTest, ARunIsSavedAsTextOrAsATable)
