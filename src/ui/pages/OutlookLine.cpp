@@ -27,8 +27,8 @@ OutlookLine::OutlookLine(QWidget* parent)
                          u"Select the files in the list that this is about"_s, &OutlookLine::showRows)),
       nextButton_(
           button(u"nextProblemButton"_s, QString(), u"Show the next of what stands against it"_s, &OutlookLine::next)),
-      takeBackButton_(button(u"takeBackButton"_s, u"P&ut Them Back"_s,
-                             u"Count the files in again that were left out"_s, &OutlookLine::takeBack))
+      takeBackButton_(button(u"takeBackButton"_s, u"P&ut Them Back"_s, u"Count the files in again that were left out"_s,
+                             &OutlookLine::takeBack))
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setAccessibleName(u"What will happen"_s);
