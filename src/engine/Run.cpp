@@ -1,6 +1,7 @@
 #include "engine/Run.h"
 
 #include "engine/ZOLTTask.h"
+#include "platform/files/FileNames.h"
 #include "platform/text/Counts.h"
 
 namespace zolt {
@@ -10,7 +11,7 @@ using namespace Qt::StringLiterals;
 QString nameOf(const ZOLTTask& task)
 {
     const QString name = task.title().isEmpty() ? task.textField()->stringValue() : task.title();
-    const QString file = path::lastComponent(task.source());
+    const QString file = readableName(path::lastComponent(task.source()));
     return name.contains(file) ? name : name + u": "_s + file;
 }
 
