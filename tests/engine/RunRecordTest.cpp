@@ -157,7 +157,7 @@ TEST_F(RunRecordTest, LastRowOfARunKnowsWhichLinesOfItsReportAreAboutMissingFile
     task->results()->noteMissing(u"1.wav : not there"_s);
     task->finish();
     runPosted();
-    EXPECT_EQ(record_.current()->rows[0].missing, QSet<QString>{u"1.wav : not there"_s});
+    EXPECT_EQ(record_.current()->rows[0].notes.missing, QSet<QString>{u"1.wav : not there"_s});
 }
 
 TEST_F(RunRecordTest, WithdrawnTaskNeverRanAndIsCanceled)
