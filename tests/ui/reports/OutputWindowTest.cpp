@@ -179,6 +179,7 @@ TEST_F(OutputWindowTest, AFileThatIsNotThereCountsAsMissingWhateverItsLineSays)
     auto& checksums = program_.program().tab<ChecksumTab>();
     checksums.commandOptions->selectCell(ChecksumTab::VerifyLists, 0);
     checksums.addFiles({list.fileName()});
+    checksums.waitForFiles();
     checksums.executeCommand(nullptr);
     ASSERT_TRUE(runUntil([&] { return openReports() == 1 && !program_.program().record().isRunning(); }));
     runPosted();

@@ -87,6 +87,7 @@ TEST_F(RunsTest, RetryGoesToTheTabThatQueuedTheFileWhicheverIsInFront)
     tool(u"flac"_s, "echo 'ERROR: it is broken'; exit 1\n");
     auto& checksums = program_.program().tab<ChecksumTab>();
     checksums.addFiles({file(u"bad.flac"_s)});
+    checksums.waitForFiles();
     program_.selectTab(0);
     checksums.executeCommandWithout({}); // "Test" of a tab that is not in front
     ASSERT_TRUE(runUntil([&] { return record().current() && !record().isRunning(); }));
@@ -103,6 +104,7 @@ TEST_F(RunsTest, RetryOfATaskOnSeveralFilesBringsAllOfThemBack)
     auto& shntool = program_.program().tab<SHNtoolTab>();
     const QStringList files{file(u"1.wav"_s), file(u"2.wav"_s)};
     shntool.addFiles(files);
+    shntool.waitForFiles();
     shntool.shntoolCommandMatrix->selectTitle(Constants::JOIN);
     shntool.setDestination(folder_.path());
     shntool.executeCommandWithout({});
