@@ -42,7 +42,7 @@ def main() -> None:
     if not mac.exists():
         mac = pathlib.Path(options.build) / "tools" / "mac"
     coders = {"flac -8": lambda source, made: ["flac", "-8", "-s", "-o", made, source],
-              "wavpack -hh": lambda source, made: ["wavpack", "-hh", "-q", source, made]}
+              "wavpack -hh": lambda source, made: ["wavpack", "-hh", "-q", source, "-o", made]}
     for level in LEVELS:
         coders[f"mac -c{level}"] = lambda source, made, level=level: [mac.resolve(), source, made, f"-c{level}"]
     with tempfile.TemporaryDirectory() as top:
