@@ -16,7 +16,7 @@ namespace {
 QList<int> depthsOf(const QString& target)
 {
     static const QHash<QString, QList<int>> depths{
-        {C::SHN, {8, 16}}, {C::APE, {8, 16}}, {C::TTA, {8, 16, 24}}, {C::M4A, {16, 20, 24}}};
+        {C::SHN, {8, 16}}, {C::APE, {8, 16, 24}}, {C::TTA, {8, 16, 24}}, {C::M4A, {16, 20, 24}}};
     return depths.value(target);
 }
 

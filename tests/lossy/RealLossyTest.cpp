@@ -281,7 +281,10 @@ TEST_F(RealLossy, ACancelledMP3LeavesNoToolRunning)
     tab.addFiles({source});
     tab.executeCommand(nullptr);
     const auto task = queued<EncodeMP3Task>().at(0);
-    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue().startsWith(u"Encoding to MP3: "_s); }));
+    ASSERT_TRUE(runUntil([&] {
+        return task->topTextField()->stringValue().startsWith(u"Encoding to MP3: "_s) &&
+               QFile::exists(output(u"long.mp3"_s));
+    }));
     task->cancelTask(nullptr);
     settle();
     EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);

@@ -153,7 +153,7 @@ TEST_F(UtilFiles, APathTooLongIsCutAndMakesNoFile)
     EXPECT_TRUE(directoryListing(deep).isEmpty());
 }
 
-TEST_F(UtilFiles, ThePathMayBeAThousandAndTwentyThreeBytesLongAndNoMore)
+TEST_F(UtilFiles, ThePathIsCutBehindAThousandAndTwentyThreeBytes)
 {
     const qsizetype nameLength = Util::generateTempFileName2Extension(u"/d"_s, u"wav"_s).size() - 2;
     QString deep = directory_.path();
@@ -162,8 +162,14 @@ TEST_F(UtilFiles, ThePathMayBeAThousandAndTwentyThreeBytesLongAndNoMore)
     deep += u'/' + QString(1023 - nameLength - deep.size() - 1, u'd');
     ASSERT_TRUE(QDir().mkpath(deep));
     ASSERT_TRUE(QDir().mkpath(deep + u'd'));
-    EXPECT_EQ(Util::generateTempFileNameExtension(deep, u"wav"_s).size(), 1023);
-    EXPECT_EQ(failureOf(deep + u'd', u"wav"_s), u"Unable to create a temporary file: Invalid argument"_s);
+    ASSERT_TRUE(QDir().mkpath(deep + u"ddd"_s));
+    const auto made = [](const QString& folder) { return Util::generateTempFileNameExtension(folder, u"wav"_s); };
+    EXPECT_EQ(made(deep).size(), 1023);
+    EXPECT_TRUE(made(deep).endsWith(u".wav"_s));
+    EXPECT_EQ(made(deep + u'd').size(), 1023);
+    EXPECT_TRUE(made(deep + u'd').endsWith(u".wa"_s));
+    // Six placeholders have to be left ahead of where the extension was to begin.
+    EXPECT_EQ(failureOf(deep + u"ddd"_s, u"wav"_s), u"Unable to create a temporary file: Invalid argument"_s);
 }
 
 TEST_F(UtilFiles, AMissingExtensionFailsTheAssertion)
