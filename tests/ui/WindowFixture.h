@@ -10,6 +10,7 @@
 #include "platform/files/FileNames.h"
 #include "platform/files/Files.h"
 #include "platform/files/NamedFile.h"
+#include "platform/threads/DetachedThreads.h"
 #include "shell/ZOLTController.h"
 #include "support/EventLoop.h"
 #include "support/ScriptedPanels.h"
@@ -31,7 +32,12 @@ protected:
         window().present();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
     }
-    ~WindowTest() override { qunsetenv("ZOLT_TOOLS"); }
+    ~WindowTest() override
+    {
+        waitForDetachedThreads(); // one could be inside a queue that is gone, or post its report to it
+        runPosted();
+        qunsetenv("ZOLT_TOOLS");
+    }
 
     MainWindow& window() { return program_.mainWindow(); }
     ZOLTController& controller() { return program_.program().controller(); }
