@@ -252,16 +252,18 @@ TEST(ChildProcess, WhatAToolLeftBehindIsWaitedForThoughDescriptorsAreShort)
         {u"child"_s, u"wait-file"_s, QString::fromLocal8Bit(go), u"touch"_s, QString::fromLocal8Bit(ended)});
     process->launch();
     process->waitUntilExit();
-    std::atomic<bool> begun = false;
+    std::atomic<bool> areShort = false, begun = false;
     bool hadEnded = false;
-    std::thread waiter;
+    std::thread waiter([&] { // started ahead: the sanitizers need a descriptor for that
+        while (!areShort)
+            std::this_thread::yield();
+        begun = true;
+        process->waitForAll();
+        hadEnded = ::access(ended.constData(), F_OK) == 0;
+    });
     {
         const NoMoreDescriptors none;
-        waiter = std::thread([&] {
-            begun = true;
-            process->waitForAll();
-            hadEnded = ::access(ended.constData(), F_OK) == 0;
-        });
+        areShort = true;
         while (!begun)
             std::this_thread::yield();
         ::mkdir(go.constData(), 0700); // a sign that takes no descriptor to give
