@@ -111,8 +111,9 @@ void FileIntake::start(const QStringList& paths, const Acceptance& accepts,
     runs_.push_back(run); // last: there is none where no thread was to be had
 }
 
-void FileIntake::forget(const Run* run)
+void FileIntake::forget(Run* run)
 {
+    run->stopped = true; // what it posts from here on finds nobody: its owner may be gone by then
     std::erase_if(runs_, [run](const auto& each) { return each.get() == run; });
 }
 

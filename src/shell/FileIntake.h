@@ -53,7 +53,7 @@ public:
 
 private:
     struct Run;
-    void forget(const Run* run);
+    void forget(Run* run);
 
     std::vector<std::shared_ptr<Run>> runs_;
 };

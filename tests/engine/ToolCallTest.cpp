@@ -55,6 +55,15 @@ protected:
 class RunTool : public EngineTest
 {
 protected:
+    ~RunTool() override { letGo(); }
+    /// Another task instead of the fixture's.
+    void renew()
+    {
+        letGo();
+        task_ = CallingTask::make(&queue_);
+    }
+    /// One that never ran holds its results, and they hold it.
+    void letGo() const { task_->setResults(nullptr); }
     void run()
     {
         queue_.addTask(task_);
@@ -96,9 +105,8 @@ TEST_F(RunTool, BareNameIsLookedUpInTheToolsDirectoryWhichIsOnTheChildsPath)
 {
     FakeTools tools;
     tools.install(u"wavpack"_s, {u"env"_s, u"PATH"_s});
-    const auto task = CallingTask::make(&queue_);
-    task->calls = {{.tool = u"wavpack"_s, .arguments = {u"-f"_s, u"it's.wav"_s}, .parser = task->hearingThen([] {})}};
-    task_ = task;
+    renew();
+    task_->calls = {{.tool = u"wavpack"_s, .arguments = {u"-f"_s, u"it's.wav"_s}, .parser = task_->hearingThen([] {})}};
     run();
     EXPECT_EQ(tools.calls(u"wavpack"_s), QList<QStringList>({{u"-f"_s, u"it's.wav"_s}}));
     EXPECT_TRUE(task_->heard.value(0).endsWith(u':' + tools.directory()));
@@ -139,7 +147,7 @@ TEST_F(RunTool, CancelEndsTheReadingUnlessTheCallReadsToTheEnd)
          {std::pair{StopAt::Cancel, QStringList{u"a"_s}}, std::pair{StopAt::CancelOrError, QStringList{u"a"_s}},
           std::pair{StopAt::Nothing, QStringList{u"a"_s, u"b"_s}}}) {
         QFile::remove(file(u"go"_s));
-        task_ = CallingTask::make(&queue_);
+        renew();
         task_->calls = {{.tool = fakeTool(),
                          .arguments = afterGo({u"out"_s, u"b"_s}),
                          .parser = hearingThenGo([this] { task_->setCancelled(true); }),
@@ -191,7 +199,7 @@ TEST_F(RunTool, NextToolWaitsForTheOneBeforeIt)
 TEST_F(RunTool, PiecesAreCompletedByTheToolsDialect)
 {
     FakeTools tools;
-    task_ = CallingTask::make(&queue_);
+    renew();
     tools.install(u"flac"_s,
                   {u"out"_s, u"a.flac: 1% complete"_s, u"wait-file"_s, file(u"go"_s), u"out"_s, u"\b2% complete\b3"_s});
     task_->calls = {{.tool = u"flac"_s, .arguments = {u"-d"_s}, .parser = hearingThenGo([] {})}};

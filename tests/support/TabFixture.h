@@ -34,6 +34,8 @@ protected:
     {
         waitForDetachedThreads();
         runPosted();
+        for (const auto& task : queue().taskArray())
+            task->setResults(nullptr); // one that never ran holds its results, and they hold it
     }
     ZOLTTaskQueue& queue() { return *controller.taskQueue(); }
     QString folder() const { return folder_.path(); }
