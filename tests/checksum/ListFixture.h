@@ -7,6 +7,7 @@
 #include "platform/files/Files.h"
 #include "platform/threads/DetachedThreads.h"
 #include "support/EventLoop.h"
+#include "support/QueueRun.h"
 #include "support/RecordingDesktop.h"
 
 #include <gtest/gtest.h>
@@ -77,12 +78,7 @@ protected:
         EXPECT_EQ(queue_.outputWindows().size(), 1U);
         return queue_.outputWindows().empty() ? QString() : queue_.outputWindows().front()->textField()->string();
     }
-    void runQueue()
-    {
-        EXPECT_TRUE(runUntil([this] { return queue_.taskCount() == 0; }));
-        waitForDetachedThreads();
-        runPosted();
-    }
+    void runQueue() { EXPECT_TRUE(runToEnd(queue_)); }
 
     QTemporaryDir folder_;
     RecordingDesktop desktop_;

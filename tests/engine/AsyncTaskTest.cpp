@@ -9,6 +9,7 @@
 #include "support/FakeTool.h"
 #include "support/FakeTools.h"
 #include "support/LogCapture.h"
+#include "support/QueueRun.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -62,7 +63,7 @@ protected:
     }
     std::shared_ptr<ToolTask> finished(const std::shared_ptr<ToolTask>& task)
     {
-        EXPECT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
+        EXPECT_TRUE(runToEnd(queue_));
         return task;
     }
     QTemporaryDir directory_;
@@ -277,7 +278,7 @@ TEST_F(AsyncTask, HookThatRunsBehindTheReportStillHasItsResults)
     };
     const auto ended = Late::make(&queue_);
     queue_.addTask(ended);
-    ASSERT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
+    ASSERT_TRUE(runToEnd(queue_));
     EXPECT_TRUE(ended->hadResults) << "at the end of output";
     setLimit(0);
     const auto cancelled = Late::make(&queue_);
@@ -382,7 +383,7 @@ TEST_F(AsyncTask, LaunchThatFailsInAReportEndsTheRowAsFailed)
     const auto task = ZOLTAsyncNSTask::initAsyncTaskWithQueueLaunchPathArguments(&queue_, u"/nowhere/tool"_s, {});
     queue_.addTask(task);
     first->finish();
-    ASSERT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
+    ASSERT_TRUE(runToEnd(queue_));
     EXPECT_TRUE(task->error());
     ASSERT_EQ(queue_.outputWindows().size(), 1U); // the fault cut the first one's report short
     EXPECT_TRUE(queue_.outputWindows()[0]->textField()->string().contains(u"/nowhere/tool"_s));
@@ -401,7 +402,7 @@ protected:
         queue_.addTask(task);
         EXPECT_EQ(task->topTextField()->stringValue(), u"Writing"_s);
         EXPECT_EQ(task->textField()->stringValue(), u"list"_s);
-        EXPECT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
+        EXPECT_TRUE(runToEnd(queue_));
         QFile text(file);
         return text.open(QIODevice::ReadOnly) ? QString::fromUtf8(text.readAll()) : u"no file"_s;
     }

@@ -4,6 +4,7 @@
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
 #include "support/LogCapture.h"
+#include "support/QueueRun.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -47,8 +48,7 @@ TEST_F(QueueThreads, ThreadTasksReportFromTheirOwnThreadsAndStartTheNextThere)
     std::atomic<int> runs = 0;
     for (int i = 0; i < 200; ++i)
         queue_.addTask(QuickThreadTask::make(&queue_, &runs));
-    ASSERT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
-    waitForDetachedThreads();
+    ASSERT_TRUE(runToEnd(queue_));
     EXPECT_EQ(runs, 200);
     EXPECT_EQ(queue_.activeTask(), 0);
     EXPECT_TRUE(queue_.outputWindows().empty());
@@ -62,7 +62,6 @@ TEST_F(QueueThreads, CancelOfAllWhileThreadsEndKeepsTheQueueWhole)
     for (int i = 0; i < 100; ++i)
         queue_.addTask(QuickThreadTask::make(&queue_, &runs));
     queue_.cancelAllTasks(nullptr);
-    ASSERT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
-    waitForDetachedThreads();
+    ASSERT_TRUE(runToEnd(queue_));
     EXPECT_EQ(queue_.activeTask(), 0);
 }

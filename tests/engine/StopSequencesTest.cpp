@@ -4,6 +4,7 @@
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
 #include "support/LogCapture.h"
+#include "support/QueueRun.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -104,12 +105,7 @@ protected:
         queue_.addTask(task);
         return task;
     }
-    void finish()
-    {
-        EXPECT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
-        waitForDetachedThreads();
-        runPosted();
-    }
+    void finish() { EXPECT_TRUE(runToEnd(queue_)); }
 
     const LogCapture log_;
     QTemporaryDir directory_;

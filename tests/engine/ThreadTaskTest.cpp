@@ -7,6 +7,7 @@
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
 #include "support/LogCapture.h"
+#include "support/QueueRun.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -91,12 +92,7 @@ private:
 class ThreadTask : public EngineTest
 {
 protected:
-    void finish()
-    {
-        EXPECT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
-        waitForDetachedThreads();
-        runPosted();
-    }
+    void finish() { EXPECT_TRUE(runToEnd(queue_)); }
     QTemporaryDir directory_;
 };
 

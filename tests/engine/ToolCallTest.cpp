@@ -5,6 +5,7 @@
 #include "support/FakeTool.h"
 #include "support/FakeTools.h"
 #include "support/LogCapture.h"
+#include "support/QueueRun.h"
 
 #include <QFile>
 
@@ -67,9 +68,7 @@ protected:
     void run()
     {
         queue_.addTask(task_);
-        EXPECT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
-        waitForDetachedThreads();
-        runPosted();
+        EXPECT_TRUE(runToEnd(queue_));
     }
     QString file(const QString& name) const { return directory_.filePath(name); }
     /// A tool that prints "a", waits for the file "go" and goes on.

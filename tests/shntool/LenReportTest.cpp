@@ -5,6 +5,7 @@
 #include "support/EventLoop.h"
 #include "support/EveryCut.h"
 #include "support/FakeTool.h"
+#include "support/QueueRun.h"
 
 #include <QCoreApplication>
 
@@ -196,7 +197,7 @@ TEST_F(LenReport, OfACancelledRunHoldsWhatWasGatheredTwiceTheSecondOneColumnWide
     QMetaObject::invokeMethod(
         QCoreApplication::instance(), [&] { touch(go); }, Qt::QueuedConnection);
     task->cancelTask(nullptr);
-    ASSERT_TRUE(runUntil([&] { return queue.taskCount() == 0; }));
+    ASSERT_TRUE(runToEnd(queue));
     EXPECT_EQ(results->results(), u"01. A  01:00\n\nTotal: \n \n\n01. A   01:00\n\nTotal: \n \n\n\n"_s);
 }
 
@@ -221,5 +222,5 @@ TEST_F(LenReport, RowSaysRunningOnceItRuns)
     EXPECT_EQ(task->topTextField()->stringValue(), u"Running"_s);
     EXPECT_TRUE(task->progressIndicator()->isIndeterminate());
     EXPECT_TRUE(task->progressIndicator()->isAnimating());
-    ASSERT_TRUE(runUntil([&] { return queue.taskCount() == 0; }));
+    ASSERT_TRUE(runToEnd(queue));
 }

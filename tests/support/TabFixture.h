@@ -8,6 +8,7 @@
 #include "shell/ZOLTController.h"
 #include "support/EventLoop.h"
 #include "support/LogCapture.h"
+#include "support/QueueRun.h"
 #include "support/RecordingDesktop.h"
 #include "support/ScriptedPanels.h"
 
@@ -53,10 +54,7 @@ protected:
     }
     /// No task starts from here on.
     void holdQueue() { queue().maxThreadsChanged({QString(), nullptr, 0}); }
-    void runQueue()
-    {
-        ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0; }));
-    }
+    void runQueue() { ASSERT_TRUE(runToEnd(queue())); }
     /// The tasks in the queue, each as the class that the test expects; none in place of one of another class.
     template <class Task> std::vector<std::shared_ptr<Task>> queued()
     {

@@ -11,6 +11,7 @@
 #include "support/FakeTool.h"
 #include "support/FakeTools.h"
 #include "support/LogCapture.h"
+#include "support/QueueRun.h"
 #include "support/RecordingDesktop.h"
 
 #include <gtest/gtest.h>
@@ -51,12 +52,7 @@ protected:
         settle();
         return task;
     }
-    void settle()
-    {
-        EXPECT_TRUE(runUntil([&] { return queue_.taskCount() == 0; }));
-        waitForDetachedThreads();
-        runPosted();
-    }
+    void settle() { EXPECT_TRUE(runToEnd(queue_)); }
     /// Cancels a task once it shows this status, while its tool waits for the file "go"; then lets the tool go on.
     void cancelAt(const std::shared_ptr<ZOLTTask>& task, const QString& status)
     {

@@ -13,6 +13,7 @@
 #include "platform/threads/DetachedThreads.h"
 #include "shell/ZOLTController.h"
 #include "support/EventLoop.h"
+#include "support/QueueRun.h"
 #include "support/ScriptedPanels.h"
 #include "ui/MainWindow.h"
 #include "ui/pages/TabPage.h"
@@ -100,10 +101,7 @@ protected:
         tab().addFiles(files);
         runPosted();
     }
-    void settle()
-    {
-        ASSERT_TRUE(runUntil([this] { return queue().taskCount() == 0; }));
-    }
+    void settle() { ASSERT_TRUE(runToEnd(queue())); }
 
     /// Settings and tools stand before the program is made.
     struct Place
