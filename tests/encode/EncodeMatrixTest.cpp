@@ -29,6 +29,11 @@ struct Cell
     QString words = {};  ///< that the report of a failure holds
 };
 
+void PrintTo(const Cell& cell, std::ostream* out)
+{
+    *out << qPrintable(cell.source) << " to " << qPrintable(cell.target);
+}
+
 // clang-format off
 const std::vector<Cell>& cells()
 {
