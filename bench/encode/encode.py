@@ -5,58 +5,34 @@
 
 WAV files are encoded to FLAC at level 5, two at a time. Rounds are interleaved, and their medians are compared.
 """
-import argparse
-import os
 import pathlib
 import statistics
-import subprocess
 import sys
 import tempfile
-import time
 
-JOBS = 2
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent))
+from rounds import JOBS, batch, links, options, remove, seconds  # noqa: E402
 
 
 def make_samples(folder: pathlib.Path, count: int, minutes: float) -> list[str]:
-    """`count` links to one file, so that reading them costs alike."""
     first = folder / "sample.source"
-    subprocess.run(["sox", "-q", "-D", "-R", "-r", "44100", "-c", "2", "-n", "-b", "16", "-t", "wav", str(first),
-                    "synth", str(minutes * 60), "pinknoise", "vol", "0.5"], check=True)
-    paths = [folder / f"{number:03}.wav" for number in range(count)]
-    for path in paths:
-        os.link(first, path)
-    return [str(path) for path in paths]
-
-
-def seconds(command: list[str], files: list[str], text: bytes | None = None) -> float:
-    started = time.perf_counter()
-    status = subprocess.run(command, input=text if text else b"", stdout=subprocess.DEVNULL,
-                            stderr=subprocess.DEVNULL).returncode
-    taken = time.perf_counter() - started
-    if status != 0:
-        sys.exit(f"{command[0]} failed with {status}")
-    for file in files:
-        os.unlink(file[:-3] + "flac")
-    return taken
+    seconds(["sox", "-q", "-D", "-R", "-r", "44100", "-c", "2", "-n", "-b", "16", "-t", "wav", str(first),
+             "synth", str(minutes * 60), "pinknoise", "vol", "0.5"])
+    return links(first, count)
 
 
 def main() -> None:
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--build", default="build/release")
-    parser.add_argument("--rounds", type=int, default=5)
-    parser.add_argument("--files", type=int, default=12)
-    parser.add_argument("--minutes", type=float, default=4)
-    options = parser.parse_args()
-    batch = str(pathlib.Path(options.build) / "src" / "app" / "zolt-batch")
+    chosen = options(__doc__, files=12)
     with tempfile.TemporaryDirectory() as top:
-        folder = pathlib.Path(top)
-        files = make_samples(folder, options.files, options.minutes)
+        files = make_samples(pathlib.Path(top), chosen.files, chosen.minutes)
         bare, ours = [], []
-        for _ in range(options.rounds):
-            bare.append(seconds(["xargs", "-0", f"-P{JOBS}", "-n1", "flac", "-5"], files, "\0".join(files).encode()))
-            ours.append(seconds([batch, "encode", "--level", "5", "--jobs", str(JOBS), *files], files))
-    print(f"{options.files} files of {options.minutes:g} minutes, {JOBS} at a time, "
-          f"median of {options.rounds} interleaved rounds")
+        for _ in range(chosen.rounds):
+            bare.append(seconds(["xargs", "-0", f"-P{JOBS}", "-n1", "flac", "-5"], "\0".join(files).encode()))
+            remove(files, "flac")
+            ours.append(seconds([batch(chosen.build), "encode", "--level", "5", "--jobs", str(JOBS), *files]))
+            remove(files, "flac")
+    print(f"{chosen.files} files of {chosen.minutes:g} minutes, {JOBS} at a time, "
+          f"median of {chosen.rounds} interleaved rounds")
     print(f"  xargs -P{JOBS} -n1 flac -5  {statistics.median(bare):8.3f} s")
     print(f"  zolt-batch encode         {statistics.median(ours):8.3f} s")
     print(f"  ratio                     {statistics.median(ours) / statistics.median(bare):8.3f}   (aim: 1.05)")
