@@ -124,6 +124,18 @@ TEST_P(FromAppleLossless, GoodEndOpensNoWindow)
     EXPECT_TRUE(queue_.outputWindows().empty());
 }
 
+TEST_P(FromAppleLossless, RowNamesTheEncodingBeforeTheToolSpeaks)
+{
+    const LogCapture log;
+    install({u"wait-file"_s, path(u"go"_s)});
+    const auto task = make();
+    queue_.addTask(task);
+    EXPECT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == row().firstStatus; }))
+        << task->topTextField()->stringValue().toStdString();
+    touch(path(u"go"_s));
+    settle();
+}
+
 TEST_P(FromAppleLossless, CannotBeToldToDeleteItsSource)
 {
     const auto task = make();
@@ -219,6 +231,46 @@ TEST_F(AppleLosslessTags, WavpackGetsThem)
         EncodeALACToWavpackTask::initEncodeTaskWithQueueFileNameOutputPathLevel(&queue_, source_, folder(), u"-f"_s),
         u"wavpack"_s, made);
     EXPECT_EQ(TagLibTagsHelper().tagsForWavpackFile(path(u"a.wv"_s))->titleText(), u"Späti"_s);
+}
+
+TEST_F(AppleLosslessTags, CancelAtTheToolStillWritesThem)
+{
+    const QString wav = writeFile(elsewhere_.filePath(u"x.wav"_s), waveFile(makeSamples(44100, 2, 16, 500)));
+    const QString made = elsewhere_.filePath(u"x.wv"_s);
+    runTool(u"wavpack"_s, {u"-q"_s, u"-y"_s, wav, u"-o"_s, made});
+    tools_.install(u"wavpack"_s,
+                   {u"copy"_s, made, path(u"a.wv"_s), u"touch"_s, path(u"begun"_s), u"wait-file"_s, path(u"go"_s)});
+    const auto task =
+        EncodeALACToWavpackTask::initEncodeTaskWithQueueFileNameOutputPathLevel(&queue_, source_, folder(), u"-f"_s);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return exists(u"begun"_s); }));
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { touch(path(u"go"_s)); }, Qt::QueuedConnection);
+    task->cancelTask(nullptr);
+    touch(path(u"go"_s));
+    settle();
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_EQ(TagLibTagsHelper().tagsForWavpackFile(path(u"a.wv"_s))->titleText(), u"Späti"_s);
+}
+
+TEST_F(AppleLosslessTags, TextOfWavpackOrMacFailsTheRowThoughTheToolDoesNot)
+{
+    tools_.install(u"wavpack"_s, {u"out"_s, u"overwrite a.wv (yes/no/all)? "_s});
+    tools_.install(u"mac"_s, {u"out"_s, u"Error: 1002"_s});
+    EXPECT_TRUE(run(EncodeALACToWavpackTask::initEncodeTaskWithQueueFileNameOutputPathLevel(&queue_, source_, folder(),
+                                                                                            u"-f"_s))
+                    ->error());
+    EXPECT_TRUE(
+        run(EncodeALACToAPETask::initEncodeTaskWithQueueFileNameOutputPathLevel(&queue_, source_, folder(), u"2000"_s))
+            ->error());
+}
+
+TEST_F(AppleLosslessTags, TrueAudioIsNotReadOnBehindAFailedConversion)
+{
+    tools_.install(u"ttaenc"_s, {u"out"_s, u"unheard"_s});
+    file(u"a.m4a"_s, "no audio");
+    run(EncodeALACToTTATask::initEncodeTaskWithQueueFileNameOutputPath(&queue_, source_, folder()));
+    EXPECT_FALSE(onlyReport().contains(u"unheard"_s));
 }
 
 TEST_F(AppleLosslessTags, TagsThatFindNoRoomAreToldThoughTheRowIsComplete)

@@ -2,6 +2,7 @@
 #include "M4aTargetRun.h"
 #include "encode/CoreAudioHelper.h"
 #include "platform/audio/AudioFileReader.h"
+#include "support/TrashIn.h"
 #include "tags/AACTagsHelper.h"
 #include "tags/TagFiles.h"
 #include "tags/TagLibTagsHelper.h"
@@ -177,6 +178,25 @@ TEST_F(AppleLosslessTarget, CancelDuringTheEncodingLeavesAShortFileWithTags)
 {
     expectCancelToLeaveAShortFile(u"Encoding to Apple Lossless: "_s, maker());
     EXPECT_TRUE(tagsOf(u"a.m4a"_s).contains("TAG:encoder=Zolt"));
+}
+
+TEST_F(AppleLosslessTarget, SourceAndTemporaryWavGoWhereTheSettingSays)
+{
+    const TrashIn trash(elsewhere_.path());
+    installDecoder(u"flac"_s, 4);
+    TagFiles samples;
+    setTagsElsewhere(samples.flac(), {u"title=Späti"_s});
+    QFile::copy(samples.flac(), path(u"a.flac"_s));
+    const auto task = make(path(u"a.flac"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_EQ(othersThan({u"a.m4a"_s}), QStringList());
+    EXPECT_TRUE(trash.holds(u"a.flac"_s));
+    const QStringList thrownAway = trash.names();
+    EXPECT_TRUE(std::any_of(thrownAway.begin(), thrownAway.end(), [](const QString& name) {
+        return name.startsWith(u"Zolt-"_s) && name.endsWith(u".wav"_s);
+    })) << thrownAway.join(u' ').toStdString();
+    EXPECT_TRUE(tagsOf(u"a.m4a"_s).contains("TAG:title=Späti")) << "read ahead of the deletion";
 }
 
 TEST_F(AppleLosslessTarget, DeletesItsSourceAfterSuccess)

@@ -16,6 +16,8 @@
 #include "engine/TaskListener.h"
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/errors/Exceptions.h"
+#include "support/FakeTools.h"
+#include "support/Programs.h"
 #include "support/TabFixture.h"
 
 using namespace zolt;
@@ -207,6 +209,76 @@ TEST_F(EncodeTabTest, ShortenVectorHasItsSourceAtIndexNine)
                                               u"-d"_s, folder(), pathOf(u"a.wav"_s)}));
     EXPECT_EQ(task->title(), u"a.wav"_s);
     EXPECT_EQ(task->textField()->stringValue(), u"a.wav"_s);
+}
+
+class EncodeTabTools : protected FakeTools, public EncodeTabTest
+{
+protected:
+    EncodeTabTools()
+    {
+        queue().maxThreadsChanged({QString(), nullptr, 1});
+        test::run(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-f"_s, u"lavfi"_s, u"-i"_s, u"sine=duration=0.1"_s, u"-c:a"_s,
+                                u"alac"_s, pathOf(u"b.m4a"_s)});
+    }
+    /// What a tool is told for a WAV and for an Apple Lossless source.
+    QList<QStringList> told(const QString& tool, const QString& target)
+    {
+        FakeTools::install(tool);
+        press(target, {u"a.wav"_s, u"b.m4a"_s});
+        runQueue();
+        return calls(tool);
+    }
+};
+
+TEST_F(EncodeTabTools, WavpacksCellIsItsOption)
+{
+    for (const auto& [column, option] : {std::pair{0, u"-f"_s}, std::pair{1, u"-h"_s}}) {
+        QFile::remove(directory() + u"/wavpack.calls"_s);
+        tab.wavepackFormatMatrix->selectCell(0, column);
+        const auto all = told(u"wavpack"_s, u"WV"_s);
+        ASSERT_EQ(all.size(), 2);
+        EXPECT_EQ(all[0].first(), option);
+        EXPECT_EQ(all[1].first(), option);
+    }
+}
+
+TEST_F(EncodeTabTools, MonkeysAudioGetsItsSlidersLevel)
+{
+    tab.apeSlider->setIntValue(4000);
+    const auto all = told(u"mac"_s, u"APE"_s);
+    ASSERT_EQ(all.size(), 2);
+    EXPECT_EQ(all[0].last(), u"-c4000"_s);
+    EXPECT_EQ(all[1].last(), u"-c4000"_s);
+}
+
+TEST_F(EncodeTabTools, AppleLosslessToFlacTakesNothingButVerify)
+{
+    FakeTools::install(u"metaflac"_s);
+    tab.flacLaxButton->setState(true);
+    tab.flacKeepForeignMetadataButton->setState(true);
+    for (const bool verify : {false, true}) {
+        QFile::remove(directory() + u"/flac.calls"_s);
+        tab.flacVerifyButton->setState(verify);
+        QStringList call = told(u"flac"_s, u"FLAC"_s).value(1);
+        EXPECT_EQ(call.removeAll(u"-V"_s), verify ? 1 : 0);
+        EXPECT_EQ(call, QStringList({call.value(0), u"-o"_s, pathOf(u"b.flac"_s)}));
+    }
+}
+
+TEST_F(EncodeTabTools, ListOfAShortenSetLiesInTheChosenFolder)
+{
+    FakeTools::install(u"shntool"_s);
+    QDir().mkpath(pathOf(u"out"_s));
+    panels_.answerOpenPanel(QStringList{pathOf(u"out"_s)});
+    tab.sourceEncodeButton->setState(false);
+    tab.generateMD5Button->setState(true);
+    press(u"SHN"_s, {u"one/a.wav"_s, u"two/b.wav"_s});
+    ASSERT_TRUE(runUntil([this] { return exists(u"out/md5sum.md5"_s); }));
+    runQueue();
+    QFile list(pathOf(u"out/md5sum.md5"_s));
+    ASSERT_TRUE(list.open(QIODevice::ReadOnly));
+    const QByteArray text = list.readAll();
+    EXPECT_TRUE(text.contains(" *a.shn\n") && text.contains(" *b.shn\n")) << text.toStdString();
 }
 
 class ShntoolToFlac : public EncodeTabTest, public testing::WithParamInterface<QString>

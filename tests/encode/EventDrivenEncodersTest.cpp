@@ -7,6 +7,7 @@
 #include "platform/errors/Exceptions.h"
 #include "support/FileSizeLimit.h"
 #include "support/TaskRun.h"
+#include "support/TrashIn.h"
 #include "tags/TagFiles.h"
 #include "tags/TagLibTagsHelper.h"
 
@@ -52,22 +53,6 @@ protected:
     TagFiles samples_;
     std::shared_ptr<ZOLTTaskResults> set_ = std::make_shared<ZOLTTaskResults>();
     const LogCapture log_;
-};
-
-/// Deleting means the trash, which lies in a folder of the test's own.
-class TrashIn
-{
-public:
-    explicit TrashIn(const QString& folder) : folder_(folder)
-    {
-        UserDefaults::standard().set(u"trashOrDelete"_s, 1);
-        qputenv("XDG_DATA_HOME", folder.toLocal8Bit());
-    }
-    ~TrashIn() { qunsetenv("XDG_DATA_HOME"); }
-    bool holds(const QString& name) const { return QFile::exists(folder_ + u"/Trash/files/"_s + name); }
-
-private:
-    const QString folder_;
 };
 
 /// A task after the set that remembers that it was started.
@@ -175,6 +160,45 @@ TEST_F(EventDriven, FlacWritesTagsForAiffAloneAlsoAfterAFailure)
             EXPECT_EQ(calls.value(0).contains(path(u"a.flac"_s)), writes);
         }
     }
+}
+
+TEST_F(EventDriven, FlacWritesTagsOfAnAiffAheadOfItsDeletionAndBehindACancel)
+{
+    TagsObject title;
+    title.setTitleText(u"Späti"_s);
+    const auto taggedAiff = [&] {
+        writeFile(path(u"a.aiff"_s), aiffFile(makeSamples(44100, 2, 16, 100)));
+        TagLibTagsHelper().writeTagsForAIFFFileTagObject(path(u"a.aiff"_s), title);
+        return flac(path(u"a.aiff"_s));
+    };
+    tools_.install(u"metaflac"_s, {u"touch"_s, path(u"tagged"_s)});
+    tools_.install(u"flac"_s);
+    auto task = taggedAiff();
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_TRUE(exists(u"tagged"_s)) << "its tags were read while it was there";
+    EXPECT_FALSE(exists(u"a.aiff"_s));
+    QFile::remove(path(u"tagged"_s));
+    tools_.install(u"flac"_s, {u"wait-file"_s, path(u"go"_s)});
+    task = taggedAiff();
+    task->setDeleteOriginal(true);
+    cancelAt(task, u"Waiting..."_s);
+    EXPECT_TRUE(exists(u"tagged"_s));
+    EXPECT_TRUE(exists(u"a.aiff"_s));
+}
+
+TEST_F(EventDriven, ShntoolToFlacCopiesTagsAheadOfTheDeletion)
+{
+    TagsObject title;
+    title.setTitleText(u"Späti"_s);
+    tools_.install(u"shntool"_s, {u"copy"_s, samples_.flac(), path(u"a.flac"_s)});
+    const auto task = toFlac(ape(u"a.ape"_s, title));
+    EXPECT_EQ(task->title(), u"a.ape"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"a.ape"_s);
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_FALSE(exists(u"a.ape"_s));
+    EXPECT_EQ(TagLibTagsHelper().tagsForFlacFile(path(u"a.flac"_s))->titleText(), u"Späti"_s);
 }
 
 TEST_F(EventDriven, ShortenVectorTooShortIsARangeFault)

@@ -3,6 +3,7 @@
 #include "encode/EncodeTTATask.h"
 #include "encode/EncodeWavpackTask.h"
 #include "support/ToolRun.h"
+#include "support/TrashIn.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -84,6 +85,24 @@ TEST_P(TwoStages, AnyOtherSourceGoesToTheToolAsItIs)
         EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
     }
     EXPECT_EQ(othersThan({}), QStringList()) << "no temporary file";
+}
+
+TEST_P(TwoStages, SourceGoesWhereTheSettingSays)
+{
+    const TrashIn trash(elsewhere_.path());
+    install({});
+    const auto task = make(file(u"a.wav"_s));
+    task->setDeleteOriginal(true);
+    run(task);
+    EXPECT_FALSE(exists(u"a.wav"_s));
+    EXPECT_TRUE(trash.holds(u"a.wav"_s));
+}
+
+TEST_P(TwoStages, OutputOfAFailedToolStays)
+{
+    install({u"touch"_s, path(out(u"a"_s)), u"exit"_s, u"1"_s});
+    run(make(file(u"a.wav"_s)));
+    EXPECT_EQ(othersThan({u"a.wav"_s}), QStringList({out(u"a"_s)})) << "kept: only the temporary WAV is taken away";
 }
 
 TEST_P(TwoStages, AiffBecomesATemporaryWavInTheOutputFolderThatIsGoneAfterwards)
