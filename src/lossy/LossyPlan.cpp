@@ -15,12 +15,11 @@ namespace {
 
 using C = Constants;
 
-/// How files of one kind go to AAC, and whether a WAV is made on the way.
+/// How files of one kind are encoded. What another tool decodes for AAC becomes a WAV on the way.
 struct Source
 {
     QString kind; ///< the extension in capitals
     bool stagedToMP3 = false;
-    bool stagedToAAC = false;
     QStringList aacTools = {}; ///< beside the one that every file needs
     QString aacFails = {};     ///< why it can't work
 };
@@ -33,11 +32,11 @@ const std::vector<Source>& sources()
         {C::WAV},
         {C::AIFF},
         {C::AIF},
-        {C::FLAC, false, true, {u"flac"_s}},
-        {C::SHN, false, true, {u"shntool"_s, u"shorten"_s}},
-        {C::WV, false, false, {}, unread.arg(u"Wavpack"_s)},
-        {C::TTA, false, false, {}, unread.arg(C::TTA)},
-        {C::M4A, true, false, {}, recoded},
+        {C::FLAC, false, {u"flac"_s}},
+        {C::SHN, false, {u"shntool"_s, u"shorten"_s}},
+        {C::WV, false, {}, unread.arg(u"Wavpack"_s)},
+        {C::TTA, false, {}, unread.arg(C::TTA)},
+        {C::M4A, true, {}, recoded},
     };
     return rows;
 }
@@ -58,7 +57,7 @@ WorkItem itemFor(const WorkPlan& plan, qsizetype row, const Source& source, bool
             .outputs = {outputPath(file, plan.folderFor(file), mp3)},
             .existing = mp3 ? WorkItem::Existing::Refused : WorkItem::Existing::Overwritten,
             .outputSize = WorkItem::Size::LikeSource,
-            .staged = mp3 ? source.stagedToMP3 : source.stagedToAAC,
+            .staged = mp3 ? source.stagedToMP3 : !source.aacTools.isEmpty(),
             .caution = mp3 ? QString() : source.aacFails};
 }
 
