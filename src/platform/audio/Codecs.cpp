@@ -8,10 +8,9 @@ using namespace Qt::StringLiterals;
 
 const Codecs* codecs()
 {
-    using Entry = const Codecs* (*)();
-    static const auto entry =
-        reinterpret_cast<Entry>(moduleEntry(u"zolt-codecs.so"_s, QStringLiteral(ZOLT_MODULE_BUILT), "zoltCodecs"));
-    return entry ? entry() : nullptr;
+    static const auto* const opened =
+        openModule<Codecs>(u"zolt-codecs.so"_s, QStringLiteral(ZOLT_MODULE_BUILT), "zoltCodecs");
+    return opened;
 }
 
 } // namespace zolt

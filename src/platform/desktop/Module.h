@@ -11,4 +11,13 @@ namespace zolt {
 /// @return nothing where module or entry is missing, which is logged with the reason
 void* moduleEntry(const QString& name, const QString& builtFolder, const char* entry);
 
+/// What the entry of a module gives out; as moduleEntry.
+/// @tparam Interface  what the entry returns a pointer to
+template <class Interface>
+const Interface* openModule(const QString& name, const QString& builtFolder, const char* entry)
+{
+    void* const found = moduleEntry(name, builtFolder, entry);
+    return found ? reinterpret_cast<const Interface* (*)()>(found)() : nullptr;
+}
+
 } // namespace zolt

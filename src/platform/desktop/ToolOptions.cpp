@@ -14,17 +14,6 @@ namespace {
 
 constexpr int patience = 5000; // milliseconds
 
-QByteArray answerOf(const QString& tool, const QStringList& question)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.start(tool, question);
-    if (!process.waitForFinished(patience)) process.kill();
-    process.waitForFinished(patience);
-    return process.readAll();
-}
-
 bool holdsWord(const QByteArray& text, const QString& word)
 {
     const QString around = QStringLiteral("(?<![\\w-])%1(?![\\w-])");
@@ -44,13 +33,24 @@ QString stateOf(const QString& tool, const QString& option)
 
 } // namespace
 
+QByteArray toolAnswer(const QString& tool, const QStringList& question)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(tool, question);
+    if (!process.waitForFinished(patience)) process.kill();
+    process.waitForFinished(patience);
+    return process.readAll();
+}
+
 bool knowsOption(const QString& tool, const QStringList& question, const QString& option)
 {
     static std::mutex mutex; // held while a tool runs: who asks at the same time wants the same answer
     static QHash<QString, bool> known;
     const QString state = stateOf(tool, option);
     const std::lock_guard guard(mutex);
-    if (!known.contains(state)) known.insert(state, holdsWord(answerOf(tool, question), option));
+    if (!known.contains(state)) known.insert(state, holdsWord(toolAnswer(tool, question), option));
     return known.value(state);
 }
 

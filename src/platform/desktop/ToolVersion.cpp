@@ -1,13 +1,12 @@
 #include "platform/desktop/ToolVersion.h"
 
-#include <QProcess>
+#include "platform/desktop/ToolOptions.h"
+
 #include <QRegularExpression>
 
 namespace zolt {
 
 namespace {
-
-constexpr int patience = 3000; // milliseconds
 
 QString versionIn(const QString& text)
 {
@@ -21,13 +20,7 @@ QString toolVersion(const QString& path)
 {
     // shntool alone knows the short form only.
     for (const QString& question : {QStringLiteral("--version"), QStringLiteral("-v")}) {
-        QProcess process;
-        process.setProcessChannelMode(QProcess::MergedChannels);
-        process.setStandardInputFile(QProcess::nullDevice());
-        process.start(path, {question});
-        if (!process.waitForFinished(patience)) process.kill();
-        process.waitForFinished(patience);
-        const QString version = versionIn(QString::fromLatin1(process.readAll()));
+        const QString version = versionIn(QString::fromLatin1(toolAnswer(path, {question})));
         if (!version.isEmpty()) return version;
     }
     return QString();

@@ -8,10 +8,9 @@ using namespace Qt::StringLiterals;
 
 const Pictures* pictures()
 {
-    using Entry = const Pictures* (*)();
-    static const auto entry =
-        reinterpret_cast<Entry>(moduleEntry(u"zolt-pictures.so"_s, QStringLiteral(ZOLT_MODULE_BUILT), "zoltPictures"));
-    return entry ? entry() : nullptr;
+    static const auto* const opened =
+        openModule<Pictures>(u"zolt-pictures.so"_s, QStringLiteral(ZOLT_MODULE_BUILT), "zoltPictures");
+    return opened;
 }
 
 } // namespace zolt
