@@ -75,9 +75,12 @@ void BaseTab::clearFiles()
 
 void BaseTab::clearFiles(const std::shared_ptr<FileList>& list)
 {
-    const QStringList files = list->copy();
-    list->clear();
-    if (const auto shown = fileList(); shown != list) shown->remove(files);
+    {
+        const std::lock_guard guard(listMutex_); // a command that takes its list back sees all of this or nothing
+        const QStringList files = list->copy();
+        list->clear();
+        if (fileNames_ != list) fileNames_->remove(files);
+    }
     tableView->reloadData();
 }
 
@@ -243,7 +246,7 @@ void BaseTab::pressAsOrigin()
 void BaseTab::executeCommandOn(const std::shared_ptr<FileList>& rest)
 {
     const QStringList given = rest->copy();
-    const auto whole = exchangeList(rest);
+    const auto whole = exchangeList(rest).list;
     bool took = false;
     {
         const auto back = qScopeGuard([&] { took = takeBack(whole, given); }); // also where the command throws
@@ -252,17 +255,18 @@ void BaseTab::executeCommandOn(const std::shared_ptr<FileList>& rest)
     if (took) filesAdded(); // what the tab shows now is for the files that are left
 }
 
-std::shared_ptr<FileList> BaseTab::exchangeList(const std::shared_ptr<FileList>& list)
+BaseTab::FormerList BaseTab::exchangeList(const std::shared_ptr<FileList>& list)
 {
     const std::lock_guard guard(listMutex_);
     tableView->reloadData();
-    return std::exchange(fileNames_, list);
+    const QStringList files = fileNames_->copy();
+    return {std::exchange(fileNames_, list), files};
 }
 
 /// @param given  what the command's list held at first. @return whether the command has taken anything
 bool BaseTab::takeBack(const std::shared_ptr<FileList>& whole, const QStringList& given)
 {
-    const QStringList left = exchangeList(whole)->copy();
+    const QStringList left = exchangeList(whole).files;
     FileList taken(given), added(left);
     taken.remove(left);
     added.remove(given);

@@ -131,7 +131,12 @@ private:
     void pressAsOrigin();
     void bringIn(const QStringList& paths, const Acceptance& accepts, bool tells);
     void executeCommandOn(const std::shared_ptr<FileList>& rest);
-    std::shared_ptr<FileList> exchangeList(const std::shared_ptr<FileList>& list);
+    struct FormerList
+    {
+        std::shared_ptr<FileList> list;
+        QStringList files; ///< what it held when it was taken away
+    };
+    FormerList exchangeList(const std::shared_ptr<FileList>& list);
     bool takeBack(const std::shared_ptr<FileList>& whole, const QStringList& given);
 
     mutable std::mutex listMutex_; ///< over which list it is, which the main thread alone changes
