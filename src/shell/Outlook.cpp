@@ -1,8 +1,8 @@
 #include "shell/Outlook.h"
 
-#include "platform/desktop/UserDefaults.h"
 #include "platform/files/FileNames.h"
 #include "shell/OutlookChecks.h"
+#include "shell/Util.h"
 #include "shell/Wording.h"
 
 namespace zolt {
@@ -23,8 +23,8 @@ QString deletion(const WorkPlan& plan)
     if (!plan.deletes) return QString();
     const auto count = qsizetype(plan.items.size());
     const QString originals = count == 1 ? u"original"_s : counted(count, u"original"_s);
-    const bool trash = UserDefaults::standard().integerForKey(u"trashOrDelete"_s) != 0;
-    return (trash ? u", and move the %1 to the trash"_s : u", and delete the %1 for good"_s).arg(originals);
+    return (Util::deletesToTrash() ? u", and move the %1 to the trash"_s : u", and delete the %1 for good"_s)
+        .arg(originals);
 }
 
 } // namespace

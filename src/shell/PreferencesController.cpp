@@ -6,6 +6,7 @@
 #include "platform/threads/NotificationCenter.h"
 #include "shell/Constants.h"
 #include "shell/Log.h"
+#include "shell/Util.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 
 #include <thread>
@@ -181,7 +182,7 @@ void PreferencesController::showMaxThreads(int tasks)
 
 void PreferencesController::showDeletion()
 {
-    trashOrDelete->selectIndex(UserDefaults::standard().integerForKey(deletionKey) != 0 ? 1 : 0);
+    trashOrDelete->selectIndex(Util::deletesToTrash() ? 1 : 0);
 }
 
 void PreferencesController::tellOfDeletion()

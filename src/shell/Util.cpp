@@ -16,9 +16,14 @@ constexpr qsizetype longestPath = 1023;
 
 } // namespace
 
+bool Util::deletesToTrash()
+{
+    return UserDefaults::standard().integerForKey(QStringLiteral("trashOrDelete")) != 0;
+}
+
 void Util::deleteFile(const QString& path)
 {
-    if (UserDefaults::standard().integerForKey(QStringLiteral("trashOrDelete")) != 0) {
+    if (deletesToTrash()) {
         moveToTrash(path);
     } else {
         removeItem(path);

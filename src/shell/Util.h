@@ -11,6 +11,9 @@ class Util
 public:
     Util() = delete;
 
+    /// Whether the setting "trashOrDelete" has deleteFile move to the trash.
+    static bool deletesToTrash();
+
     /// Removes a file for good, or moves it to the trash if the setting "trashOrDelete" is not 0; the setting is read
     /// on each call. Whether that worked is not told.
     static void deleteFile(const QString& path);
