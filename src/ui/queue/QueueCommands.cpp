@@ -11,7 +11,7 @@ namespace zolt::queueCommands {
 
 bool waits(const ZOLTTask& task)
 {
-    return !task.isActive() && !task.isDone() && !task.cancelled();
+    return task.isWaiting() && !task.cancelled();
 }
 
 bool isStopping(const ZOLTTask& task)
