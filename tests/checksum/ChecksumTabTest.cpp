@@ -146,6 +146,37 @@ TEST_F(ChecksumTabTest, AnMd5ListMadeAtOnceNamesThemAll)
     EXPECT_EQ(textOf(u"md5sum.md5"_s).count(u'\n'), 4);
 }
 
+TEST_F(ChecksumTabTest, AnMd5ListOverSeveralFoldersStandsBesideTheFirstFileWhateverItIs)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 1});
+    file(u"a/x.txt"_s, "abc");
+    file(u"b/y.wav"_s, "abc");
+    create(u"MD5"_s, {u"b/y.wav"_s, u"a/x.txt"_s});
+    runQueue();
+    EXPECT_FALSE(exists(u"b/md5sum.md5"_s));
+    EXPECT_EQ(textOf(u"a/md5sum.md5"_s).section(u'\n', 2),
+              u"900150983cd24fb0d6963f7d28e17f72 *x.txt\n900150983cd24fb0d6963f7d28e17f72 *y.wav\n"_s);
+}
+
+TEST_F(ChecksumTabTest, AKindThatIsNoneOnlyEmptiesTheList)
+{
+    file(u"a.flac"_s);
+    tab.createChecksumOptions->deselectAllCells();
+    press(ChecksumTab::CreateList, {u"a.flac"_s});
+    EXPECT_EQ(queue().taskCount(), 0);
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_EQ(QDir(folder()).entryList({u"*.md5"_s, u"*.st5"_s, u"*.txt"_s}), QStringList());
+}
+
+TEST_F(ChecksumTabTest, AnSt5ListTakesEightKindsOfAudio)
+{
+    create(u"ST5"_s, {u"1.flac"_s, u"2.WAV"_s, u"3.aiff"_s, u"4.aif"_s, u"5.shn"_s, u"6.ape"_s, u"7.wv"_s, u"8.tta"_s,
+                      u"9.mp3"_s, u"9.m4a"_s, u"9.ogg"_s});
+    EXPECT_EQ(task<CreateST5Task>(0)->arguments(),
+              QStringList({u"hash"_s, u"-m"_s, u"1.flac"_s, u"2.WAV"_s, u"3.aiff"_s, u"4.aif"_s, u"5.shn"_s, u"6.ape"_s,
+                           u"7.wv"_s, u"8.tta"_s}));
+}
+
 TEST_F(ChecksumTabTest, AnSt5ListNamesTheHashableFilesFromTheFolderOfTheLast)
 {
     create(u"ST5"_s, {u"z/a.flac"_s, u"1.txt"_s, u"d/b c.wav"_s, u"d/x.md5"_s});

@@ -7,6 +7,7 @@
 #include "platform/files/FileNames.h"
 #include "platform/files/NamedFile.h"
 #include "shell/FileList.h"
+#include "support/EndlessFile.h"
 #include "support/LogCapture.h"
 
 #include <QProcess>
@@ -97,6 +98,18 @@ TEST_F(CreateMd5, ShowsEachFileAndMovesTheBarBehindEachDigest)
     EXPECT_EQ(task->progressIndicator()->doubleValue(), 100.0);
     EXPECT_EQ(body().count(u'\n'), 4) << "a missing file has its line too";
     task->setResults(nullptr);
+}
+
+TEST_F(CreateMd5, StandsAtHalfDuringTheSecondOfTwoFiles)
+{
+    const EndlessFile second(pathOf(u"b.wav"_s));
+    const auto task = make({write(u"a.wav"_s, "abc"), pathOf(u"b.wav"_s)});
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->textField()->stringValue() == u"b.wav"_s; }));
+    EXPECT_EQ(task->progressIndicator()->doubleValue(), 50.0);
+    second.end();
+    runQueue();
+    EXPECT_EQ(task->progressIndicator()->doubleValue(), 100.0);
 }
 
 TEST_F(CreateMd5, OpensNoWindowAndEndsGreenAlsoWhereTheListCannotBeWritten)

@@ -23,10 +23,12 @@ protected:
         const auto task = VerifyFFPTask::initWithQueueForFileNameWithResults(&queue_, pathOf(u"set.ffp"_s), results_);
         const QString report = reportOf({task}, results_);
         failed_ = task->error();
+        status_ = task->topTextField()->stringValue();
         return report;
     }
     std::shared_ptr<ZOLTTaskResults> results_ = std::make_shared<ZOLTTaskResults>();
     bool failed_ = false;
+    QString status_;
 };
 
 } // namespace
@@ -44,6 +46,21 @@ TEST_F(VerifyFfp, ComparesEveryEntryThenTestsThoseThatMatchInTheOrderOfTheirPath
     EXPECT_EQ(calls(u"flac"_s)[1], QStringList({u"-t"_s, pathOf(u"b.flac"_s)}));
     EXPECT_EQ(calls(u"metaflac"_s)[0], QStringList({u"--show-md5"_s, pathOf(u"b.flac"_s)}));
     EXPECT_FALSE(failed_);
+}
+
+TEST_F(VerifyFfp, DecodesCapitalsBeforeSmallLetters)
+{
+    metaflacPrints(u"ab12\n"_s);
+    reportFor("a.flac:ab12\nB.flac:ab12\n");
+    EXPECT_EQ(calls(u"flac"_s), QList<QStringList>({{u"-t"_s, pathOf(u"B.flac"_s)}, {u"-t"_s, pathOf(u"a.flac"_s)}}));
+}
+
+TEST_F(VerifyFfp, AnEntryInAFolderNeverMatchesAndIsNotDecoded)
+{
+    metaflacPrints(u"ab12\n"_s);
+    EXPECT_EQ(reportFor("disc/a.flac:ab12\n"), u"Verify FFP: set.ffp\na.flac : did not match fingerprint file\n\n"_s);
+    EXPECT_EQ(calls(u"metaflac"_s), QList<QStringList>({{u"--show-md5"_s, pathOf(u"disc/a.flac"_s)}}));
+    EXPECT_TRUE(calls(u"flac"_s).isEmpty());
 }
 
 TEST_F(VerifyFfp, TheToolsMessageComesBeforeTheName)
@@ -71,6 +88,7 @@ TEST_F(VerifyFfp, AnEmptyListIsAFailure)
     const LogCapture log;
     EXPECT_EQ(reportFor(""), u"Verify FFP: set.ffp\n\n"_s);
     EXPECT_TRUE(failed_);
+    EXPECT_EQ(status_, u"Error"_s);
 }
 
 TEST_F(VerifyFfp, AListThatIsNotThereIsAFailure)
@@ -79,6 +97,7 @@ TEST_F(VerifyFfp, AListThatIsNotThereIsAFailure)
     const auto task = VerifyFFPTask::initWithQueueForFileNameWithResults(&queue_, pathOf(u"gone.ffp"_s), results_);
     EXPECT_EQ(reportOf({task}, results_), u"Verify FFP: gone.ffp\n\n"_s);
     EXPECT_TRUE(task->error());
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Error"_s);
 }
 
 TEST_F(VerifyFfp, HowFlacEndsIsNotLookedAt)
@@ -131,6 +150,7 @@ TEST_F(VerifyFfp, AListThatIsNoTextIsAFailure)
     const LogCapture log;
     EXPECT_EQ(reportFor("\xff"), u"Verify FFP: set.ffp\n\n"_s);
     EXPECT_TRUE(failed_);
+    EXPECT_EQ(status_, u"Error"_s);
 }
 
 TEST_F(VerifyFfp, AnEntryWithoutAColonEndsTheTaskWithAFault)

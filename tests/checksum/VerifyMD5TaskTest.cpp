@@ -5,6 +5,7 @@
 #include "engine/ReportVerdict.h"
 #include "platform/files/FileNames.h"
 #include "platform/files/NamedFile.h"
+#include "support/EndlessFile.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -129,6 +130,21 @@ TEST_F(VerifyMd5, ACancelThroughTheQueueLeavesOneWordBehindTheHeading)
     const auto task = VerifyMD5Task::initWithQueueForFileNameWithResults(&queue_, pipe(u"set.md5"_s), results_);
     EXPECT_EQ(reportOfCancelled(task, results_, u"set.md5"_s, QByteArray(abc) + " *a.wav\n"),
               u"Verify MD5: set.md5\nCanceled\n\n"_s);
+}
+
+TEST_F(VerifyMd5, ACancelHalfwayDropsWhatWasFoundAndLooksAtNoFurtherEntry)
+{
+    const EndlessFile second(pathOf(u"b.wav"_s));
+    const auto task = make(QByteArray(abc) + " *a.wav\n" + abc + " *b.wav\n" + abc + " *a.wav\n");
+    results_->addTaskInSet(task);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == u"Verifying b.wav"_s; }));
+    task->cancelTask(nullptr);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s) << "at once";
+    second.end();
+    runQueue();
+    EXPECT_EQ(results_->results(), u"Verify MD5: set.md5\nCanceled\n\n"_s);
+    EXPECT_DOUBLE_EQ(task->progressIndicator()->doubleValue(), 200.0 / 3);
 }
 
 TEST_F(VerifyMd5, TheStatusLineTellsOfTheListBeforeItIsRead)

@@ -1,6 +1,7 @@
 #include "ListFixture.h"
 
 #include "checksum/VerifyST5Task.h"
+#include "support/FakeTool.h"
 #include "support/FakeTools.h"
 #include "support/LogCapture.h"
 
@@ -59,6 +60,28 @@ TEST_F(VerifySt5, AWarningStandsBehindTheName)
     toolPrints({u"shntool [hash]: warning: first\nshntool [hash]: warning: failed to open a\n"_s});
     EXPECT_EQ(reportFor(hash + u"  [shntool]  a\n"_s), u"Verify ST5: set.st5\na : warning: failed to open aa\n\n"_s)
         << "the last warning of a piece, and the name that goes behind every text";
+}
+
+TEST_F(VerifySt5, WhatIsKeptOfSeveralPiecesAddsUp)
+{
+    const QString second = pathOf(u"second"_s);
+    install(u"shntool"_s, {u"out"_s, u"shntool [hash]: warning: odd\n"_s, u"wait-file"_s, second, u"out"_s,
+                           hash + u"  [shntool]  a\n"_s});
+    write(u"set.st5"_s, (hash + u"  [shntool]  a\n"_s).toUtf8());
+    const auto task = VerifyST5Task::initWithQueueForFileNameWithResults(&queue_, pathOf(u"set.st5"_s), results_);
+    results_->addTaskInSet(task);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->progressIndicator()->doubleValue() == -1.0; })) << "the first was read";
+    touch(second);
+    runQueue();
+    EXPECT_EQ(results_->results(), u"Verify ST5: set.st5\na : warning: odda"_s + hash + u"  [shntool]  a\n\n"_s);
+}
+
+TEST_F(VerifySt5, ANameThatHoldsTheWordOfAWarningIsTakenForOne)
+{
+    const QString line = hash + u"  [shntool]  a warning.wav\n"_s;
+    toolPrints({line});
+    EXPECT_EQ(reportFor(line), u"Verify ST5: set.st5\na warning.wav : "_s + line + u'\n');
 }
 
 TEST_F(VerifySt5, AFileThatTheToolSaysNothingOfDoesNotMatch)

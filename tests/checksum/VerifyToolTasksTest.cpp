@@ -127,6 +127,30 @@ TEST_F(ToolTests, ACanceledFlacTestTellsItMoreThanOnceBehindTheLastProgress)
     EXPECT_TRUE(results_->results().contains(u"50% complete\na.flac canceled\na.flac canceled\n"_s));
 }
 
+TEST_F(ToolTests, ACanceledTestOfAnotherFormatShowsWhatWasGatheredAndNoWordOfTheCancel)
+{
+    const QString go = pathOf(u"go"_s), progress = u"Progress: 50% (1 seconds"_s, done = u"50% done"_s;
+    const auto reportOfCanceled = [&](const std::shared_ptr<ZOLTTask>& task) {
+        QFile::remove(go);
+        queue_.addTask(task);
+        EXPECT_TRUE(runUntil([&] { return task->progressIndicator()->doubleValue() == 50.0; }));
+        QMetaObject::invokeMethod(
+            qApp, [&] { touch(go); }, Qt::QueuedConnection);
+        task->cancelTask(nullptr);
+        EXPECT_FALSE(task->error());
+        EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+        const QString report = results_->results();
+        results_->setTasksInSet({});
+        results_ = std::make_shared<ZOLTTaskResults>();
+        return report;
+    };
+    EXPECT_EQ(reportOfCanceled(entered(wavpack({u"out"_s, done, u"wait-file"_s, go}))), done + u'\n');
+    EXPECT_EQ(reportOfCanceled(entered(tta({u"out"_s, done, u"wait-file"_s, go}))), done + u'\n');
+    const QString words = u"out\n"_s + progress + u'\n'; // titled by its first argument
+    EXPECT_EQ(reportOfCanceled(entered(ape({u"out"_s, progress, u"wait-file"_s, go}))), words + words + u'\n')
+        << "a cancel stops twice";
+}
+
 TEST_F(ToolTests, MacShowsTheDigitsAndPutsItsWordsIntoTheFirstSlotOfTheSet)
 {
     const auto first = entered(wavpack());

@@ -5,12 +5,14 @@
 #include "platform/files/Files.h"
 #include "platform/threads/DetachedThreads.h"
 #include "shntool/FixTab.h"
+#include "support/EndlessFile.h"
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
 #include "support/FakeTools.h"
 #include "support/ScriptedPanels.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 using namespace zolt;
 using namespace zolt::test;
@@ -207,6 +209,31 @@ TEST_F(FixTaskTest, CancelLetsTheToolAndTheChainGoOnAndKeepsOriginals)
     EXPECT_EQ(report_->results(), u"begun\nended\n\n"_s) << "read to its end";
     EXPECT_TRUE(exists(in(u"a.wav"_s)));
     EXPECT_EQ(lines(u"md5sum.md5"_s).size(), 2);
+    EXPECT_FALSE(task->error());
+}
+
+TEST_F(FixTaskTest, CancelDuringTheListsKeepsOriginalsAndLetsTheChainGoOn)
+{
+    tools.install(u"shntool"_s, {u"out"_s, u"all well\n"_s});
+    const EndlessFile output(in(u"b.flac"_s));
+    const auto task = made({file(u"a.wav"_s), file(u"b.wav"_s), file(u"c.wav"_s)}, FixTask::oneMD5);
+    task->setDeleteOriginal(true);
+    report_ = task->results();
+    queue.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->textField()->stringValue() == u"b.flac"_s; }));
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Creating MD5"_s);
+    task->cancelTask(nullptr);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s) << "at once: the tool has ended";
+    EXPECT_EQ(tab.fileNames().count(), 3) << "the chain goes on";
+    output.end();
+    ASSERT_TRUE(runUntil([this] { return queue.taskCount() == 0 && tab.fileNames().isEmpty(); }));
+    waitForDetachedThreads();
+    EXPECT_EQ(lines(u"md5sum.md5"_s).replaceInStrings(QRegularExpression(u"^.* \\*"_s), QString()),
+              QStringList({u"a.flac"_s, u"b.flac"_s, u"c.flac"_s, QString()}));
+    for (const QString& source : {u"a.wav"_s, u"b.wav"_s, u"c.wav"_s})
+        EXPECT_TRUE(exists(in(source))) << source.toStdString();
+    EXPECT_EQ(report_->results(), u"all well\n\n"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
     EXPECT_FALSE(task->error());
 }
 

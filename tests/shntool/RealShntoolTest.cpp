@@ -8,6 +8,7 @@
 #include "shntool/FixTab.h"
 #include "shntool/FixTask.h"
 #include "shntool/SHNtoolTab.h"
+#include "support/FakeTools.h"
 #include "support/TabFixture.h"
 
 #include <QtEndian>
@@ -136,6 +137,43 @@ protected:
         }
     }
 };
+
+struct RealTool
+{
+    const QString shntool = toolPath(u"shntool"_s);
+};
+
+/// A show of which a file goes within shntool's own run, before the tool opens it. The tab takes its tools' folder when
+/// it is made, so the fakes stand before the show.
+template <class Show> class Vanishing : RealTool, FakeTools, public Show
+{
+protected:
+    /// Presses, and runs the one task. @return that task
+    std::shared_ptr<ZOLTTask> runWithout(const QString& gone, const QStringList& files)
+    {
+        install(u"shntool"_s, {u"remove"_s, gone, u"become"_s, shntool, u"$@"_s});
+        this->queue().setHeld(true);
+        this->tab.addFiles(files);
+        this->tab.executeCommand(nullptr);
+        const auto task = this->queue().taskArray().front();
+        this->queue().setHeld(false);
+        this->settle();
+        return task;
+    }
+    void expectFailureThatNames(const ZOLTTask& task, const QString& file, const QString& title)
+    {
+        EXPECT_TRUE(task.error());
+        EXPECT_EQ(task.topTextField()->stringValue(), u"Error"_s);
+        EXPECT_TRUE(this->report().contains(path::lastComponent(file))) << this->report().toStdString();
+        EXPECT_EQ(this->queue().outputWindows().back()->window()->title(), title);
+    }
+
+private:
+    const LogCapture log_;
+};
+
+using RealShntoolVanishing = Vanishing<RealShntool>;
+using RealFixVanishing = Vanishing<RealFix>;
 
 class RealKind : public RealShntool, public testing::WithParamInterface<const char*>
 {
@@ -337,6 +375,27 @@ TEST_F(RealShntool, FileThatVanishesFailsItsRowWithItsName)
         EXPECT_TRUE(zolt::exists(files[0]));
         queue().removeAllErrors(nullptr);
     }
+}
+
+TEST_F(RealShntoolVanishing, FileFailsItsRowAndCostsNoOther)
+{
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    tab.shnLenMatrix->selectTitle(C::LEN_BY_FILESET);
+    const QStringList files{in(u"a.wav"_s), in(u"b.wav"_s), in(u"c.wav"_s)};
+    const auto expect = [&](const QString& command, const QString& gone, const QString& title) {
+        SCOPED_TRACE(command.toStdString());
+        for (const QString& each : files)
+            tone(each, 588 * 20);
+        tab.shntoolCommandMatrix->selectTitle(command);
+        expectFailureThatNames(*runWithout(gone, files), gone, title);
+        EXPECT_EQ(QDir(folder()).entryList({u"?.wav"_s}).size(), 2);
+        EXPECT_EQ(directoryListing(out()), QStringList());
+        queue().removeAllErrors(nullptr);
+    };
+    expect(C::LEN, files[1], u"Running shntool LEN"_s);
+    expect(C::JOIN, files[1], u"Output"_s);
+    panels_.answerOpenPanel(QStringList{file(u"points.txt"_s, "0:00.10\n")});
+    expect(C::SPLIT, files[0], u"a.wav"_s);
 }
 
 TEST_F(RealShntool, CancelInAnyStageKeepsTheSources)
@@ -583,6 +642,21 @@ TEST_F(RealFix, FileThatVanishesKeepsTheOtherOriginals)
     EXPECT_TRUE(report().contains(path::lastComponent(files[1]))) << report().toStdString();
     EXPECT_TRUE(zolt::exists(files[0]));
     EXPECT_TRUE(zolt::exists(files[2]));
+}
+
+TEST_F(RealFixVanishing, FileFailsTheRowAndKeepsTheOtherOriginals)
+{
+    panels_.answerAlert(1);
+    tab.deleteOriginalsButton->setState(true);
+    tab.outputFormatMatrix->selectTitle(C::WAV);
+    tab.shnMd5Option->selectTitle(FixTask::oneMD5);
+    const QStringList files = show(u"wav"_s, 3);
+    expectFailureThatNames(*runWithout(files[1], files), files[1], u"Fixing"_s);
+    EXPECT_TRUE(zolt::exists(files[0]));
+    EXPECT_TRUE(zolt::exists(files[2]));
+    QFile list(out() + u"/md5sum.md5"_s);
+    ASSERT_TRUE(list.open(QIODevice::ReadOnly)) << "written all the same";
+    EXPECT_TRUE(list.readAll().contains("d41d8cd98f00b204e9800998ecf8427e *" + path::lastComponent(files[1]).toUtf8()));
 }
 
 TEST_F(RealFix, OriginalsGoOnceTheyAreFixedAndStayIfItIsCancelled)

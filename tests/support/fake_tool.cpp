@@ -5,9 +5,11 @@
 //   wait-file PATH           waits until the path exists; ends with 1 where its folder goes, as a killed test leaves it
 //   touch PATH               makes an empty file
 //   copy FROM TO             copies a file, as an encoder writes its output
+//   remove PATH              removes a file
 //   size PATH                prints how many bytes the file has, or "none"
 //   env NAME | cwd | stdin | descriptors | signals   prints what the tool finds of it
 //   child ARGUMENTS...       forks a copy with the rest of the arguments that outlives this one
+//   become PROGRAM ARGUMENTS...   runs that with the rest of the arguments in its own place
 //   exit STATUS | kill SIGNAL
 #include <cstdio>
 #include <cstdlib>
@@ -130,7 +132,9 @@ int main(int argc, char** argv)
         else if (command == "copy") {
             const std::string from = value();
             copyFile(from, value());
-        } else if (command == "size")
+        } else if (command == "remove")
+            ::unlink(value().c_str());
+        else if (command == "size")
             printSize(value());
         else if (command == "env") {
             const char* found = std::getenv(value().c_str());
@@ -145,6 +149,10 @@ int main(int argc, char** argv)
             printSignals();
         else if (command == "child") {
             if (::fork() != 0) _exit(0);
+        } else if (command == "become") {
+            const std::string program = value();
+            ::execv(program.c_str(), argv + at);
+            _exit(96);
         } else if (command == "exit")
             _exit(std::stoi(value()));
         else if (command == "kill")
