@@ -159,7 +159,9 @@ TEST_F(FixTabTest, RefusesASecondPressWhileAFixOfTheListIsOpen)
     EXPECT_EQ(tab.workPlan().refusal, QString());
     const auto task = pressed();
     EXPECT_TRUE(tab.workPlan().refusal.startsWith(u"A fix of these files is under way"_s));
+    const unsigned reloads = tab.tableView->reloads();
     task->cancelTask(nullptr); // it never began
+    EXPECT_GT(tab.tableView->reloads(), reloads) << "whoever shows the list asks again";
     EXPECT_EQ(tab.workPlan().refusal, QString());
     EXPECT_EQ(tab.fileNames().count(), 2);
 }

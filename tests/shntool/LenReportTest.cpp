@@ -130,6 +130,11 @@ TEST_F(LenReport, LaterTotalReplacesAnEarlierOneAndBlanksNone)
     EXPECT_EQ(report(headings + u"1:00 /a\n 2:00 one\n 3:00 two\n   \n"_s), u"01 a 01:00\n\nTotal: 03:00\n \n\n"_s);
 }
 
+TEST_F(LenReport, BlankLineIsNoTotalAlsoBehindATrack)
+{
+    EXPECT_EQ(report(headings + u"2:00 one\n1:00 /a\n   \n"_s), u"01 a 01:00\n\nTotal: 02:00\n \n\n"_s);
+}
+
 TEST_F(LenReport, NamesAreDealtByLineWhateverTheLineIs)
 {
     EXPECT_EQ(report(headings + u"1:00 warning\n2:00 /b\n"_s, {u"A"_s, u"B"_s}, 1),

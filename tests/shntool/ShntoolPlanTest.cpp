@@ -49,7 +49,8 @@ TEST_F(ShntoolPlan, NamesOutputsAsTheToolDoes)
     };
     EXPECT_EQ(nameOf(u"/s/a.wav"_s), u"a-trimmed.flac"_s);
     EXPECT_EQ(nameOf(u"/s/a.b.flac"_s), u"a.b-trimmed.flac"_s);
-    EXPECT_EQ(nameOf(u"/s/a.aiff"_s), u"a-trimmed.flac"_s);
+    for (const QString& known : {u"wav"_s, u"aiff"_s, u"flac"_s, u"shn"_s, u"wv"_s, u"tta"_s, u"ape"_s})
+        EXPECT_EQ(nameOf(u"/s/a."_s + known), u"a-trimmed.flac"_s) << known.toStdString();
     EXPECT_EQ(nameOf(u"/s/a.aif"_s), u"a.aif-trimmed.flac"_s);
     EXPECT_EQ(nameOf(u"/s/A.WAV"_s), u"A.WAV-trimmed.flac"_s);
     EXPECT_EQ(planOf(C::TRIM, {u"/s/A.WAV"_s}).cautions,
@@ -99,11 +100,11 @@ TEST_F(ShntoolPlan, FindsWhatHasNothingToStrip)
     file.seek(0);
     file.write(bytes);
     file.close();
-    const QStringList found =
-        foundIn(C::STRIP, {plain, extra, u"/s/x.flac"_s, tone(in(u"deep.wav"_s), 588, 44100, 24)});
-    EXPECT_EQ(
-        found,
-        QStringList({u"0,2: What has a plain header and no extra chunks has nothing to strip: shntool declines it"_s}));
+    const QStringList found = foundIn(C::STRIP, {plain, extra, u"/s/x.flac"_s, tone(in(u"deep.wav"_s), 588, 44100, 24),
+                                                 tone(in(u"odd.wav"_s), 589, 44100, 8, 1)});
+    EXPECT_EQ(found,
+              QStringList(
+                  {u"0,2,4: What has a plain header and no extra chunks has nothing to strip: shntool declines it"_s}));
 }
 
 TEST_F(ShntoolPlan, FindsPiecesOfAnEarlierSplit)
