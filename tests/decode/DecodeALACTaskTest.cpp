@@ -1,6 +1,7 @@
 #include "decode/DecodeALACTask.h"
 #include "AudioSamples.h"
 #include "encode/EncodeCoreAudioSync.h"
+#include "support/HeldControl.h"
 #include "support/TaskRun.h"
 
 using namespace zolt;
@@ -17,9 +18,9 @@ protected:
         return DecodeALACTask::initDecodeTaskWithQueueFileNameOutputPathFormat(&queue_, path(u"a.m4a"_s), folder(),
                                                                                format);
     }
-    void makeSource(int frames = 5000)
+    void makeSource()
     {
-        samples_ = makeSamples(44100, 2, 16, frames);
+        samples_ = makeSamples(44100, 2, 16, 5000);
         const QString wav = writeFile(elsewhere_.filePath(u"a.wav"_s), waveFile(samples_));
         test::runTool(u"ffmpeg"_s,
                       {u"-v"_s, u"error"_s, u"-y"_s, u"-i"_s, wav, u"-c:a"_s, u"alac"_s, path(u"a.m4a"_s)});
@@ -68,14 +69,19 @@ TEST_F(AppleLosslessTask, DeletesTheSourceAfterSuccessAlone)
 TEST_F(AppleLosslessTask, CancelShowsAtOnceAndKeepsTheSource)
 {
     const LogCapture log;
-    makeSource(3000000);
+    makeSource();
     const auto task = make(u"WAV"_s);
     task->setDeleteOriginal(true);
+    HeldControl<ProgressIndicator> bar;
+    task->setProgressIndicator(bar.model());
+    bar.hold(); // the thread gets as far as to begin the decoding
     queue_.addTask(task);
-    ASSERT_TRUE(runUntil([&] { return task->stage() >= 1; }));
+    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == u"Decoding from Apple Lossless"_s; }));
     task->cancelTask(nullptr);
     EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    bar.letGo();
     settle();
+    EXPECT_EQ(statedLength(path(u"a.wav"_s)), 0);
     EXPECT_TRUE(exists(u"a.m4a"_s));
     EXPECT_FALSE(task->error());
     EXPECT_EQ(log.count(u"Exception in queue taskCompleted"_s), 1);
