@@ -49,13 +49,18 @@ void BatchTest::useTools(const QStringList& names)
     environment.insert(u"ZOLT_TOOLS"_s, tools);
 }
 
+void BatchTest::standInFor(const QString& tool, const QString& script)
+{
+    const QString path = in(u"tools/"_s + tool);
+    const QString head = u"#!/bin/sh\nreal=%1\ndir='%2'\n"_s.arg(QStandardPaths::findExecutable(tool), in({}));
+    write(path, (head + script).toUtf8());
+    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
 void BatchTest::standInForFlac(const QString& script)
 {
     useTools({u"metaflac"_s});
-    const QString path = in(u"tools/flac"_s);
-    const QString head = u"#!/bin/sh\nreal=%1\ndir='%2'\n"_s.arg(QStandardPaths::findExecutable(u"flac"_s), in({}));
-    write(path, (head + script).toUtf8());
-    ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    standInFor(u"flac"_s, script);
 }
 
 std::unique_ptr<QProcess> BatchTest::start(const QStringList& arguments)

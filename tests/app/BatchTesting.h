@@ -29,7 +29,9 @@ protected:
 
     /// Makes the tools directory one with these tools of the system alone.
     void useTools(const QStringList& names);
-    /// Puts a shell script in the place of flac; "$real" is the real one, "$dir" the test's folder.
+    /// Puts a shell script in the place of a tool; "$real" is the real one, "$dir" the test's folder.
+    void standInFor(const QString& tool, const QString& script);
+    /// The same for flac, with metaflac beside it and no other tool.
     void standInForFlac(const QString& script);
 
     /// Starts the program with its working directory in the test's folder and no terminal.

@@ -20,23 +20,36 @@ void setMode(Matrix& modes, const QString& format, const QString& mode)
     if (!modes.selectTitle(mode)) throw UsageError{u"%1 has no --mode %2"_s.arg(format, mode)};
 }
 
-/// @throws UsageError for a text that is no number from `lowest` to `highest`
-int levelOf(const QString& text, int lowest, int highest)
+/// What the level of a mode may be, and what it is where none is given, whatever was last chosen in the window.
+struct Levels
+{
+    int lowest, highest, usual;
+};
+
+Levels levelsOf(const LossyChoice& chosen)
+{
+    constexpr int highestRate = 2000; // kilobits: more than any encoder has
+    if (chosen.mode != lossyTitle::VBR) return {1, highestRate, 160};
+    return chosen.mp3 ? Levels{0, 9, 3} : Levels{0, 127, 88};
+}
+
+/// @throws UsageError for a text that is no number in the range
+int levelOf(const QString& text, const Levels& levels)
 {
     bool isNumber = false;
     const int level = text.toInt(&isNumber);
-    if (isNumber && level >= lowest && level <= highest) return level;
-    throw UsageError{u"--level must be a number from %1 to %2 in this mode"_s.arg(lowest).arg(highest)};
+    if (isNumber && level >= levels.lowest && level <= levels.highest) return level;
+    throw UsageError{u"--level must be a number from %1 to %2 in this mode"_s.arg(levels.lowest).arg(levels.highest)};
 }
 
-/// The level of the mode that is chosen; without one the settings' stays.
-void setLevel(LossyTab& tab, const QString& text)
+/// The level of the mode that is chosen.
+void setLevel(LossyTab& tab, const BatchOptions& options)
 {
-    constexpr int highestRate = 2000; // kilobits: more than any encoder has
     const LossyChoice chosen = tab.choice();
-    if (chosen.mode != lossyTitle::VBR) return tab.setComboLevel(levelOf(text, 1, highestRate));
-    if (chosen.mp3) return tab.setSliderLevel(levelOf(text, 0, int(tab.slider->maxValue())));
-    tab.setStepperLevel(levelOf(text, 0, int(tab.stepper->maxValue())));
+    const Levels levels = levelsOf(chosen);
+    const int level = levelOf(options.value(u"level"_s, QString::number(levels.usual)), levels);
+    if (chosen.mode != lossyTitle::VBR) return tab.setComboLevel(level);
+    chosen.mp3 ? tab.setSliderLevel(level) : tab.setStepperLevel(level);
 }
 
 BaseTab& setUp(Program& program, const BatchOptions& options)
@@ -46,7 +59,7 @@ BaseTab& setUp(Program& program, const BatchOptions& options)
     const bool toMP3 = format == mp3;
     tab.outputFormatMatrix->selectTitle(toMP3 ? lossyTitle::MP3 : lossyTitle::AAC);
     setMode(toMP3 ? *tab.mp3Matrix : *tab.aacMatrix, format, options.value(u"mode"_s, lossyTitle::VBR));
-    if (options.has(u"level"_s)) setLevel(tab, options.value(u"level"_s));
+    setLevel(tab, options);
     tab.displayRelevantOptions();
     tab.sourceEncodeButton->setState(setOutputFolder(tab, options));
     tab.deleteOriginalsButton->setState(options.has(u"delete-originals"_s));
