@@ -344,6 +344,11 @@ struct OddTool
     const char* row;
 };
 
+void PrintTo(const OddTool& tool, std::ostream* out)
+{
+    *out << tool.name;
+}
+
 class BatchOddTool : public BatchTest, public testing::WithParamInterface<OddTool>
 {
 };

@@ -21,6 +21,11 @@ struct Format
     QStringList (*arguments)(const QString& wav, const QString& output);
 };
 
+void PrintTo(const Format& format, std::ostream* out)
+{
+    *out << format.name;
+}
+
 const std::vector<Format>& formats()
 {
     static const std::vector<Format> table{

@@ -28,6 +28,11 @@ struct Family
     bool seesFailure;              ///< of the tool
 };
 
+void PrintTo(const Family& family, std::ostream* out)
+{
+    *out << family.name;
+}
+
 template <class Task>
 std::shared_ptr<ToolDecoder> makeTask(ZOLTTaskQueue* queue, const QString& file, const QString& folder,
                                       const QString& format)

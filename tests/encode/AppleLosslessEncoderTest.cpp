@@ -29,6 +29,11 @@ struct Encoder
     int kept;  ///< how often each piece reaches the results
 };
 
+void PrintTo(const Encoder& encoder, std::ostream* out)
+{
+    *out << encoder.name;
+}
+
 const std::vector<Encoder>& encoders()
 {
     static const std::vector<Encoder> table{

@@ -25,6 +25,11 @@ struct Encoder
     bool stopsOnError;
 };
 
+void PrintTo(const Encoder& encoder, std::ostream* out)
+{
+    *out << encoder.name;
+}
+
 const std::vector<Encoder>& encoders()
 {
     static const std::vector<Encoder> table{

@@ -42,6 +42,11 @@ struct Expected
     bool namesRow;
 };
 
+void PrintTo(const Expected& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
 const QString shntoolFirst = u"Converting [a.wav] (0:20.00) --> [out/a.flac] :   0% "_s;
 
 const std::vector<Expected>& rows()
@@ -268,6 +273,11 @@ struct Recording
     const G& grammar;
     QByteArray text;
 };
+
+void PrintTo(const Recording& recording, std::ostream* out)
+{
+    *out << recording.name;
+}
 
 const QByteArray wavpackRun("\n WAVPACK  Hybrid Lossless Audio Compressor  linux-gnu Version 5.6.0\n"
                             " Copyright (c) 1998 - 2022 David Bryant.  All Rights Reserved.\n\n"

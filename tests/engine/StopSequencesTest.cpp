@@ -31,6 +31,11 @@ struct Sequence
     int doubleReports;
 };
 
+void PrintTo(const Sequence& sequence, std::ostream* out)
+{
+    *out << sequence.of;
+}
+
 const std::vector<Sequence> sequences{
     {"WavpackAndMonkeysDecodersTwoStageEncoders", {}, true, true, false, Waits::ForTool, 0, 1},
     {"TrueAudioDecoder", {.waits = Waits::No, .readsStatus = false}, false, true, false, Waits::No, 0, 1},

@@ -18,6 +18,11 @@ struct PictureFormat
     QString (TagFiles::*sample)();
 };
 
+void PrintTo(const PictureFormat& format, std::ostream* out)
+{
+    *out << format.name;
+}
+
 class TagPictures : public testing::TestWithParam<PictureFormat>
 {
 protected:

@@ -54,7 +54,7 @@ protected:
     QByteArray hash(const QString& path) const { return succeed({u"hash"_s, u"-q"_s, path}).output.left(32); }
 };
 
-using Kind = std::tuple<const char*, int, int, int>; // extension, samples a second, bits, channels
+using Kind = std::tuple<std::string, int, int, int>; // extension, samples a second, bits, channels
 
 class ShntoolReadingOf : public ShntoolReading, public testing::WithParamInterface<Kind>
 {
@@ -62,7 +62,7 @@ protected:
     QString recordingOfKind(double seconds = 1) const
     {
         const auto [extension, rate, bits, channels] = GetParam();
-        return recording(QString::fromLatin1(extension), rate, bits, channels, seconds);
+        return recording(QString::fromStdString(extension), rate, bits, channels, seconds);
     }
 };
 

@@ -42,6 +42,11 @@ struct Look
     QPalette (*palette)();
 };
 
+void PrintTo(const Look& look, std::ostream* out)
+{
+    *out << look.name;
+}
+
 class PicturesTest : public WindowTest, public testing::WithParamInterface<Look>
 {
 protected:

@@ -72,8 +72,19 @@ protected:
     }
 };
 
+struct Sample
+{
+    const char* format;
+    QString (TagFiles::*make)();
+};
+
+void PrintTo(const Sample& sample, std::ostream* out)
+{
+    *out << sample.format;
+}
+
 /// A file of each format, with and without tags of its own.
-class TagUndoOfFormat : public TagUndoTest, public testing::WithParamInterface<QString (TagFiles::*)()>
+class TagUndoOfFormat : public TagUndoTest, public testing::WithParamInterface<Sample>
 {
 };
 
@@ -81,7 +92,7 @@ class TagUndoOfFormat : public TagUndoTest, public testing::WithParamInterface<Q
 
 TEST_P(TagUndoOfFormat, EveryByteComesBack)
 {
-    const QString sample = (samples.*GetParam())();
+    const QString sample = (samples.*GetParam().make)();
     const QString extension = path::extension(sample);
     listLong({u"bare."_s + extension, u"tagged."_s + extension}, sample);
     const auto own = std::make_shared<TagsObject>();
@@ -105,7 +116,7 @@ TEST_P(TagUndoOfFormat, EveryByteComesBack)
 
 TEST_P(TagUndoOfFormat, EmptiedFieldsComeBack)
 {
-    const QString sample = (samples.*GetParam())();
+    const QString sample = (samples.*GetParam().make)();
     listLong({u"a."_s + path::extension(sample)}, sample);
     const auto own = std::make_shared<TagsObject>();
     own->setTitleText(u"title"_s);
@@ -124,8 +135,9 @@ TEST_P(TagUndoOfFormat, EmptiedFieldsComeBack)
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, TagUndoOfFormat,
-                         testing::Values(&TagFiles::flac, &TagFiles::mp3, &TagFiles::wavpack, &TagFiles::ape,
-                                         &TagFiles::m4a));
+                         testing::Values(Sample{"FLAC", &TagFiles::flac}, Sample{"MP3", &TagFiles::mp3},
+                                         Sample{"Wavpack", &TagFiles::wavpack}, Sample{"APE", &TagFiles::ape},
+                                         Sample{"M4A", &TagFiles::m4a}));
 
 TEST_F(TagUndoTest, OldTagsAtTheEndAndBytesAheadOfTheTagComeBack)
 {
