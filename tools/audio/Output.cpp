@@ -13,6 +13,7 @@ namespace zolt::companion {
 namespace {
 
 constexpr std::size_t bufferBytes = 256 * 1024;
+constexpr std::size_t writtenAtOnce = 64 * 1024; // from here on a copy costs more than a call
 
 bool isSource(const struct stat& file, const ByteSource& source)
 {
@@ -64,6 +65,7 @@ void Output::put(const std::uint8_t* bytes, std::size_t count)
 
 void Output::flush()
 {
+    if (buffer_.empty()) return;
     const Bytes pending = std::move(buffer_);
     buffer_ = {};
     buffer_.reserve(bufferBytes);
@@ -72,8 +74,9 @@ void Output::flush()
 
 void Output::write(const std::uint8_t* bytes, std::size_t count)
 {
-    if (buffer_.size() + count > bufferBytes) flush();
-    if (count > bufferBytes)
+    const bool atOnce = count >= writtenAtOnce;
+    if (atOnce || buffer_.size() + count > bufferBytes) flush();
+    if (atOnce)
         put(bytes, count);
     else
         buffer_.insert(buffer_.end(), bytes, bytes + count);

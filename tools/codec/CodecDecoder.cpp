@@ -5,12 +5,13 @@
 
 namespace zolt::companion {
 
-CodecDecoder::CodecDecoder(const AVCodecParameters& parameters, const PcmFormat& format, const std::string& name)
+CodecDecoder::CodecDecoder(const AVCodecParameters& parameters, const PcmFormat& format, const std::string& name,
+                           Sums sums)
     : codec_(made(avcodec_alloc_context3(nullptr))), frame_(made(av_frame_alloc())), format_(format)
 {
     av_log_set_level(AV_LOG_QUIET); // its words are for its own readers
     if (avcodec_parameters_to_context(codec_.get(), &parameters) < 0) throw std::bad_alloc();
-    codec_->err_recognition = AV_EF_CRCCHECK | AV_EF_EXPLODE;
+    codec_->err_recognition = sums == Sums::Checked ? AV_EF_CRCCHECK | AV_EF_EXPLODE : AV_EF_EXPLODE;
     codec_->thread_count = 1;
     if (avcodec_open2(codec_.get(), avcodec_find_decoder(parameters.codec_id), nullptr) < 0) {
         throw Failure(Fault::Format, name + ": is of a kind that cannot be decoded");

@@ -25,10 +25,14 @@ struct FreeCodec
 class CodecDecoder
 {
 public:
-    /// Has the codec check every checksum that it knows.
+    enum class Sums {
+        Checked,      ///< the codec checks every checksum that it knows
+        CheckedBefore ///< whoever hands packets over has done so
+    };
     /// @param parameters  a copy is made
     /// @throws std::bad_alloc, Failure (Format) where the codec does not take them
-    CodecDecoder(const AVCodecParameters& parameters, const PcmFormat& format, const std::string& name);
+    CodecDecoder(const AVCodecParameters& parameters, const PcmFormat& format, const std::string& name,
+                 Sums sums = Sums::Checked);
 
     /// Appends the samples of one packet.
     /// @return false if the codec found the packet damaged; what it gave before stands in `samples`

@@ -1,59 +1,61 @@
 #include "ttaenc/TtaReader.h"
 
-#include "codec/Checksums.h"
-#include "codec/Samples.h"
-
-#include <cstring>
+#include <algorithm>
+#include <thread>
 
 namespace zolt::companion {
 
 namespace {
 
-constexpr std::size_t sumBytes = 4;
-
-struct FreeParameters
+/// One more than run at once: while a frame is written, the others go on.
+std::size_t framesAtOnce(std::size_t frames)
 {
-    void operator()(AVCodecParameters* parameters) const { avcodec_parameters_free(&parameters); }
-};
-
-CodecDecoder decoderFor(const TtaHeader& header, const std::string& name)
-{
-    const std::unique_ptr<AVCodecParameters, FreeParameters> parameters(made(avcodec_parameters_alloc()));
-    const Bytes bytes = ttaHeaderBytesOf(header);
-    parameters->codec_type = AVMEDIA_TYPE_AUDIO;
-    parameters->codec_id = AV_CODEC_ID_TTA;
-    parameters->extradata = made(static_cast<std::uint8_t*>(av_mallocz(bytes.size() + AV_INPUT_BUFFER_PADDING_SIZE)));
-    parameters->extradata_size = int(bytes.size());
-    std::memcpy(parameters->extradata, bytes.data(), bytes.size());
-    return CodecDecoder(*parameters, header.format, name);
+    constexpr unsigned mostThreads = 8;
+    const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1u, mostThreads);
+    return std::min<std::size_t>(frames, threads > 1 ? threads + 1 : 1);
 }
 
 } // namespace
 
 TtaReader::TtaReader(ByteSource& source)
-    : source_(source), header_(readTtaHeader(source)), lengths_(readTtaTable(source, header_)),
-      decoder_(decoderFor(header_, source.name())), packet_(made(av_packet_alloc()))
+    : source_(source), header_(readTtaHeader(source)), lengths_(readTtaTable(source, header_))
 {
+    for (std::size_t i = framesAtOnce(lengths_.size()); i > 0; --i)
+        ahead_.push_back(std::make_unique<Ahead>(header_, source.name()));
 }
 
-bool TtaReader::decode(Bytes data, std::size_t expected, Bytes& samples)
+void TtaReader::begin(Ahead& ahead, std::uint32_t frame)
 {
-    if (data.size() <= sumBytes) return false;
-    const std::size_t covered = data.size() - sumBytes;
-    if (crc32(data.data(), covered) != littleEndian(&data[covered], sumBytes)) return false;
-    packet_->size = int(data.size());
-    data.resize(data.size() + AV_INPUT_BUFFER_PADDING_SIZE); // which the codec may read
-    packet_->data = data.data();
-    return decoder_.decode(*packet_, samples) && samples.size() == expected;
+    ahead.data = source_.take(lengths_[frame]);
+    const auto decode = [&ahead, length = header_.samplesOf(frame)] {
+        return ahead.decoder.decode(ahead.data, length, ahead.samples);
+    };
+    // Where no thread is to be had, it is done when it is asked for.
+    constexpr auto onThread = std::launch::async | std::launch::deferred;
+    ahead.whole = std::async(ahead_.size() > 1 ? onThread : std::launch::deferred, decode);
+}
+
+void TtaReader::readAhead()
+{
+    for (; begun_ < lengths_.size() && begun_ < next_ + ahead_.size(); ++begun_) {
+        try {
+            begin(placeOf(begun_), begun_);
+        } catch (...) { // told in its turn: the frames before it are whole
+            std::promise<bool> failed;
+            failed.set_exception(std::current_exception());
+            placeOf(begun_).whole = failed.get_future();
+            lengths_.resize(begun_ + 1);
+        }
+    }
 }
 
 bool TtaReader::read(Bytes& samples)
 {
-    const std::uint32_t frame = next_++, length = header_.samplesOf(frame);
-    samples.clear();
-    if (decode(source_.take(lengths_[frame]), length * header_.format.frameBytes(), samples)) return true;
-    samples = silence(header_.format, length);
-    return false;
+    readAhead();
+    Ahead& ahead = placeOf(next_++);
+    const bool whole = ahead.whole.get();
+    samples.swap(ahead.samples);
+    return whole;
 }
 
 } // namespace zolt::companion

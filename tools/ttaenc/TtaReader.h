@@ -1,8 +1,9 @@
-// Reads the frames of a TTA file, each checked.
+// Reads the frames of a TTA file, several at a time and each checked.
 #pragma once
 
-#include "codec/CodecDecoder.h"
-#include "ttaenc/TtaHeader.h"
+#include "ttaenc/TtaFrameDecoder.h"
+
+#include <future>
 
 namespace zolt::companion {
 
@@ -18,18 +19,28 @@ public:
 
     /// Takes the samples of the next frame; of one that is damaged, as much silence.
     /// @return whether the frame is as it was written
-    /// @throws Failure (Read) where the file is cut
+    /// @throws Failure (Read) where the file is cut, behind the last frame that is there
     bool read(Bytes& samples);
 
 private:
-    bool decode(Bytes data, std::size_t expected, Bytes& samples);
+    /// One frame on its way, on a thread of its own.
+    struct Ahead
+    {
+        Ahead(const TtaHeader& header, const std::string& name) : decoder(header, name) {}
+
+        TtaFrameDecoder decoder;
+        Bytes data, samples;
+        std::future<bool> whole;
+    };
+    void readAhead();
+    void begin(Ahead& ahead, std::uint32_t frame);
+    Ahead& placeOf(std::uint32_t frame) { return *ahead_[frame % ahead_.size()]; }
 
     ByteSource& source_;
     TtaHeader header_;
-    std::vector<std::uint32_t> lengths_;
-    std::uint32_t next_ = 0;
-    CodecDecoder decoder_;
-    std::unique_ptr<AVPacket, FreeCodec> packet_;
+    std::vector<std::uint32_t> lengths_; ///< in bytes
+    std::uint32_t next_ = 0, begun_ = 0;
+    std::vector<std::unique_ptr<Ahead>> ahead_;
 };
 
 } // namespace zolt::companion

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QRegularExpression>
+#include <QtEndian>
 
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -102,6 +103,30 @@ TEST_F(Ttaenc, KeepsTheOtherFramesOfADamagedFile)
     EXPECT_TRUE(back.sliced(44 + frame, frame) == QByteArray(frame, '\0'));
     EXPECT_TRUE(back.sliced(44 + 2 * frame) == wav.sliced(44 + 2 * frame));
     EXPECT_EQ(ttaenc({u"-t"_s, u"bad.tta"_s}).status, 1);
+}
+
+TEST_F(Ttaenc, KeepsEveryFrameOfALongFileInItsPlace)
+{
+    constexpr qsizetype frame = 8359 * 4, frames = 36; // far more than are decoded at once
+    const QByteArray wav = makeWav({.rate = 8000, .samples = 300000, .sound = Sound::Noise}, random_);
+    QByteArray tta = encoded(wav), expected = wav;
+    qsizetype at = 22 + frames * 4 + 4;
+    for (qsizetype number = 0; number < frames; ++number) {
+        const auto length = qsizetype(qFromLittleEndian<quint32>(tta.constData() + 22 + number * 4));
+        if (number == 7 || number == 8 || number == 35) {
+            tta[at + length / 2] = char(tta[at + length / 2] ^ 1);
+            const qsizetype from = 44 + number * frame, bytes = std::min(frame, wav.size() - from);
+            expected.replace(from, bytes, QByteArray(bytes, '\0'));
+        }
+        at += length;
+    }
+    EXPECT_EQ(at, tta.size());
+    file(u"bad.tta"_s, tta);
+    const Outcome outcome = ttaenc({u"bad.tta"_s, u"-o"_s, u"back.wav"_s});
+    EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("the checksum is wrong for 3 of 36 frames"));
+    EXPECT_TRUE(contents(u"back.wav"_s) == expected);
+    EXPECT_TRUE(ttaenc({u"-d"_s, u"-o"_s, u"-"_s, u"bad.tta"_s}).output == wav.first(44 + 7 * frame))
+        << "a pipe gets nothing from the first damaged one on";
 }
 
 TEST_F(Ttaenc, TellsOfACutFileAndKeepsItsStart)
