@@ -12,13 +12,21 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int framesInSector = 588, bytesInFrame = 4;
-constexpr qsizetype mostNamed = 8;
+constexpr qsizetype mostNamed = 3, mostListed = 30;
 
 /// "a.wav by 12 bytes, b.wav by 4 bytes and 3 more".
-QString listed(const QStringList& all)
+QString named(const QStringList& all)
 {
     if (all.size() <= mostNamed) return enumerated(all);
     return all.first(mostNamed).join(u", "_s) + u" and %1 more"_s.arg(all.size() - mostNamed);
+}
+
+QString listed(const QStringList& all)
+{
+    if (all.size() <= mostNamed) return QString();
+    const qsizetype rest = all.size() - mostListed;
+    const QString lines = all.first(std::min(all.size(), mostListed)).join(u'\n');
+    return rest > 0 ? lines + u"\nand %1 more"_s.arg(rest) : lines;
 }
 
 } // namespace
@@ -33,12 +41,13 @@ int bytesOffBoundary(const AudioFormatObject& format)
     return int(format.totalSamples() % framesInSector) * bytesInFrame;
 }
 
-QString boundariesInWords(const QStringList& files, const std::atomic<bool>& stop)
+BoundaryWords boundariesInWords(const QStringList& files, const std::atomic<bool>& stop)
 {
-    if (files.isEmpty()) return u"A sector holds 588 frames of 44.1 kHz, 16 bits and stereo; other audio has none."_s;
+    if (files.isEmpty())
+        return {u"A sector holds 588 frames of 44.1 kHz, 16 bits and stereo; other audio has none."_s, {}};
     QStringList off, other, unknown;
     for (const QString& file : files) {
-        if (stop) return QString();
+        if (stop) return {};
         const QString name = path::lastComponent(file);
         const auto format = audioFormatOf(file);
         if (!format)
@@ -50,12 +59,12 @@ QString boundariesInWords(const QStringList& files, const std::atomic<bool>& sto
     }
     QStringList sentences;
     if (!off.isEmpty())
-        sentences += u"Off a sector boundary: %1."_s.arg(listed(off));
+        sentences += u"Off a sector boundary: %1."_s.arg(named(off));
     else if (other.size() + unknown.size() < files.size())
         sentences += u"Every file of CD audio ends on a sector boundary."_s;
-    if (!other.isEmpty()) sentences += u"No CD audio, so without sectors: %1."_s.arg(listed(other));
-    if (!unknown.isEmpty()) sentences += u"Not known without the tool: %1."_s.arg(listed(unknown));
-    return readableName(sentences.join(u' '));
+    if (!other.isEmpty()) sentences += u"No CD audio, so without sectors: %1."_s.arg(named(other));
+    if (!unknown.isEmpty()) sentences += u"Not known without the tool: %1."_s.arg(named(unknown));
+    return {readableName(sentences.join(u' ')), readableName(listed(off))};
 }
 
 } // namespace zolt

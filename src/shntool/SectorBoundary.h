@@ -16,8 +16,14 @@ bool isCdAudio(const AudioFormatObject& format);
 /// How many bytes of CD audio lie behind the last whole sector; 0 on a boundary.
 int bytesOffBoundary(const AudioFormatObject& format);
 
-/// Which of the files end off a boundary and by how many bytes, in sentences for a person; for no files, what a sector
-/// is. Reads every file's header. @param stop  set by another thread to end early
-QString boundariesInWords(const QStringList& files, const std::atomic<bool>& stop);
+struct BoundaryWords
+{
+    QString sentences; ///< names the first few files; for no files, what a sector is
+    QString list;      ///< a line for each file off a boundary; empty where the sentences name them all
+};
+
+/// Which of the files end off a boundary and by how many bytes, for a person. Reads every file's header.
+/// @param stop  set by another thread to end early
+BoundaryWords boundariesInWords(const QStringList& files, const std::atomic<bool>& stop);
 
 } // namespace zolt

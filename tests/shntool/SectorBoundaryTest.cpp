@@ -20,7 +20,8 @@ protected:
         EXPECT_EQ(status, 0);
         return in(name);
     }
-    QString words(const QStringList& files) const { return boundariesInWords(files, stop_); }
+    QString words(const QStringList& files) const { return boundariesInWords(files, stop_).sentences; }
+    QString list(const QStringList& files) const { return boundariesInWords(files, stop_).list; }
 
 private:
     QTemporaryDir folder_;
@@ -75,10 +76,20 @@ TEST_F(SectorBoundary, IsSaidInWords)
 TEST_F(SectorBoundary, LongListIsCutInWords)
 {
     const QString off = tone(in(u"a.wav"_s), 589);
-    EXPECT_TRUE(words(QStringList(10, off)).endsWith(u"a.wav by 4 bytes and 2 more."_s));
+    EXPECT_EQ(words(QStringList(5, off)),
+              u"Off a sector boundary: a.wav by 4 bytes, a.wav by 4 bytes, a.wav by 4 bytes and 2 more."_s);
+}
+
+TEST_F(SectorBoundary, FilesThatTheSentenceLeavesOutAreListed)
+{
+    const QString on = tone(in(u"on.wav"_s), 588), off = tone(in(u"a.wav"_s), 589);
+    EXPECT_EQ(list({on, off, off, off}), QString()) << "the sentence names them all";
+    EXPECT_EQ(list({off, off, on, off, off}), u"a.wav by 4 bytes\n"_s.repeated(4).chopped(1));
+    EXPECT_EQ(list(QStringList(30, off)).count(u'\n'), 29);
+    EXPECT_TRUE(list(QStringList(32, off)).endsWith(u"a.wav by 4 bytes\nand 2 more"_s));
 }
 
 TEST_F(SectorBoundary, IsGivenUpWhenNobodyWantsItAnyMore)
 {
-    EXPECT_EQ(boundariesInWords({in(u"a.wav"_s)}, true), QString());
+    EXPECT_EQ(boundariesInWords({in(u"a.wav"_s)}, true).sentences, QString());
 }

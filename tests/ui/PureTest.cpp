@@ -2,6 +2,7 @@
 #include "ui/OutcomeColours.h"
 #include "ui/Pictures.h"
 #include "ui/Symbols.h"
+#include "ui/WrappedText.h"
 #include "ui/files/DropCount.h"
 #include "ui/files/ListFacts.h"
 #include "ui/queue/StatusQueueWindow.h"
@@ -29,6 +30,19 @@ TEST(OutcomeColoursTest, OutcomesReadOnLightAndDark)
         }
     }
     EXPECT_EQ(shownColour(Colour::success(), lightPalette()), QColor::fromRgbF(0.0F, 0.5F, 0.0F));
+}
+
+TEST(WrappedTextTest, BreaksAtWordsAndEndsTheLastLineThatThereIsRoomForWithAnEllipsis)
+{
+    const QFont font;
+    const int width = QFontMetrics(font).horizontalAdvance(u"one two "_s);
+    EXPECT_EQ(wrapped(u"one two"_s, font, width, 2), QStringList{u"one two"_s});
+    EXPECT_EQ(wrapped(u"one two\none"_s, font, width, 2), QStringList({u"one two"_s, u"one"_s}));
+    const QStringList cut = wrapped(u"one two one two one two"_s, font, width, 2);
+    ASSERT_EQ(cut.size(), 2);
+    EXPECT_TRUE(cut[1].startsWith(u"one"_s)) << cut[1].toStdString();
+    EXPECT_TRUE(cut[1].endsWith(u'\u2026')) << cut[1].toStdString();
+    EXPECT_EQ(wrapped(QString(), font, width, 2).join(QString()), QString());
 }
 
 TEST(ListFactsTest, FindsOutWhetherFilesLieInSeveralFolders)

@@ -95,7 +95,8 @@ MainWindow::PageBuilder fixPage(Program& program)
         return (new CommandPage(tab, {u"&Fix"_s, setUp<Ui::FixChoices>}, parent))
             ->withLiveLine(u"boundaries"_s, [&tab] {
                 return [files = tab.fileNames().copy()](const std::atomic<bool>& stop) {
-                    return boundariesInWords(files, stop);
+                    const BoundaryWords words = boundariesInWords(files, stop);
+                    return LiveWords(words.sentences, words.list);
                 };
             });
     };

@@ -5,6 +5,7 @@
 #include "platform/threads/NotificationCenter.h"
 #include "shell/BaseTab.h"
 #include "shell/PreferencesController.h"
+#include "ui/PlainText.h"
 #include "ui/binding/Bindings.h"
 #include "ui/files/FileListView.h"
 #include "ui/files/FilesPanel.h"
@@ -34,6 +35,12 @@ QHash<int, QString> marksOf(const Outlook& outlook)
     return marks;
 }
 
+DestinationField::Place placeOf(const WorkPlan& plan)
+{
+    if (plan.needsFolder) return DestinationField::Place::Folder;
+    return plan.besideSources ? DestinationField::Place::BesideSources : DestinationField::Place::None;
+}
+
 } // namespace
 
 /// A label that says what a tab's own line says.
@@ -41,14 +48,20 @@ struct CommandPage::Line
 {
     QLabel& label;
     LiveLine ask;
+    QString ownToolTip = label.toolTip();
     LatestJob reading = {};
 
     void refresh()
     {
         reading.start([this, text = ask()](const std::atomic<bool>& stop) {
-            const QString said = text ? text(stop) : QString();
-            return [this, said] { label.setText(said); };
+            const LiveWords said = text ? text(stop) : LiveWords();
+            return [this, said] { show(said); };
         });
+    }
+    void show(const LiveWords& said)
+    {
+        label.setText(said.text);
+        label.setToolTip(said.toolTip.isEmpty() ? ownToolTip : plainToolTip(said.toolTip));
     }
 };
 
@@ -198,7 +211,7 @@ void CommandPage::lookAhead()
 {
     const WorkPlan plan = remainingPlan();
     if (destination()) {
-        destination()->setUsed(plan.needsFolder);
+        destination()->setPlace(placeOf(plan));
         memory_->keepText(u"destination"_s, destination()->folder());
     }
     memory_->keep();

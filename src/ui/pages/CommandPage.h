@@ -29,9 +29,17 @@ struct PageForm
     void (*setUp)(QWidget& choices); ///< lays the choices out: each widget is named as its outlet
 };
 
-/// What a line of a tab's own says. Run on a thread of its own, which may read files; it should end early once `stop`
-/// is set.
-using LiveText = std::function<QString(const std::atomic<bool>& stop)>;
+/// What a line of a tab's own says.
+struct LiveWords
+{
+    LiveWords(QString said = {}, QString more = {}) : text(std::move(said)), toolTip(std::move(more)) {}
+
+    QString text;
+    QString toolTip; ///< empty for the label's own
+};
+
+/// Run on a thread of its own, which may read files; it should end early once `stop` is set.
+using LiveText = std::function<LiveWords(const std::atomic<bool>& stop)>;
 /// Asked on the main thread after each change of list or choices; takes along what its text is made from.
 using LiveLine = std::function<LiveText()>;
 

@@ -18,6 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString askedFor = u"asked for at the start"_s;
+
 /// The one folder of a drag; empty for anything else.
 QString droppedFolder(const QDropEvent& event)
 {
@@ -42,8 +44,7 @@ DestinationField::DestinationField(QWidget* parent)
     makeButton_->setAccessibleName(u"Make the folder"_s);
     line_->setObjectName(u"destinationField"_s);
     line_->setAccessibleName(u"Folder for the outputs"_s);
-    line_->setPlaceholderText(u"asked for at the start"_s);
-    line_->setMinimumWidth(line_->fontMetrics().horizontalAdvance(line_->placeholderText()) + 16);
+    line_->setMinimumWidth(line_->fontMetrics().horizontalAdvance(askedFor) + 16);
     line_->setClearButtonEnabled(true);
     line_->setProperty("takesFolders", true);
     line_->installEventFilter(this);
@@ -56,7 +57,7 @@ DestinationField::DestinationField(QWidget* parent)
     connect(button, &QPushButton::clicked, this, [this] { guarded("destination", [this] { choose(); }); });
     connect(makeButton_, &QPushButton::clicked, this, [this] { guarded("destination", [this] { make(); }); });
     setMissing(false);
-    setUsed(true);
+    setPlace(Place::Folder);
 }
 
 QString DestinationField::folder() const
@@ -74,10 +75,12 @@ void DestinationField::setFolder(const QString& folder)
     line_->setText(readableName(folder));
 }
 
-void DestinationField::setUsed(bool used)
+void DestinationField::setPlace(Place place)
 {
+    const bool used = place == Place::Folder, beside = place == Place::BesideSources;
+    const QString why = beside ? u"The outputs stand beside their sources now"_s : u"No folder is asked for now"_s;
     setEnabled(used);
-    const QString why = u"The outputs stand beside their sources now"_s;
+    line_->setPlaceholderText(used ? askedFor : beside ? u"beside the sources"_s : u"none is needed"_s);
     line_->setToolTip(used ? u"All outputs are written to this folder. Type it, choose it or drop it here."_s : why);
     setToolTip(used ? QString() : why);
 }

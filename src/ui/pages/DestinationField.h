@@ -23,8 +23,10 @@ public:
     void setChanged(std::function<void(const QString& folder)> changed) { changed_ = std::move(changed); }
     /// Whether the folder is not there: it can be made then by the button beside it.
     void setMissing(bool missing);
-    /// Greyed, with the reason as tool tip, while outputs stand beside their sources.
-    void setUsed(bool used);
+    /// Where the outputs go: to the folder, or the command asks for none.
+    enum class Place { Folder, BesideSources, None };
+    /// Greyed, with the reason as tool tip, unless it is the folder.
+    void setPlace(Place place);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -4,6 +4,7 @@
 #include "shell/Wording.h"
 #include "ui/PlainText.h"
 #include "ui/Symbols.h"
+#include "ui/WrappedText.h"
 
 #include <QPushButton>
 #include <QStyle>
@@ -159,10 +160,11 @@ void OutlookLine::paintEvent(QPaintEvent*)
     const int middle = height() - line * problemLines - 1;
     paintSymbol(painter, u"dialog-warning"_s, onSide(QRect(0, middle, line, line)),
                 palette().color(QPalette::WindowText));
-    painter.drawText(onSide(QRect(line + 4, middle, textRoom_ - line - 4, height() - middle)),
-                     int(QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignTop)) |
-                         int(Qt::TextWordWrap),
-                     problem()->text);
+    QRect place(line + 4, middle, std::max(0, textRoom_ - line - 4), line);
+    for (const QString& each : wrapped(problem()->text, font(), place.width(), problemLines)) {
+        painter.drawText(onSide(place), side, each);
+        place.translate(0, line);
+    }
 }
 
 } // namespace zolt

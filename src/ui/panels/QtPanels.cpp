@@ -2,6 +2,7 @@
 
 #include "platform/Product.h"
 #include "platform/threads/MainQueue.h"
+#include "shell/Wording.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui/panels/AlertContext.h"
 
@@ -81,10 +82,12 @@ QString anyCase(const QString& type)
 QStringList filtersOf(const OpenPanelRequest& request)
 {
     if (request.fileTypes.isEmpty()) return {};
-    QStringList patterns;
-    for (const QString& type : request.fileTypes)
+    QStringList kinds, patterns;
+    for (const QString& type : request.fileTypes) {
+        kinds += type.toUpper();
         patterns += anyCase(type);
-    return {u"Files (%1)"_s.arg(patterns.join(u' '))};
+    }
+    return {u"%1 files (%2)"_s.arg(enumerated(kinds), patterns.join(u' '))};
 }
 
 // The platform's file dialog opens where the last one was left.
@@ -111,6 +114,7 @@ std::optional<QStringList> chooseFiles(const OpenPanelRequest& request)
     dialog.setOption(QFileDialog::ShowDirsOnly, request.canChooseDirectories && !request.canChooseFiles);
     dialog.setOption(QFileDialog::ReadOnly, request.canChooseDirectories && !request.canCreateDirectories);
     if (!request.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, request.prompt);
+    dialog.setOption(QFileDialog::HideNameFilterDetails); // patterns are for no reader
     if (const QStringList filters = filtersOf(request); !filters.isEmpty()) dialog.setNameFilters(filters);
     if (!accepted(dialog)) return std::nullopt;
     return dialog.selectedFiles();

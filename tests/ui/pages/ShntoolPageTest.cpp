@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QLabel>
+#include <QLineEdit>
 
 namespace zolt::test {
 namespace {
@@ -31,6 +32,15 @@ protected:
     QAbstractButton& cell(const char* matrix, int index)
     {
         return widget<QAbstractButton>(qPrintable(u"%1_%2"_s.arg(QLatin1String(matrix)).arg(index)));
+    }
+    QString wavOfOneFrame(const QString& name)
+    {
+        const QString path = file(name);
+        QFile wav(path);
+        EXPECT_TRUE(wav.open(QIODevice::WriteOnly));
+        wav.write(QByteArray::fromHex("524946462800000057415645666d7420100000000100020044ac000010b1020004001000"
+                                      "646174610400000001000200"));
+        return path;
     }
     void choose(const char* matrix, int index)
     {
@@ -88,6 +98,33 @@ TEST_F(ShntoolPageTest, FixTellsWhatIsKnownOfTheBoundaries)
     showTab(4);
     fixTab().addFiles({file(u"a.wav"_s)});
     EXPECT_TRUE(says("boundaries", u"Not known without the tool: a.wav."_s));
+}
+
+TEST_F(ShntoolPageTest, FixListsInAToolTipWhatTheSentenceLeavesOut)
+{
+    showTab(4);
+    const QString own = widget<QLabel>("boundaries").toolTip();
+    EXPECT_TRUE(own.contains(u"588 frames"_s));
+    QStringList files;
+    for (const QString& name : {u"a.wav"_s, u"b.wav"_s, u"c.wav"_s, u"d.wav"_s})
+        files += wavOfOneFrame(name);
+    fixTab().addFiles(files);
+    EXPECT_TRUE(says("boundaries", u"c.wav by 4 bytes and 1 more."_s));
+    EXPECT_TRUE(widget<QLabel>("boundaries").toolTip().contains(u"d.wav by 4 bytes"_s));
+    fixTab().clearFiles();
+    EXPECT_TRUE(runUntil([&] { return widget<QLabel>("boundaries").toolTip() == own; }));
+}
+
+TEST_F(ShntoolPageTest, FolderFieldSaysWhetherOneIsAskedFor)
+{
+    auto& field = widget<QLineEdit>("destinationField");
+    choose("shntoolCommandMatrix", 5); // join
+    EXPECT_TRUE(runUntil([&] { return field.isEnabled(); }));
+    EXPECT_EQ(field.placeholderText(), u"asked for at the start"_s);
+    choose("shntoolCommandMatrix", 0); // len
+    EXPECT_TRUE(runUntil([&] { return !field.isEnabled(); }));
+    EXPECT_EQ(field.placeholderText(), u"none is needed"_s);
+    EXPECT_EQ(field.toolTip(), u"No folder is asked for now"_s);
 }
 
 } // namespace

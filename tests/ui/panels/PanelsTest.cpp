@@ -121,6 +121,19 @@ TEST_F(PanelsTest, TheOpenPanelIsSetUpAsAsked)
     EXPECT_FALSE(panels_.openPanel(request).has_value());
 }
 
+TEST_F(PanelsTest, TheOpenPanelNamesItsTypesWithoutTheirPatterns)
+{
+    OpenPanelRequest request;
+    request.fileTypes = QStringList{u"cue"_s, u"txt"_s};
+    whenShown([](QWidget& shown) {
+        auto& dialog = dynamic_cast<QFileDialog&>(shown);
+        EXPECT_EQ(dialog.nameFilters(), QStringList{u"CUE and TXT files (*.[cC][uU][eE] *.[tT][xX][tT])"_s});
+        EXPECT_TRUE(dialog.testOption(QFileDialog::HideNameFilterDetails));
+        dialog.reject();
+    });
+    EXPECT_FALSE(panels_.openPanel(request).has_value());
+}
+
 TEST_F(PanelsTest, TheFolderPanelGivesTheFolderChosen)
 {
     const QTemporaryDir folder;
