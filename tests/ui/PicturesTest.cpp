@@ -1,6 +1,7 @@
 #include "ui/Pictures.h"
 #include "engine/StatusPanelController.h"
 #include "engine/ZOLTTask.h"
+#include "lossy/LossyTab.h"
 #include "platform/images/Image.h"
 #include "shell/Constants.h"
 #include "shell/PreferencesController.h"
@@ -124,6 +125,15 @@ TEST_P(PicturesTest, ShntoolAndFixTabs)
         show(shntool, 3, u"shntool-"_s + command);
     }
     show(program_.program().tab<FixTab>(), 4, u"fix"_s);
+}
+
+TEST_P(PicturesTest, LossyTab)
+{
+    program_.selectTab(6);
+    program_.program().tab<LossyTab>().addFiles({file(u"1977-05-08/d1t01.wav"_s), file(u"1977-05-08/d1t02.flac"_s)});
+    runPosted();
+    QTest::qWait(200); // the quiet line has looked ahead
+    picture(window(), u"lossy"_s);
 }
 
 TEST_P(PicturesTest, AboutTab)

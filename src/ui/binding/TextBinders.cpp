@@ -30,9 +30,11 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Ch
     const auto show = [](QLineEdit& widget, const TextField& model) {
         // The person's own typing comes back here; setting it again would move the cursor.
         const QString text = model.stringValue();
-        if (text == widget.text()) return;
-        widget.setText(text);
-        widget.selectAll(); // typing goes over what was proposed
+        if (text != widget.text()) {
+            widget.setText(text);
+            widget.selectAll(); // typing goes over what was proposed
+        }
+        if (!widget.isEnabled()) widget.deselect();
     };
     keepShown<TextField>(line, field, show, changed);
     QObject::connect(&line, &QLineEdit::textEdited, &line,

@@ -32,6 +32,14 @@ void makeHeading(QLabel& label)
     label.setContentsMargins(0, headingRoom, 0, 0);
 }
 
+/// A slider looks the same whether it can be moved or not: its label tells.
+void showOnLabels(const QWidget& choice)
+{
+    for (QLabel* const label : choice.parentWidget()->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (label->buddy() == &choice) label->setEnabled(choice.isEnabled());
+    }
+}
+
 } // namespace
 
 ChoicesArea::ChoicesArea(QWidget* parent) : QScrollArea(parent)
@@ -61,14 +69,24 @@ void ChoicesArea::tend(QWidget& child)
     if (label && label->property("heading").toBool()) makeHeading(*label);
     if (auto* const line = qobject_cast<QLineEdit*>(&child); line && !line->property("takesFolders").toBool())
         line->setAcceptDrops(false); // a file that falls here is for the list
+    if (label && label->buddy()) label->buddy()->installEventFilter(this);
+    if (child.property("arrowsOnly").toBool()) child.findChild<QLineEdit*>()->hide(); // its number stands elsewhere
     if (!turnsWithTheWheel(child)) return;
     child.setFocusPolicy(Qt::StrongFocus);
     child.installEventFilter(this);
 }
 
+/// One of the choices, without the keyboard; the area's own scroll bars come here, too.
+bool ChoicesArea::isPassedBy(const QObject& watched) const
+{
+    const auto* const control = qobject_cast<const QWidget*>(&watched);
+    return control && widget() && widget()->isAncestorOf(control) && !control->hasFocus();
+}
+
 bool ChoicesArea::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Wheel && watched->isWidgetType() && !static_cast<QWidget*>(watched)->hasFocus()) {
+    if (event->type() == QEvent::EnabledChange) showOnLabels(*static_cast<QWidget*>(watched));
+    if (event->type() == QEvent::Wheel && isPassedBy(*watched)) {
         event->ignore();
         return true;
     }

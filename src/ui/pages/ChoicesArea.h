@@ -12,8 +12,9 @@ class ChoicesArea : public QScrollArea
 public:
     explicit ChoicesArea(QWidget* parent = nullptr);
 
-    /// Lays a page's choices into this area. Labels with the property "heading" become headings, and a control turns
-    /// with the wheel only once it has the keyboard, so that scrolling past changes nothing.
+    /// Lays a page's choices into this area. Labels with the property "heading" become headings, a control's label is
+    /// greyed with it, and a control turns with the wheel only once it has the keyboard, so that scrolling past changes
+    /// nothing. A spin box with the property "arrowsOnly" shows no number.
     /// @param setUp  fills the widget
     QWidget& fill(void (*setUp)(QWidget& choices));
 
@@ -25,6 +26,7 @@ protected:
 
 private:
     void tend(QWidget& child);
+    bool isPassedBy(const QObject& watched) const;
 };
 
 } // namespace zolt
