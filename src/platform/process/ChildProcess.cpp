@@ -109,11 +109,24 @@ bool ChildProcess::waitUntilExit()
         if (pid_ <= 0) return false;
         if (ended_) return true;
     }
-    if (!isMainThread())
+    if (!isMainThread()) {
         waitBlocking();
-    else if (!exited(shortWaitMilliseconds))
-        waitInEventLoop();
+        return true;
+    }
+    if (!exited(shortWaitMilliseconds)) waitInEventLoop();
+    handOverRest();
     return true;
+}
+
+/// The end may be seen before the event loop has met the last output.
+void ChildProcess::handOverRest() const
+{
+    if (!pipe_) return;
+    constexpr int most = 2; // what the pipe holds is one piece, and then comes the end if no other process writes on
+    const auto handle = pipe_->fileHandleForReading();
+    for (int piece = 0; piece < most; ++piece) {
+        if (!handle->notifyNow()) return;
+    }
 }
 
 void ChildProcess::waitInEventLoop()

@@ -44,7 +44,8 @@ public:
     void launch();
 
     /// Returns when the child has ended, at once if it was never launched. Any thread, several at a time. On the main
-    /// thread the event loop goes on during the wait, so that output is still read.
+    /// thread the event loop goes on during the wait, so that output is still read; all that the child has written, and
+    /// the end of it, has then reached whoever asked for it in the background.
     /// @return false if it was never launched
     bool waitUntilExit();
 
@@ -80,6 +81,7 @@ private:
     bool reap();
     bool exited(int timeoutMilliseconds);
     void waitInEventLoop();
+    void handOverRest() const;
     void waitBlocking();
     bool throwAwayOutput();
 

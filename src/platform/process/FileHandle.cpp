@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 
+#include <poll.h>
 #include <unistd.h>
 
 namespace zolt {
@@ -65,6 +66,14 @@ void FileHandle::readable()
     guarded("read notification", [this] {
         NotificationCenter::standard().post({FileHandleReadCompletionNotification, this, readOnce()});
     });
+}
+
+bool FileHandle::notifyNow()
+{
+    pollfd waiting{descriptor_, POLLIN, 0};
+    if (!asked_ || ::poll(&waiting, 1, 0) <= 0) return false;
+    readable();
+    return true;
 }
 
 QByteArray FileHandle::readOnce()

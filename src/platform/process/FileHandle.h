@@ -29,6 +29,10 @@ public:
     /// so that an event-driven task started on a task thread gets its output. Any thread; returns at once.
     void readInBackgroundAndNotify();
 
+    /// Delivers now what was asked for in the background, if it can be read without waiting. Main thread.
+    /// @return whether there was any, the end of file included
+    bool notifyNow();
+
     /// Waits until there are bytes and gives what one read returned; empty at end of file. Any thread.
     QByteArray availableData();
 

@@ -4,6 +4,7 @@
 #include "platform/process/ChildRegistry.h"
 #include "platform/text/Text.h"
 #include "platform/threads/MainQueue.h"
+#include "platform/threads/NotificationCenter.h"
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
 
@@ -14,6 +15,7 @@
 #include <csignal>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -147,6 +149,26 @@ TEST(ChildProcess, MainThreadsEventLoopGoesOnDuringTheWait)
     postToMain([&] { postToMain([&] { test::touch(go); }); });
     process->waitUntilExit(); // would never return if what is posted did not run
     EXPECT_EQ(process->terminationStatus(), 0);
+}
+
+TEST(ChildProcess, LastWordsAndTheEndAreHandedOverBeforeAWaitOnTheMainThreadReturns)
+{
+    const auto process = fakeProcess({u"out"_s, u"last words"_s});
+    const auto handle = process->standardOutput()->fileHandleForReading();
+    QByteArrayList pieces;
+    const int observer = 0;
+    NotificationCenter::standard().addObserver(&observer, FileHandleReadCompletionNotification, handle.get(),
+                                               [&](const Notification& read) {
+                                                   pieces += std::any_cast<QByteArray>(read.object);
+                                                   if (!pieces.last().isEmpty()) handle->readInBackgroundAndNotify();
+                                               });
+    handle->readInBackgroundAndNotify();
+    process->launch();
+    for (pollfd pipe{handle->descriptor(), 0, 0}; (pipe.revents & POLLHUP) == 0;)
+        ASSERT_EQ(::poll(&pipe, 1, 60000), 1) << "until it has written all, without the event loop";
+    process->waitUntilExit();
+    NotificationCenter::standard().removeObserver(&observer, FileHandleReadCompletionNotification, handle.get());
+    EXPECT_EQ(pieces, QByteArrayList({"last words", ""}));
 }
 
 TEST(ChildProcess, WaitsNestOnTheMainThread)
