@@ -7,6 +7,8 @@
 #include "support/Programs.h"
 #include "support/TabFixture.h"
 
+#include <QRegularExpression>
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -259,7 +261,8 @@ TEST_F(RealChecksum, FlacAndWavpackFilesAreTestedAndDamageIsTold)
     run(u"wavpack"_s, {u"-q"_s, wav, u"-o"_s, wavpack});
     press(ChecksumTab::TestFiles, {flac, wavpack});
     EXPECT_TRUE(lastReport().contains(u"a.flac: ok"_s)) << lastReport().toStdString();
-    EXPECT_TRUE(lastReport().contains(u"verified "_s + wavpack)) << lastReport().toStdString();
+    const QRegularExpression verified(u"verified \\S*b\\.wv in "_s); // its folder too, if that is short
+    EXPECT_TRUE(lastReport().contains(verified)) << lastReport().toStdString();
     EXPECT_TRUE(queue().panelArray().empty());
     const LogCapture log;
     flipBit(flac);
