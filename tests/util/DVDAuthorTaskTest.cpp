@@ -21,7 +21,7 @@ protected:
         QStringList names;
         for (int number = 0; number < files; ++number)
             names += QStringLiteral("/in/%1.wav").arg(number);
-        return DVDAuthorTask::initTaskWithQueueFileNamesOutputPath(&queue(), names, folder());
+        return made(DVDAuthorTask::initTaskWithQueueFileNamesOutputPath(&queue(), names, folder()));
     }
     void runTask(const std::shared_ptr<DVDAuthorTask>& task)
     {

@@ -25,8 +25,8 @@ protected:
     std::shared_ptr<DeEmphasisTask> make(const QString& source = u"/in/a.wav"_s)
     {
         results = std::make_shared<ZOLTTaskResults>();
-        const auto task = DeEmphasisTask::initAsyncTaskWithQueueLaunchPathArgumentsWithResults(
-            &queue(), u"/tools/sox"_s, {u"-S"_s, source, u"/out/a-deemph.wav"_s, u"deemph"_s}, results);
+        const auto task = made(DeEmphasisTask::initAsyncTaskWithQueueLaunchPathArgumentsWithResults(
+            &queue(), u"/tools/sox"_s, {u"-S"_s, source, u"/out/a-deemph.wav"_s, u"deemph"_s}, results));
         results->addTaskInSet(task);
         return task;
     }

@@ -18,6 +18,17 @@ class UtilTest : protected FakeToolsFirst, public TabFixture<UtilTab>
 {
 protected:
     UtilTest() : TabFixture(Constants::UTIL) {}
+    ~UtilTest() override
+    {
+        for (const auto& task : made_)
+            task->setResults(nullptr); // one that never ran holds its results, and they hold it
+    }
+    /// A task that the test made by itself and may never run.
+    template <class Task> std::shared_ptr<Task> made(const std::shared_ptr<Task>& task)
+    {
+        made_.push_back(task);
+        return task;
+    }
     /// A person's click on a command.
     void choose(const QString& title)
     {
@@ -28,6 +39,9 @@ protected:
     }
     QStringList names() const { return directoryOf(folder()); }
     static QStringList directoryOf(const QString& path) { return QDir(path).entryList(QDir::Files, QDir::Name); }
+
+private:
+    std::vector<std::shared_ptr<ZOLTTask>> made_;
 };
 
 } // namespace zolt::test
