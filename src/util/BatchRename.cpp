@@ -1,9 +1,23 @@
 #include "util/BatchRename.h"
 
+#include "platform/files/FileNames.h"
 #include "platform/files/Files.h"
 #include "util/Log.h"
 
+#include <sys/stat.h>
+
 namespace zolt {
+
+namespace {
+
+/// A link that leads nowhere counts too: nothing can be moved there.
+bool isTaken(const QString& path)
+{
+    struct stat facts = {};
+    return ::lstat(bytesOfName(path).constData(), &facts) == 0;
+}
+
+} // namespace
 
 QStringList renamedPaths(const QStringList& files, const QString& prefix)
 {
@@ -19,7 +33,7 @@ QStringList renamedPaths(const QStringList& files, const QString& prefix)
 
 OptionalText firstTaken(const QStringList& paths)
 {
-    const auto taken = std::find_if(paths.begin(), paths.end(), exists);
+    const auto taken = std::find_if(paths.begin(), paths.end(), isTaken);
     return taken == paths.end() ? std::nullopt : OptionalText(*taken);
 }
 

@@ -3,7 +3,9 @@
 #include "UtilFixture.h"
 
 #include "platform/desktop/Interfaces.h"
+#include "shell/Outlook.h"
 #include "shell/ZOLTStringGetterPanel.h"
+#include "support/OrdinaryRights.h"
 
 using namespace zolt;
 using namespace zolt::test;
@@ -63,6 +65,42 @@ TEST_F(UtilTest, OneNameThatIsTakenKeepsAllFilesAndTheList)
     EXPECT_EQ(panels_.alerts()[0].buttons, QStringList{u"OK"_s});
     EXPECT_EQ(tab.fileNames().copy(), files);
     EXPECT_TRUE(exists(u"a.wav"_s) && exists(u"b.wav"_s));
+}
+
+TEST_F(UtilTest, ALinkThatLeadsNowhereTakesItsNameToo)
+{
+    choose(UtilTab::renaming);
+    const QStringList files{file(u"a.wav"_s), file(u"b.wav"_s)};
+    ASSERT_TRUE(QFile::link(pathOf(u"nowhere"_s), pathOf(u"x02.wav"_s)));
+    tab.addFiles(files);
+    tab.setPrefix(u"x"_s);
+    panels_.answerAlert(1);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(panels_.alerts()[0].message, u"File at \"%1\" already exists"_s.arg(pathOf(u"x02.wav"_s)));
+    EXPECT_TRUE(exists(u"a.wav"_s) && exists(u"b.wav"_s));
+}
+
+TEST_F(UtilTest, FilesOfAFolderThatMayOnlyBeReadKeepTheirNamesAndThePageSaysSoBeforehand)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({file(u"locked/a.wav"_s), file(u"open/b.wav"_s)});
+    ASSERT_TRUE(QFile::setPermissions(pathOf(u"locked"_s), QFile::ReadOwner | QFile::ExeOwner));
+    {
+        const OrdinaryRights rights;
+        if (!rights.hold()) GTEST_SKIP() << "this root may not give its rights away";
+        const std::atomic<bool> stop = false;
+        const auto sentences = outlookOf(tab.workPlan(), LocalDisk(), stop).sentences();
+        EXPECT_TRUE(sentences.contains(
+            u"The folder %1 cannot be written to: its files keep their names"_s.arg(pathOf(u"locked"_s))));
+        EXPECT_FALSE(sentences.join(u'\n').contains(pathOf(u"open"_s)));
+        tab.setPrefix(u"x"_s);
+        tab.executeCommand(nullptr);
+    }
+    EXPECT_EQ(directoryOf(pathOf(u"locked"_s)), QStringList{u"a.wav"_s});
+    EXPECT_EQ(directoryOf(pathOf(u"open"_s)), QStringList{u"x02.wav"_s});
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_TRUE(panels_.alerts().empty());
+    QFile::setPermissions(pathOf(u"locked"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 TEST_F(UtilTest, AnEmptyPrefixEmptiesTheListAlone)
