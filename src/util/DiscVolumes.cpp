@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype devicePrefix = 5; // "/dev/"
+const QString devices = u"/dev/"_s;
 
 /// A field of the table: bytes that would end it are written as a backslash and three octal digits.
 QString unescaped(const QByteArray& field)
@@ -55,7 +55,8 @@ OptionalText discOfVolume(const QString& path, const QString& mountTable)
     for (const QByteArray& line : bytesOfName(mountTable).split('\n')) {
         const QList<QByteArray> fields = line.split(' ');
         if (fields.size() < 2 || unescaped(fields[1]) != path) continue;
-        return unescaped(fields[0]).mid(devicePrefix);
+        const QString device = unescaped(fields[0]);
+        if (device.startsWith(devices)) return device.mid(devices.size());
     }
     return std::nullopt;
 }

@@ -6,7 +6,8 @@
 namespace zolt {
 
 /// The drive ("sr0") whose disc is mounted at the path, or whose tracks were put into that folder by this program;
-/// nothing for any other path.
+/// nothing for any other path, or where
+/// what is mounted is no device.
 /// @param mountTable  as the kernel shows it: a line a mount, device and place first, blanks in them as "\040"
 OptionalText discOfVolume(const QString& path, const QString& mountTable);
 

@@ -63,6 +63,15 @@ TEST(DiscVolumes, TheMountTableNamesTheDrive)
     EXPECT_FALSE(mountTable().isEmpty());
 }
 
+TEST(DiscVolumes, WhatIsMountedWithoutADeviceIsNoDisc)
+{
+    const QString table = u"tmpfs /tmp tmpfs rw 0 0\nserver:/share /media/me/share nfs rw 0 0\n"
+                          "portal /media/me/b fuse rw 0 0\n/dev/sr0 /media/me/b iso9660 ro 0 0\n"_s;
+    EXPECT_EQ(discOfVolume(u"/tmp"_s, table), std::nullopt);
+    EXPECT_EQ(discOfVolume(u"/media/me/share"_s, table), std::nullopt);
+    EXPECT_EQ(discOfVolume(u"/media/me/b"_s, table), u"sr0"_s);
+}
+
 TEST(DiscVolumes, AFolderOfOursNamesItsDrive)
 {
     EXPECT_EQ(discOfVolume(folderOfDisc(u"sr1"_s), {}), u"sr1"_s);
