@@ -23,8 +23,8 @@ class CDExtractTest : public UtilTest
 protected:
     std::shared_ptr<CDExtractTask> make(const QStringList& files, const QString& range)
     {
-        const auto task = CDExtractTask::initAsyncTaskWithQueueLaunchPathArguments(
-            &queue(), tools_.directory() + u"/cdda2wav"_s, {u"-t"_s, range});
+        const auto task = made(CDExtractTask::initAsyncTaskWithQueueLaunchPathArguments(
+            &queue(), tools_.directory() + u"/cdda2wav"_s, {u"-t"_s, range}));
         task->setFileNames(files);
         task->setTrackString(range);
         task->setDiscName(u"My Disc"_s);
@@ -177,6 +177,30 @@ TEST_F(CDExtractTest, AWholeExtraction)
     EXPECT_EQ(tools_.calls(u"cdda2wav"_s),
               QList<QStringList>{QStringList(
                   {u"-B"_s, u"-L"_s, u"1"_s, u"-H"_s, u"-t"_s, u"1+2"_s, u"-paranoia"_s, u"-Owav"_s, u"dev="_s})});
+}
+
+TEST_F(CDExtractTest, AWholeDiscOfNinetyNineTracksIsReadFromTheDriveThatItIsIn)
+{
+    file(u"drives/sr7/size"_s);
+    qputenv("ZOLT_DRIVES", pathOf(u"drives"_s).toUtf8());
+    tools_.install(u"diskutil"_s);
+    QStringList script;
+    for (int track = 1; track <= 99; ++track)
+        script += {u"touch"_s, QStringLiteral("audio_%1.wav").arg(track, 2, 10, QChar(u'0'))};
+    tools_.install(u"cdda2wav"_s, script);
+    choose(UtilTab::extraction);
+    tab.addFiles(discInOurFolder(99));
+    tab.setDestination(folder());
+    tab.executeCommand(nullptr);
+    qunsetenv("ZOLT_DRIVES");
+    ASSERT_EQ(queue().taskArray().size(), 1U);
+    EXPECT_EQ(queue().taskArray()[0]->title(), u"CD Tracks 1 - 99"_s);
+    runQueue();
+    ASSERT_EQ(tools_.calls(u"cdda2wav"_s).size(), 1);
+    EXPECT_EQ(tools_.calls(u"cdda2wav"_s)[0].mid(4),
+              QStringList({u"-t"_s, u"1+99"_s, u"-paranoia"_s, u"-Owav"_s, u"dev=/dev/sr7"_s}));
+    EXPECT_TRUE(exists(u"01 Track 1.wav"_s) && exists(u"50 Track 50.wav"_s) && exists(u"99 Track 99.wav"_s));
+    EXPECT_TRUE(names().filter(u"audio"_s).isEmpty());
 }
 
 TEST_F(CDExtractTest, OneFileForAllTracksLeavesTheSwitchAway)
