@@ -8,6 +8,7 @@
 #include "shell/Constants.h"
 #include "shell/DefaultSettings.h"
 #include "support/LogCapture.h"
+#include "support/OrdinaryRights.h"
 
 #include <QFile>
 
@@ -315,6 +316,46 @@ TEST_F(Preferences, ADamagedFileIsToldFromTheStart)
     file.close();
     settings_.reopen(path_);
     EXPECT_TRUE(start().settingsNote->stringValue().contains(u"are damaged"_s));
+}
+
+TEST_F(Preferences, AFileOfALaterVersionIsToldAndAChangeLeavesTheRestOfIt)
+{
+    QFile file(path_);
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("[General]\nmaxThreads=4\nnovelty=7\nsettingsVersion=2\n");
+    file.close();
+    settings_.reopen(path_);
+    PreferencesController& preferences = start();
+    EXPECT_TRUE(preferences.settingsNote->stringValue().contains(u"later version"_s));
+    EXPECT_EQ(preferences.maxThreadsStepper->intValue(), 4);
+    preferences.maxThreadsStepper->stepUp();
+    EXPECT_EQ(savedThreads(), 5);
+    EXPECT_EQ(saved(u"novelty"_s), u"7"_s);
+    EXPECT_TRUE(preferences.settingsNote->stringValue().contains(u"later version"_s));
+}
+
+TEST_F(Preferences, AFileThatMayOnlyBeReadIsToldAndKeepsWhatItHolds)
+{
+    settings_.set(u"maxThreads"_s, 4);
+    PreferencesController& preferences = start();
+    const auto bytes = [this] {
+        QFile file(path_);
+        return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray before = bytes();
+    ASSERT_TRUE(QFile::setPermissions(path_, QFile::ReadOwner));
+    ASSERT_TRUE(QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::ExeOwner));
+    {
+        const OrdinaryRights rights;
+        if (!rights.hold()) GTEST_SKIP() << "this root may not give its rights away";
+        preferences.maxThreadsStepper->stepUp();
+        EXPECT_TRUE(preferences.settingsNote->stringValue().contains(u"could not be saved"_s));
+    }
+    QFile::setPermissions(folder_.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    ASSERT_EQ(posted_.size(), 1U);
+    EXPECT_EQ(std::any_cast<int>(posted_[0]), 5) << "it holds for this run";
+    EXPECT_THAT(before.toStdString(), testing::HasSubstr("maxThreads=4"));
+    EXPECT_EQ(bytes(), before);
 }
 
 TEST_F(Preferences, TheInterfaceIsLoadedOnceAndTheWindowStaysTheSame)
