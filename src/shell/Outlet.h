@@ -14,6 +14,7 @@ class CheckBox;
 class ComboBox;
 class ImageView;
 class Matrix;
+class ScrollView;
 class Slider;
 class Stepper;
 class Table;
@@ -21,10 +22,10 @@ class TextField;
 class TextView;
 
 /// One kind of control for each alternative; a page has one way to bind each.
-using OutletModel =
-    std::variant<std::shared_ptr<Button>, std::shared_ptr<CheckBox>, std::shared_ptr<ComboBox>,
-                 std::shared_ptr<ImageView>, std::shared_ptr<Matrix>, std::shared_ptr<Slider>, std::shared_ptr<Stepper>,
-                 std::shared_ptr<Table>, std::shared_ptr<TextField>, std::shared_ptr<TextView>>;
+using OutletModel = std::variant<std::shared_ptr<Button>, std::shared_ptr<CheckBox>, std::shared_ptr<ComboBox>,
+                                 std::shared_ptr<ImageView>, std::shared_ptr<Matrix>, std::shared_ptr<ScrollView>,
+                                 std::shared_ptr<Slider>, std::shared_ptr<Stepper>, std::shared_ptr<Table>,
+                                 std::shared_ptr<TextField>, std::shared_ptr<TextView>>;
 
 struct Outlet
 {

@@ -30,6 +30,7 @@ UtilTab::UtilTab()
     : commandMatrix(std::make_shared<Matrix>(int(commands().size()), 1, commandTitles())),
       replayGainMatrix(std::make_shared<Matrix>(2, 1, QStringList{addTitle, u"Remove"_s}))
 {
+    tableView->setHeaderView(std::make_shared<TableHeader>());
     oneTrackButton->setTitle(u"All tracks into one file"_s);
     dvdAudioDiscTimeStaticText->setStringValue(u"Length:"_s);
     dvdAudioDiscSizeStaticText->setStringValue(u"Size:"_s);
@@ -75,13 +76,15 @@ void UtilTab::hideOptions()
         dvdAudioDiscSize, dvdAudioDiscSizeStaticText};
     for (const auto& option : options)
         option->setHidden(true);
-    tableView->setShowsHeader(false);
+    tableView->setHeaderView(nullptr);
+    scrollView->display();
     scanNote->setStringValue(QString());
     shrinkFileTable();
 }
 
 void UtilTab::displayRelevantOptions()
 {
+    if (!tableHeader_) tableHeader_ = tableView->headerView();
     hideOptions();
     const QString chosen = command();
     oneTrackButton->setHidden(chosen != extraction);
@@ -177,15 +180,11 @@ void UtilTab::removeEmphasis()
 Outlets UtilTab::outlets() const
 {
     return {
-        {u"commandMatrix"_s, commandMatrix},
-        {u"replayGainMatrix"_s, replayGainMatrix},
-        {u"oneTrackButton"_s, oneTrackButton},
-        {u"tracksOfDiscButton"_s, tracksOfDiscButton},
-        {u"dvdAudioDiscTimeStaticText"_s, dvdAudioDiscTimeStaticText},
-        {u"dvdAudioDiscTime"_s, dvdAudioDiscTime},
-        {u"dvdAudioDiscSizeStaticText"_s, dvdAudioDiscSizeStaticText},
-        {u"dvdAudioDiscSize"_s, dvdAudioDiscSize},
-        {u"scanNote"_s, scanNote},
+        {u"commandMatrix"_s, commandMatrix},           {u"replayGainMatrix"_s, replayGainMatrix},
+        {u"oneTrackButton"_s, oneTrackButton},         {u"scrollView"_s, scrollView},
+        {u"tracksOfDiscButton"_s, tracksOfDiscButton}, {u"dvdAudioDiscTimeStaticText"_s, dvdAudioDiscTimeStaticText},
+        {u"dvdAudioDiscTime"_s, dvdAudioDiscTime},     {u"dvdAudioDiscSizeStaticText"_s, dvdAudioDiscSizeStaticText},
+        {u"dvdAudioDiscSize"_s, dvdAudioDiscSize},     {u"scanNote"_s, scanNote},
     };
 }
 

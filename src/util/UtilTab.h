@@ -5,6 +5,7 @@
 #include "platform/controls/Button.h"
 #include "platform/controls/CheckBox.h"
 #include "platform/controls/Matrix.h"
+#include "platform/controls/ScrollView.h"
 #include "platform/controls/TextField.h"
 #include "shell/BaseTab.h"
 #include "util/DiscSearch.h"
@@ -42,6 +43,8 @@ public:
     void findFormatInfo();
     /// The name, and with formats their length, rate and depth.
     QString tableViewObjectValueForTableColumnRow(int column, qsizetype row) const override;
+    /// Gives the file table another place on the page, in units.
+    void resizeFileTable(const QRectF& frame);
     /// Adds the columns of the formats.
     void growFileTable();
     void shrinkFileTable();
@@ -85,6 +88,7 @@ public:
     std::shared_ptr<Matrix> commandMatrix;
     std::shared_ptr<Matrix> replayGainMatrix;
     std::shared_ptr<CheckBox> oneTrackButton = std::make_shared<CheckBox>();
+    std::shared_ptr<ScrollView> scrollView = std::make_shared<ScrollView>(); ///< holds the file table
     std::shared_ptr<TextField> dvdAudioDiscTime = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<TextField> dvdAudioDiscSize = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<TextField> dvdAudioDiscTimeStaticText = std::make_shared<TextField>(TextField::labelStyle());
@@ -138,6 +142,7 @@ private:
     std::shared_ptr<std::atomic<bool>> alive_ =
         std::make_shared<std::atomic<bool>>(true); ///< asked before work is done
     int commandMatrixLastSelectedCell_ = -1;       ///< its index, before the present change; -1 for none
+    std::shared_ptr<TableHeader> tableHeader_;     ///< kept while it is off the table
     ContentsReader contentsReader_ = readDiscContents;
     std::vector<std::shared_ptr<AudioFormatObject>> formatObjects_;
     OptionalText prefix_;

@@ -138,6 +138,12 @@ QString UtilTab::tableViewObjectValueForTableColumnRow(int column, qsizetype row
     return column == 3 ? QString::number(format.bitsPerChannel()) : QString();
 }
 
+void UtilTab::resizeFileTable(const QRectF& frame)
+{
+    scrollView->setFrame(frame);
+    scrollView->display();
+}
+
 void UtilTab::growFileTable()
 {
     tableView->setColumnHeader(0, u"fileName"_s);
@@ -171,7 +177,7 @@ bool UtilTab::chooseDvd()
     for (const auto& label :
          {dvdAudioDiscTime, dvdAudioDiscTimeStaticText, dvdAudioDiscSize, dvdAudioDiscSizeStaticText})
         label->setHidden(false);
-    tableView->setShowsHeader(true);
+    tableView->setHeaderView(tableHeader_);
     growFileTable();
     findFormatInfo();
     return true;

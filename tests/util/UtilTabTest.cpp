@@ -109,6 +109,30 @@ TEST_F(UtilTabTest, LeavingTheDvdCommandShrinksTheTable)
     EXPECT_FALSE(showsDvd());
 }
 
+TEST_F(UtilTabTest, TheHeaderThatIsPutBackIsTheTablesOwn)
+{
+    UtilTab fresh;
+    const auto header = fresh.tableView->headerView();
+    ASSERT_TRUE(header);
+    fresh.displayRelevantOptions();
+    EXPECT_EQ(fresh.tableView->headerView(), nullptr);
+    panels_.answerAlert(alertReply::defaultButton);
+    fresh.commandMatrix->selectTitle(UtilTab::dvdDisc);
+    fresh.displayRelevantOptions();
+    EXPECT_EQ(fresh.tableView->headerView(), header);
+}
+
+TEST_F(UtilTabTest, TheTableIsDrawnAnewWithEachChoiceAndAtAnotherPlace)
+{
+    const unsigned before = tab.scrollView->displays();
+    choose(UtilTab::renaming);
+    EXPECT_EQ(tab.scrollView->displays(), before + 1);
+    EXPECT_TRUE(tab.scrollView->frame().isEmpty());
+    tab.resizeFileTable({10, 20, 300, 200});
+    EXPECT_EQ(tab.scrollView->frame(), QRectF(10, 20, 300, 200));
+    EXPECT_EQ(tab.scrollView->displays(), before + 2);
+}
+
 TEST_F(UtilTabTest, ASecondClickTurnsTheDvdCommandOff)
 {
     chooseDvd();

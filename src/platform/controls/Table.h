@@ -27,6 +27,11 @@ struct TableColumn
     bool operator==(const TableColumn&) const = default;
 };
 
+/// The headers of all columns of one table; a table without one shows none.
+class TableHeader : public Control
+{
+};
+
 class Table : public Control
 {
 public:
@@ -61,9 +66,11 @@ public:
     void removeTableColumnsBehind(int count);
     /// @throws RangeException if there is no such column
     void setColumnHeader(int column, const QString& header);
-    /// Whether the headers are shown; at first they are not.
-    bool showsHeader() const { return showsHeader_; }
-    void setShowsHeader(bool shows) { setFlag(showsHeader_, shows); }
+    /// Whether the headers are shown; at first there are none. Any thread.
+    bool showsHeader() const { return headerView() != nullptr; }
+    std::shared_ptr<TableHeader> headerView() const { return read(headerView_); }
+    /// Puts the header on the table, or takes it off for none.
+    void setHeaderView(std::shared_ptr<TableHeader> header) { write(headerView_, std::move(header)); }
 
     /// What its context menu offers beside what the view adds; none by default. Main thread.
     void setMenu(std::shared_ptr<const Menu> menu) { menu_ = std::move(menu); }
@@ -78,7 +85,7 @@ private:
     std::atomic<unsigned> reloads_ = 0;
     std::atomic<int> rowToShow_ = 0;
     std::atomic<bool> acceptsFileDrops_ = false;
-    std::atomic<bool> showsHeader_ = false;
+    std::shared_ptr<TableHeader> headerView_;
     std::shared_ptr<const Menu> menu_;
     QList<qsizetype> selectedRows_;
     std::vector<TableColumn> columns_{TableColumn()};

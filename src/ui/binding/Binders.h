@@ -15,6 +15,7 @@ class CheckBox;
 class ComboBox;
 class ImageView;
 class Matrix;
+class ScrollView;
 class Slider;
 class Stepper;
 class Table;
@@ -37,6 +38,8 @@ void bindWidget(QWidget& widget, const std::shared_ptr<ImageView>& model, const 
 /// property "across" puts that many side by side instead, "cellToolTips" is a list with what each does. A widget that
 /// has buttons has one a cell, in the order of the cells.
 void bindWidget(QWidget& widget, const std::shared_ptr<Matrix>& model, const Changed& changed);
+/// Any list, tree or text: it is drawn anew, at the model's place where that names one.
+void bindWidget(QWidget& widget, const std::shared_ptr<ScrollView>& model, const Changed& changed);
 /// A QSlider with a place for each step.
 void bindWidget(QWidget& widget, const std::shared_ptr<Slider>& model, const Changed& changed);
 /// A QSpinBox, which takes its range from the model; a number that is typed in reaches the model too.

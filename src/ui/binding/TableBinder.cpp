@@ -1,3 +1,4 @@
+#include "platform/controls/ScrollView.h"
 #include "platform/controls/Table.h"
 #include "ui/binding/Binders.h"
 #include "ui/binding/OutletBinding.h"
@@ -73,6 +74,15 @@ void bindWidget(QWidget& widget, const std::shared_ptr<Table>& model, const Chan
         view, model, [show, model](QAbstractItemView& shown, const Table&) { show(shown, *model); }, changed);
     QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, &view,
                      [&view, model] { tellSelection(view, *model); });
+}
+
+void bindWidget(QWidget& widget, const std::shared_ptr<ScrollView>& model, const Changed& changed)
+{
+    const auto show = [](QAbstractScrollArea& shown, const ScrollView& view) {
+        if (!view.frame().isEmpty()) shown.setGeometry(view.frame().toAlignedRect());
+        shown.viewport()->update();
+    };
+    keepShown<ScrollView>(shownBy<QAbstractScrollArea>(widget), model, show, changed);
 }
 
 } // namespace zolt

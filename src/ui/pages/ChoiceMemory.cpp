@@ -5,6 +5,7 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/ImageView.h"
 #include "platform/controls/Matrix.h"
+#include "platform/controls/ScrollView.h"
 #include "platform/controls/Slider.h"
 #include "platform/controls/Stepper.h"
 #include "platform/controls/Table.h"

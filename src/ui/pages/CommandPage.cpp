@@ -99,7 +99,10 @@ void CommandPage::bindOutlets()
     bindings.setChanged([this] { refresh(); });
     for (const Outlet& outlet : tab_.outlets()) {
         const auto* const table = std::get_if<std::shared_ptr<Table>>(&outlet.model);
-        if (!table || *table != tab_.tableView) bindings.bind(outlet); // the list has its panel
+        if (const auto* const around = std::get_if<std::shared_ptr<ScrollView>>(&outlet.model))
+            bindWidget(form_->filesPanel->list(), *around, {});
+        else if (!table || *table != tab_.tableView)
+            bindings.bind(outlet); // the list has its panel
     }
 }
 

@@ -84,6 +84,16 @@ TEST_F(TableTest, ColumnsGrowAndShrink)
     EXPECT_THROW(table.setColumnHeader(1, u"none"_s), RangeException);
 }
 
+TEST_F(TableTest, AHeaderIsTakenOffAndPutBack)
+{
+    const auto header = std::make_shared<TableHeader>();
+    table.setHeaderView(header);
+    EXPECT_EQ(table.headerView(), header);
+    EXPECT_TRUE(table.showsHeader());
+    table.setHeaderView(nullptr);
+    EXPECT_FALSE(table.showsHeader());
+}
+
 TEST(TypedText, ReachesFieldAndActionUnlessDisabled)
 {
     TextField field;

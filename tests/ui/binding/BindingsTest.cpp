@@ -4,6 +4,7 @@
 #include "platform/controls/CheckBox.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/Matrix.h"
+#include "platform/controls/ScrollView.h"
 #include "platform/controls/Slider.h"
 #include "platform/controls/Stepper.h"
 #include "platform/controls/Table.h"
@@ -198,7 +199,7 @@ TEST_F(BindingsTest, ATableShowsItsSourceAndTellsWhatIsSelected)
     EXPECT_EQ(view.model()->index(2, 0).data().toString(), u"c"_s);
     EXPECT_TRUE(view.isHeaderHidden());
     model->addTableColumn(u"twice"_s);
-    model->setShowsHeader(true);
+    model->setHeaderView(std::make_shared<TableHeader>());
     runPosted();
     EXPECT_EQ(view.model()->headerData(1, Qt::Horizontal).toString(), u"twice"_s);
     EXPECT_EQ(view.model()->index(2, 1).data().toString(), u"cc"_s);
@@ -212,6 +213,19 @@ TEST_F(BindingsTest, ATableShowsItsSourceAndTellsWhatIsSelected)
     EXPECT_EQ(view.model()->rowCount(), 1);
     EXPECT_THAT(model->selectedRows(), ElementsAre());
     model->setDataSource(nullptr);
+}
+
+TEST_F(BindingsTest, AScrolledViewTakesAPlaceThatIsNamedAndKeepsItsOwnWithoutOne)
+{
+    const auto model = std::make_shared<ScrollView>();
+    auto& view = bound<QTreeView>(model);
+    const QRect own = view.geometry();
+    model->display();
+    runPosted();
+    EXPECT_EQ(view.geometry(), own);
+    model->setFrame({4, 6, 210, 120});
+    runPosted();
+    EXPECT_EQ(view.geometry(), QRect(4, 6, 210, 120));
 }
 
 TEST_F(BindingsTest, APictureIsDroppedAndTakenAway)

@@ -93,7 +93,7 @@ TEST_F(FilesPanelTest, ColumnsThatTheTabAddsStandBetweenNameAndFolder)
 {
     add({file(u"a.flac"_s)});
     tab().tableView->addTableColumn(u"length (min)"_s);
-    tab().tableView->setShowsHeader(true);
+    tab().tableView->setHeaderView(std::make_shared<TableHeader>());
     runPosted();
     EXPECT_EQ(list().model()->columnCount(), 3);
     EXPECT_EQ(list().model()->headerData(1, Qt::Horizontal).toString(), u"length (min)"_s);
@@ -101,7 +101,7 @@ TEST_F(FilesPanelTest, ColumnsThatTheTabAddsStandBetweenNameAndFolder)
     EXPECT_FALSE(list().isColumnHidden(1));
     EXPECT_TRUE(list().isColumnHidden(2));
     tab().tableView->removeTableColumnsBehind(1);
-    tab().tableView->setShowsHeader(false);
+    tab().tableView->setHeaderView(nullptr);
     runPosted();
     EXPECT_EQ(list().model()->columnCount(), 2);
     EXPECT_FALSE(list().header()->isVisible());
