@@ -17,8 +17,10 @@ constexpr int narrowest = 220; // units; below it the choices scroll sideways to
 constexpr int lowest = 120;
 constexpr int headingRoom = 8; // units above a heading
 
+/// A choice that the wheel would change; a scroll bar is none.
 bool turnsWithTheWheel(const QWidget& widget)
 {
+    if (qobject_cast<const QScrollBar*>(&widget)) return false;
     return qobject_cast<const QAbstractSlider*>(&widget) || qobject_cast<const QComboBox*>(&widget) ||
            qobject_cast<const QAbstractSpinBox*>(&widget);
 }
