@@ -182,13 +182,40 @@ void FilesPanel::showColumns()
 {
     FileListView& view = list();
     const bool severalFolders = liesInSeveralFolders(model_->files());
-    const int columns = model_->columnCount();
-    view.setColumnHidden(model_->folderColumn(), !severalFolders);
-    for (int column = 0; column < columns - 1; ++column)
-        view.setColumnHidden(column, false);
+    const int folder = model_->folderColumn();
+    view.setColumnHidden(folder, !severalFolders);
     view.header()->setVisible(severalFolders || table_->showsHeader());
-    const int shown = columns - (severalFolders ? 0 : 1);
-    if (shown > 1) view.header()->resizeSection(FileListModel::nameColumn, view.viewport()->width() / 2);
+    for (int column = 1; column < folder; ++column) {
+        view.setColumnHidden(column, false);
+        view.resizeColumnToContents(column);
+    }
+    fitColumns();
+}
+
+/// Names and folders share what the tab's own columns leave; where that is too little the list is scrolled.
+void FilesPanel::fitColumns()
+{
+    constexpr int leastCharacters = 16;
+    FileListView& view = list();
+    const int folder = model_->folderColumn(), shares = view.isColumnHidden(folder) ? 1 : 2;
+    const bool grown = folder > 1;
+    int left = view.viewport()->width();
+    for (int column = 1; column < folder; ++column)
+        left -= view.columnWidth(column);
+    const int least = leastCharacters * view.fontMetrics().averageCharWidth();
+    const bool fits = left >= shares * least;
+    view.header()->setStretchLastSection(!grown);
+    for (const int column : {int(FileListModel::nameColumn), folder}) {
+        view.header()->setSectionResizeMode(column, grown && fits ? QHeaderView::Stretch : QHeaderView::Interactive);
+        if (!grown || !fits) view.setColumnWidth(column, std::max(left / shares, least));
+    }
+}
+
+void FilesPanel::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitColumns();
+    showFacts(); // cut to the room that there is now
 }
 
 void FilesPanel::measure()

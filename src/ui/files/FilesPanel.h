@@ -55,11 +55,15 @@ public:
     void controlChanged(Control& control) override;
     FileListView& list() const;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void showMenu(const QPoint& place);
     void copyPaths() const;
     void removeRows(const QList<qsizetype>& rows);
     void showColumns();
+    void fitColumns();
     void measure();
     /// A file, and how many rows of the same file stand above its own.
     using FileRow = std::pair<QString, qsizetype>;

@@ -8,8 +8,10 @@
 
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QUrl>
 
 namespace zolt::test {
@@ -105,6 +107,43 @@ TEST_F(FilesPanelTest, ColumnsThatTheTabAddsStandBetweenNameAndFolder)
     runPosted();
     EXPECT_EQ(list().model()->columnCount(), 2);
     EXPECT_FALSE(list().header()->isVisible());
+}
+
+TEST_F(FilesPanelTest, ColumnsThatTheTabAddsStandWholeAndTheNamesTakeTheRest)
+{
+    add({file(u"one/a.flac"_s), file(u"one/b.flac"_s)});
+    for (const QString& header : {u"length (min)"_s, u"sample rate"_s, u"bit depth"_s})
+        tab().tableView->addTableColumn(header);
+    tab().tableView->setHeaderView(std::make_shared<TableHeader>());
+    runPosted();
+    const QHeaderView& header = *list().header();
+    const auto standWhole = [&] {
+        return header.sectionSize(1) >= header.sectionSizeHint(1) && header.sectionSize(3) >= header.sectionSizeHint(3);
+    };
+    window().resize(1000, 600);
+    ASSERT_TRUE(runUntil([&] { return header.length() == list().viewport()->width() && standWhole(); }));
+    EXPECT_FALSE(list().horizontalScrollBar()->isVisible());
+    add({file(u"two/c.flac"_s)}); // with its folder
+    ASSERT_TRUE(runUntil([&] { return header.length() == list().viewport()->width() && standWhole(); }));
+    EXPECT_NEAR(header.sectionSize(0), header.sectionSize(4), 1);
+    window().resize(window().minimumSize());
+    ASSERT_TRUE(runUntil([&] { return list().horizontalScrollBar()->maximum() > 0; }));
+    EXPECT_TRUE(standWhole());
+    EXPECT_GE(header.sectionSize(0), 16 * list().fontMetrics().averageCharWidth()) << "a name can still be told";
+}
+
+TEST_F(FilesPanelTest, WhatTheListAmountsToIsCutToItsRoom)
+{
+    add({file(u"one/a.flac"_s), file(u"two/b.flac"_s)});
+    auto& label = widget<QLabel>("countLabel");
+    const auto fits = [&] { return label.fontMetrics().horizontalAdvance(label.text()) <= label.width(); };
+    window().resize(1000, 600);
+    ASSERT_TRUE(runUntil([&] { return label.text().contains(u"2 folders"); }));
+    const int room = label.width();
+    window().resize(window().minimumSize());
+    ASSERT_TRUE(runUntil([&] { return label.width() < room; }));
+    EXPECT_TRUE(fits());
+    EXPECT_TRUE(label.text().startsWith(u"2 ")) << label.text().toStdString();
 }
 
 TEST_F(FilesPanelTest, TheTabIsToldWhichRowsAreSelectedAndAnAdditionKeepsThem)
