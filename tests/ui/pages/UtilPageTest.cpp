@@ -61,6 +61,21 @@ TEST_F(UtilPageTest, EachCommandShowsItsOwnChoices)
     EXPECT_EQ(util().replayGainMatrix->selectedIndex(), 1);
 }
 
+TEST_F(UtilPageTest, TheChoicesOfOneCommandStandWhereThoseOfAnotherDo)
+{
+    const auto choicesEnd = [this] { return widget<QWidget>("commandMatrix").geometry().bottom(); };
+    const auto isNextTo = [&](const char* name) {
+        const auto& option = widget<QWidget>(name);
+        return option.isVisible() && option.y() > choicesEnd() && option.y() < choicesEnd() + option.height();
+    };
+    EXPECT_TRUE(runUntil([&] { return isNextTo("tracksOfDiscButton"); }));
+    click("commandMatrix_2");
+    EXPECT_TRUE(runUntil([&] { return isNextTo("replayGainMatrix"); }));
+    panels_.answerAlert(alertReply::defaultButton);
+    click("commandMatrix_4");
+    EXPECT_TRUE(runUntil([&] { return isNextTo("dvdAudioDiscTimeStaticText"); }));
+}
+
 TEST_F(UtilPageTest, TheTableGrowsForADiscAndShrinksAgain)
 {
     util().addFiles({wav(u"a.wav"_s, 61), wav(u"b.wav"_s, 2)});
