@@ -4,9 +4,9 @@
 
 int main(int argc, char** argv)
 {
-    // The tests' own settings and trash, never the user's.
+    // The tests' own settings, trash and cache, never the user's.
     const QTemporaryDir home;
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
         qputenv(name, QFile::encodeName(home.path()));
     zolt::GuardedApplication application(argc, argv);
     zolt::MainQueue::instance(); // makes this thread the main one
