@@ -26,7 +26,7 @@ void CDExtractTask::setFileNames(const QStringList& files)
 
 QString CDExtractTask::inDirectory(const QString& name) const
 {
-    return directory().isEmpty() ? name : path::appendingComponent(directory(), name);
+    return path::appendingComponent(directory(), name);
 }
 
 void CDExtractTask::showStart()

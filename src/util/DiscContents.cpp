@@ -79,7 +79,6 @@ QList<DiscTrack> readDiscContents(const QString& device, QString& fault)
     const int reason = errno;
     if (drive >= 0) ::close(drive);
     const QList<DiscTrack> tracks = tracksOfContents(answer);
-    fault.clear();
     if (answer.isEmpty())
         fault = u"%1 tells no tracks: %2"_s.arg(device, QString::fromLocal8Bit(std::strerror(reason)));
     else if (std::all_of(tracks.begin(), tracks.end(), [](const DiscTrack& track) { return track.isData; }))

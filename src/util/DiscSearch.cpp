@@ -25,6 +25,7 @@ FoundDisc lookForDisc(const QStringList& devices, const QString& informationTool
 {
     FoundDisc found;
     for (const QString& device : devices) {
+        found.fault.clear();
         const QList<DiscTrack> tracks = read(device, found.fault);
         if (!found.fault.isEmpty()) continue;
         found.drive = path::lastComponent(device);

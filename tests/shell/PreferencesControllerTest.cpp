@@ -274,6 +274,19 @@ TEST_F(Preferences, DeletionIsSavedAndAnyOtherValueIsTheTrash)
     EXPECT_EQ(saved(u"trashOrDelete"_s), u"7"_s) << "showing it changes nothing";
 }
 
+TEST_F(Preferences, WhatBecomesOfDeletedFilesIsToldWithEachChange)
+{
+    PreferencesController& preferences = start();
+    int told = 0;
+    NotificationCenter::standard().addObserver(this, PreferencesController::deletionChanged, nullptr,
+                                               [&](const Notification&) { ++told; });
+    preferences.trashOrDelete->clickCell(1, 0);
+    EXPECT_EQ(told, 1);
+    preferences.restoreGeneralButton->click();
+    EXPECT_EQ(told, 2);
+    NotificationCenter::standard().removeObserver(this, PreferencesController::deletionChanged, nullptr);
+}
+
 TEST_F(Preferences, DefaultsAreRestoredPaneByPaneAndSaved)
 {
     settings_.set(u"maxThreads"_s, 5);
@@ -303,9 +316,14 @@ TEST_F(Preferences, ASettingThatCannotBeSavedIsToldBelowThePanes)
     preferences.trashOrDelete->clickCell(1, 0);
     EXPECT_TRUE(preferences.settingsNote->stringValue().contains(u"could not be saved"_s));
     EXPECT_EQ(settings_.integerForKey(u"trashOrDelete"_s), 1) << "it holds for this run";
+    EXPECT_EQ(preferences.settingsNote->toolTip(), preferences.settingsNote->stringValue());
     ASSERT_TRUE(blocker.remove());
     preferences.maxThreadsStepper->stepUp();
     EXPECT_EQ(preferences.settingsNote->stringValue(), QString());
+    ASSERT_TRUE(QFile::remove(folder_.filePath(u"below/settings.ini"_s)) && QDir(folder_.path()).rmdir(u"below"_s) &&
+                blocker.open(QFile::WriteOnly));
+    preferences.shnlenTrackListingFormat->enterText(u"%name"_s);
+    EXPECT_TRUE(preferences.settingsNote->stringValue().contains(u"could not be saved"_s));
 }
 
 TEST_F(Preferences, ADamagedFileIsToldFromTheStart)

@@ -2,6 +2,8 @@
 
 #include "UtilFixture.h"
 
+#include "engine/ZOLTTaskResults.h"
+#include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
 #include "support/EveryCut.h"
 #include "util/DiscVolumes.h"
@@ -91,7 +93,7 @@ TEST_F(CDExtractTest, TheToolsFilesTakeTheNamesOfTheTracksInOrder)
     EXPECT_EQ(textOf(u"09 Song 9.wav"_s), u"audio_09.wav"_s);
     EXPECT_EQ(textOf(u"10 Song 10.wav"_s), u"audio_10.wav"_s);
     EXPECT_EQ(textOf(u"11 Song 11.wav"_s), u"audio_11.wav"_s);
-    EXPECT_TRUE(task->progressIndicator()->isIndeterminate());
+    EXPECT_TRUE(task->progressIndicator()->isIndeterminate() && task->progressIndicator()->isAnimating());
 }
 
 TEST_F(CDExtractTest, OneTrackIsOneFileWithoutANumber)
@@ -291,4 +293,70 @@ TEST_F(CDExtractTest, ACancelNamesWhatIsThereAndWritesTheLog)
     EXPECT_TRUE(task->cancelled());
     EXPECT_TRUE(exists(u"01 Track 1.wav"_s));
     EXPECT_TRUE(exists(u"Audio CD (sr7).log.txt"_s));
+}
+
+TEST_F(CDExtractTest, OtherFilesBeginWithTheirFirstTrack)
+{
+    const auto task = make(tracks(1, 2), u"1+2"_s);
+    task->processTaskOutput(QString::fromLatin1(endOfTrack));
+    task->setFileNames(tracks(5, 6));
+    task->processTaskOutput(u"1%"_s);
+    EXPECT_EQ(task->textField()->stringValue(), u"05 Song 5"_s);
+}
+
+TEST_F(CDExtractTest, TheResultsHoldTheTextWithoutItsPercentages)
+{
+    const auto task = make(tracks(1, 1), u"1+1"_s);
+    const auto results = std::make_shared<ZOLTTaskResults>();
+    task->setResults(results);
+    results->addTaskInSet(task);
+    task->processTaskOutput(u"recording\n"_s);
+    task->processTaskOutput(u" 12%"_s);
+    task->processTaskOutput(u"done"_s);
+    EXPECT_EQ(results->results(), u"recording done\n"_s);
+}
+
+TEST_F(CDExtractTest, WithoutAFolderTheFilesAreNamedWhereTheProgramRuns)
+{
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder()));
+    file(u"audio.wav"_s, "sound");
+    const auto task = make(tracks(3, 3), u"3+3"_s);
+    task->setDirectory(QString());
+    task->cleanup();
+    QDir::setCurrent(before);
+    EXPECT_EQ(textOf(u"03 Song 3.wav"_s), u"sound"_s);
+    EXPECT_TRUE(exists(u"My Disc.log.txt"_s));
+}
+
+TEST_F(CDExtractTest, ARangeOfMoreTracksThanThereAreFilesEndsTheRenaming)
+{
+    const auto task = make(tracks(1, 1), u"1+2"_s);
+    EXPECT_THROW(task->cleanup(), RangeException);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Renaming CD Tracks"_s);
+}
+
+TEST_F(CDExtractTest, TheLogIsCutAheadOfTheToolsFirstLineAloneAndNotAtAllWithoutOne)
+{
+    const auto logOf = [this](const QString& output) {
+        const auto task = make(tracks(1, 1), u"1+1"_s);
+        task->processTaskOutput(output);
+        task->cleanup();
+        return textOf(u"My Disc.log.txt"_s).section(u'\n', 1);
+    };
+    EXPECT_EQ(logOf(u"Type: ROM\ncdda2wav: a\ncdda2wav: b"_s), u"cdda2wav: a\ncdda2wav: b"_s);
+    EXPECT_EQ(logOf(u"Type: ROM"_s), u"Type: ROM"_s);
+}
+
+TEST_F(CDExtractTest, TheDiscIsThatOfTheFirstFile)
+{
+    tools_.install(u"diskutil"_s);
+    tools_.install(u"cdda2wav"_s);
+    choose(UtilTab::extraction);
+    tab.addFiles(discInOurFolder(2) + QStringList{u"/zzz/3 Other.wav"_s});
+    tab.setDestination(folder());
+    tab.executeCommand(nullptr);
+    runQueue();
+    ASSERT_EQ(tools_.calls(u"diskutil"_s).size(), 2);
+    EXPECT_EQ(tools_.calls(u"diskutil"_s)[0].last(), u"sr7"_s);
 }

@@ -75,6 +75,7 @@ TEST_F(DVDAuthorTest, TheImageTellsItsPercentage)
     EXPECT_DOUBLE_EQ(task->progressIndicator()->doubleValue(), 45.12);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Making .ISO Image: 45.120000%"_s);
     task->processImageTaskOutput(u"Total translation table size: 0"_s);
+    task->processImageTaskOutput(u"12% of the path table"_s);
     EXPECT_DOUBLE_EQ(task->progressIndicator()->doubleValue(), 45.12);
 }
 
@@ -160,10 +161,34 @@ TEST_F(DVDAuthorTest, ACancelLeavesTheRunningToolAloneAndTheNextStepFollows)
     const auto task = make();
     queue().addTask(task);
     ASSERT_TRUE(runUntil([this] { return exists(u"runs"_s); }));
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Authoring AUDIO_TS directory"_s);
     task->cancelTask(nullptr);
     EXPECT_TRUE(task->isDone());
     file(u"go"_s);
     waitForDetachedThreads();
     runPosted();
     EXPECT_EQ(tools_.calls(u"mkisofs"_s).size(), 1);
+}
+
+TEST_F(DVDAuthorTest, ProgressIsAWholeNumberAndNoFileIsNoFault)
+{
+    const auto task = make(3);
+    task->processDVDATaskOutput(u"[Zolt]  Processing 0::song.wav"_s);
+    EXPECT_DOUBLE_EQ(task->progressIndicator()->doubleValue(), 33);
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Processing: song.wav"_s);
+    const auto empty = make(0);
+    empty->processDVDATaskOutput(u"[Zolt]  Processing 0::song.wav"_s);
+    EXPECT_DOUBLE_EQ(empty->progressIndicator()->doubleValue(), 0);
+}
+
+TEST_F(DVDAuthorTest, ATaskThatHasFailedKeepsTheTree)
+{
+    tools_.install(u"dvda"_s);
+    tools_.install(u"mkisofs"_s);
+    file(u"DVD-AUDIO/x"_s);
+    const auto task = make();
+    task->setError(true);
+    runTask(task);
+    EXPECT_EQ(tools_.calls(u"mkisofs"_s).size(), 1);
+    EXPECT_TRUE(exists(u"DVD-AUDIO/x"_s));
 }

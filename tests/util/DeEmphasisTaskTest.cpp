@@ -271,3 +271,26 @@ TEST_F(DeEmphasisTest, AnOutputThatCannotBeWrittenIsNoSuccess)
     ASSERT_TRUE(runUntil([&] { return !record.isRunning(); }));
     EXPECT_TRUE(record.current()->rows.front().failed());
 }
+
+TEST_F(DeEmphasisTest, AProgressLineWithoutAPercentageIsPassedOver)
+{
+    const LogCapture log;
+    const auto task = make();
+    task->processTaskOutput(u"In:0.00"_s);
+    EXPECT_EQ(log.count(u"Error in deemph"_s), 0);
+    task->finalCleanup();
+    EXPECT_EQ(results->results(), u"\n\n\n"_s);
+}
+
+TEST_F(DeEmphasisTest, NothingIsSaidOfTheOutputAfterACancelOrWhereTheSourceTellsNothing)
+{
+    writeFile(pathOf(u"a.wav"_s), waveFile(makeSamples(44100, 2, 16, 100)));
+    const auto cancelled = make(pathOf(u"a.wav"_s)); // its output is not there
+    cancelled->setCancelled(true);
+    cancelled->finalCleanup();
+    EXPECT_TRUE(results->notes().faults.isEmpty());
+    make(file(u"b.wav"_s, "no audio"))->finalCleanup();
+    EXPECT_TRUE(results->notes().faults.isEmpty());
+    make(pathOf(u"a.wav"_s))->finalCleanup();
+    EXPECT_EQ(results->notes().faults, QStringList{u"a-deemph.wav was not written, or holds no sound"_s});
+}

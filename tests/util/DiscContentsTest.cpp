@@ -1,10 +1,13 @@
 #include "util/DiscContents.h"
 
+#include "util/DiscSearch.h"
 #include "util/DiscVolumes.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <sys/stat.h>
 
 using namespace zolt;
 using namespace Qt::StringLiterals;
@@ -43,8 +46,10 @@ TEST(DiscContents, NamesTakeTheTitlesOfTheDiscWhereItHasThem)
     const auto titles = titlesOf(u"Album title: 'x' from 'y'\n"
                                  "T01:  3:42.12 title 'Intro/Outro' from 'Me'\n"
                                  "T02:  2:01.00 title '' from ''\n"
+                                 "T03:  2:01.00 title '  Coda ' from ''\n"
                                  "T10:  2:01.00 title 'It's \"on\"' from ''\n"_s);
-    EXPECT_EQ(titles.size(), 2);
+    EXPECT_EQ(titles.size(), 3);
+    EXPECT_EQ(trackFileNames({{3, false}}, titles), QStringList{u"3 Coda.wav"_s});
     EXPECT_EQ(titles.value(10), u"It's \"on\""_s);
     EXPECT_EQ(trackFileNames({{1, false}, {2, false}, {3, true}, {10, false}}, titles),
               QStringList({u"1 Intro-Outro.wav"_s, u"2 Track 02.wav"_s, u"10 It's \"on\".wav"_s}));
@@ -73,9 +78,9 @@ TEST(DiscContents, ADriveThatIsNotThereSaysSo)
 TEST(DiscContents, DrivesAreListedFromTheFirst)
 {
     const QTemporaryDir block;
-    for (const QString& name : {u"sr1"_s, u"sda"_s, u"sr0"_s})
+    for (const QString& name : {u"sr1"_s, u"sr3"_s, u"sda"_s, u"sr0"_s, u"sr2"_s}) // in no order of a folder
         QDir(block.path()).mkdir(name);
-    EXPECT_EQ(discDrives(block.path()), QStringList({u"sr0"_s, u"sr1"_s}));
+    EXPECT_EQ(discDrives(block.path()), QStringList({u"sr0"_s, u"sr1"_s, u"sr2"_s, u"sr3"_s}));
     EXPECT_TRUE(discDrives(block.path() + u"/none"_s).isEmpty());
 }
 
@@ -97,4 +102,70 @@ TEST(DiscContents, ATrackWhoseFileCannotBeMadeLeavesNoGap)
     qputenv("XDG_CACHE_HOME", cache.path().toUtf8());
     EXPECT_EQ(placeTrackFiles(u"sr0"_s, {u"1 a.wav"_s, u"2 %1.wav"_s.arg(QString(300, u'x')), u"3 c.wav"_s}).size(), 3);
     qputenv("XDG_CACHE_HOME", saved);
+}
+
+TEST(DiscContents, TheStatedLengthCountsFromBehindItself)
+{
+    EXPECT_EQ(tracksOfContents(QByteArray::fromHex("000a0101"
+                                                   "0010010000000000"
+                                                   "0010020000000000")),
+              (QList<DiscTrack>{{1, false}}))
+        << "what stands behind is of an older answer";
+    EXPECT_EQ(tracksOfContents(QByteArray::fromHex("00120101"
+                                                   "0010000000000000"
+                                                   "0010010000000000")),
+              (QList<DiscTrack>{{1, false}}))
+        << "there is no track 0";
+}
+
+TEST(DiscContents, AFullDiscHasNinetyNineTracks)
+{
+    QByteArray full = QByteArray::fromHex("03220163"); // 2 and 100 entries of 8
+    for (int number = 1; number <= 100; ++number)
+        full += QByteArray("\0\x10", 2) + char(number == 100 ? 0xaa : number) + QByteArray(5, '\0');
+    const auto tracks = tracksOfContents(full);
+    ASSERT_EQ(tracks.size(), 99);
+    EXPECT_EQ(tracks.last().number, 99);
+}
+
+TEST(DiscContents, WhatIsNoDriveSaysSoAtOnceAndIsClosedAgain)
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(u"pipe"_s); // whose opening would wait for a writer
+    ASSERT_EQ(::mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    const auto openFiles = [] { return QDir(u"/proc/self/fd"_s).entryList(QDir::System | QDir::Files).size(); };
+    const auto before = openFiles();
+    QString fault;
+    EXPECT_TRUE(readDiscContents(pipe, fault).isEmpty());
+    EXPECT_EQ(fault, u"%1 tells no tracks: Inappropriate ioctl for device"_s.arg(pipe));
+    EXPECT_EQ(openFiles(), before);
+}
+
+TEST(DiscContents, WithoutACacheThereAreNoTrackFiles)
+{
+    const QByteArray saved = qgetenv("XDG_CACHE_HOME");
+    const QTemporaryDir folder;
+    QFile blocker(folder.filePath(u"cache"_s));
+    ASSERT_TRUE(blocker.open(QFile::WriteOnly));
+    qputenv("XDG_CACHE_HOME", blocker.fileName().toUtf8());
+    EXPECT_TRUE(placeTrackFiles(u"sr0"_s, {u"1 a.wav"_s}).isEmpty());
+    qputenv("XDG_CACHE_HOME", saved);
+}
+
+TEST(DiscSearch, TheFirstDriveWithAnAudioDiscIsTakenAndNoFaultOfAnotherStays)
+{
+    QStringList asked;
+    const auto read = [&asked](const QString& device, QString& fault) {
+        asked += device;
+        if (device == u"/dev/sr0") fault = u"no disc"_s;
+        return fault.isEmpty() ? QList<DiscTrack>{{1, false}} : QList<DiscTrack>();
+    };
+    const FoundDisc found = lookForDisc({u"/dev/sr0"_s, u"/dev/sr1"_s, u"/dev/sr2"_s}, u"/no/such/tool"_s, read);
+    EXPECT_EQ(found.drive, u"sr1"_s);
+    EXPECT_EQ(found.fault, QString());
+    EXPECT_EQ(found.names, QStringList{u"1 Track 01.wav"_s});
+    EXPECT_EQ(asked, QStringList({u"/dev/sr0"_s, u"/dev/sr1"_s}));
+    const FoundDisc none = lookForDisc({u"/dev/sr0"_s}, u"/no/such/tool"_s, read);
+    EXPECT_EQ(none.fault, u"no disc"_s);
+    EXPECT_TRUE(none.names.isEmpty());
 }

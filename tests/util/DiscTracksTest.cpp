@@ -28,6 +28,7 @@ TEST(DiscTracks, TheNumberEndsAtTheFirstWhiteSpace)
     EXPECT_EQ(leadingNumber(u"12 a"_s), 12);
     EXPECT_EQ(leadingNumber(u"12\ta"_s), 12);
     EXPECT_EQ(leadingNumber(u"12"_s), 12);
+    EXPECT_EQ(leadingNumber(u"\t12 a"_s), 0);
     EXPECT_EQ(leadingNumber(u"a 12"_s), 0);
     EXPECT_EQ(leadingNumber(u""_s), 0);
 }
@@ -110,5 +111,6 @@ TEST(DiscTracks, RowsBehindAGapAreThoseThatTheRangeDoesNotHold)
 TEST(DiscVolumes, BytesOfAPlaceAreReadBackWhateverTheyAre)
 {
     EXPECT_EQ(discOfVolume(u"/m/a\\b\tc\\"_s, u"/dev/sr0 /m/a\\134b\\011c\\ iso9660 ro 0 0\n"_s), u"sr0"_s);
+    EXPECT_EQ(discOfVolume(u"/m/a\\04"_s, u"/dev/sr0 /m/a\\04 iso9660 ro 0 0\n"_s), u"sr0"_s);
     EXPECT_EQ(discOfVolume(u"/m/\\040"_s, u"/dev/sr0 /m/\\134040 iso9660 ro 0 0\n"_s), u"sr0"_s);
 }

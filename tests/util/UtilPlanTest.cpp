@@ -135,6 +135,52 @@ TEST_F(UtilPlanTest, GainForeseesWhatTheToolDeclines)
     EXPECT_EQ(rows, (QList<qsizetype>{2, 3}));
 }
 
+TEST_F(UtilPlanTest, TakingGainAwayNeedsNothingOfTheFiles)
+{
+    choose(UtilTab::replayGain);
+    tab.replayGainMatrix->clickCell(1, 0);
+    tab.addFiles({file(u"a.flac"_s, "no audio")});
+    EXPECT_FALSE(outlookOf(tab.workPlan(), LocalDisk(), stop).problem(OutlookProblem::Kind::Caution));
+}
+
+TEST_F(UtilPlanTest, DeEmphasisWritesOverWithAboutAsMuch)
+{
+    choose(UtilTab::deEmphasis);
+    tab.setDestination(u"/out"_s);
+    tab.addFiles({u"/a/x.wav"_s});
+    const WorkItem item = tab.workPlan().items.at(0);
+    EXPECT_EQ(item.existing, WorkItem::Existing::Overwritten);
+    EXPECT_EQ(item.outputSize, WorkItem::Size::LikeSource);
+}
+
+TEST_F(UtilPlanTest, ADiscIsOneImageOfAllFiles)
+{
+    WorkPlan plan;
+    plan.files = {u"/a/x.wav"_s, u"/a/y.flac"_s};
+    utilPlan::authoring(plan, u"/out"_s);
+    EXPECT_TRUE(plan.indivisible);
+    EXPECT_EQ(plan.tools, QStringList({u"dvda"_s, u"mkisofs"_s}));
+    EXPECT_EQ(plan.words, u"2 files to the image of a DVD-Audio disc"_s);
+    ASSERT_EQ(plan.items.size(), 2U);
+    for (const WorkItem& item : plan.items) {
+        EXPECT_EQ(item.outputs, QStringList{u"/out/image.iso"_s});
+        EXPECT_TRUE(item.sharesOutput);
+        EXPECT_EQ(item.existing, WorkItem::Existing::Overwritten);
+        EXPECT_EQ(item.outputSize, WorkItem::Size::PlainAudio);
+    }
+}
+
+TEST_F(UtilPlanTest, OfADriveThatIsThereNothingIsTold)
+{
+    file(u"drives/sr7/size"_s);
+    qputenv("ZOLT_DRIVES", pathOf(u"drives"_s).toUtf8());
+    choose(UtilTab::extraction);
+    tab.addFiles({folderOfDisc(u"sr7"_s) + u"/1 a.wav"_s});
+    const QString told = outlookOf(tab.workPlan(), LocalDisk(), stop).sentences().join(u'\n');
+    qunsetenv("ZOLT_DRIVES");
+    EXPECT_FALSE(told.contains(u"drive")) << told.toStdString();
+}
+
 TEST_F(UtilPlanTest, EveryCommandSaysWhatItWillDo)
 {
     tab.addFiles({u"/a.wav"_s, u"/b.flac"_s});

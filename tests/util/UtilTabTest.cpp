@@ -6,6 +6,8 @@
 #include "support/SampleFlac.h"
 #include "util/DiscVolumes.h"
 
+#include <semaphore>
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
@@ -20,9 +22,9 @@ protected:
         tools_.installReal(u"metaflac"_s, u"/usr/bin/metaflac"_s);
         tab.displayRelevantOptions();
     }
-    QString wav(const QString& name, int frames, uint32_t bits = 16, double rate = 44100)
+    QString wav(const QString& name, int frames, uint32_t bits = 16, double rate = 44100, uint32_t channels = 2)
     {
-        return writeFile(pathOf(name), waveFile(makeSamples(rate, 2, bits, frames)));
+        return writeFile(pathOf(name), waveFile(makeSamples(rate, channels, bits, frames)));
     }
     void chooseDvd()
     {
@@ -45,6 +47,8 @@ TEST_F(UtilTabTest, LengthsAreMinutesAndSeconds)
     EXPECT_EQ(UtilTab::parseTimeAsString(65.9), u"1:05"_s);
     EXPECT_EQ(UtilTab::parseTimeAsString(90), u"1:30"_s);
     EXPECT_EQ(UtilTab::parseTimeAsString(0), u"0:00"_s);
+    EXPECT_EQ(UtilTab::parseTimeAsString(69), u"1:09"_s);
+    EXPECT_EQ(UtilTab::parseTimeAsString(70), u"1:10"_s);
     EXPECT_EQ(UtilTab::parseTimeAsString(3 * 3600 + 59.99), u"180:59"_s);
 }
 
@@ -60,6 +64,7 @@ TEST_F(UtilTabTest, EachCommandShowsWhatBelongsToIt)
     EXPECT_FALSE(showsDvd());
     choose(UtilTab::replayGain);
     EXPECT_TRUE(tab.oneTrackButton->isHidden());
+    EXPECT_TRUE(tab.tracksOfDiscButton->isHidden());
     EXPECT_FALSE(tab.replayGainMatrix->isHidden());
     choose(UtilTab::deEmphasis);
     EXPECT_TRUE(tab.replayGainMatrix->isHidden());
@@ -202,15 +207,20 @@ TEST_F(UtilTabTest, AFileThatIsNoAudioEmptiesTheList)
 
 TEST_F(UtilTabTest, FormatsThatDifferAreTold)
 {
-    tab.addFiles({wav(u"a.wav"_s, 100), wav(u"b.wav"_s, 100, 24)});
-    panels_.answerAlert(alertReply::defaultButton);
     chooseDvd();
-    ASSERT_EQ(panels_.alerts().size(), 2U);
-    EXPECT_EQ(panels_.alerts()[1].title,
-              u"The Files in the list must match in sample rate, bit depth and number of channels."_s);
-    EXPECT_EQ(panels_.alerts()[1].buttons, QStringList{u"OK"_s});
-    EXPECT_TRUE(tab.fileNames().isEmpty());
-    EXPECT_TRUE(tab.formatObjects().empty());
+    const QString plain = wav(u"a.wav"_s, 100);
+    for (const QString& other :
+         {wav(u"b.wav"_s, 100, 24), wav(u"c.wav"_s, 100, 16, 48000), wav(u"d.wav"_s, 100, 16, 44100, 1)}) {
+        panels_.answerAlert(alertReply::defaultButton);
+        tab.addFiles({plain, other});
+        EXPECT_EQ(panels_.alerts().back().title,
+                  u"The Files in the list must match in sample rate, bit depth and number of channels."_s);
+        EXPECT_EQ(panels_.alerts().back().buttons, QStringList{u"OK"_s});
+        EXPECT_TRUE(tab.fileNames().isEmpty()) << other.toStdString();
+        EXPECT_TRUE(tab.formatObjects().empty());
+        EXPECT_EQ(tab.dvdAudioDiscTime->stringValue(), QString());
+    }
+    EXPECT_EQ(panels_.alerts().size(), 4U);
 }
 
 TEST_F(UtilTabTest, FlacFilesTellTheirFormatThroughMetaflac)
@@ -295,6 +305,7 @@ TEST_F(UtilTabTest, ADriveWithoutADiscSaysSo)
 {
     tab.addTracksOfDiscIn({u"/dev/no-such-drive"_s});
     EXPECT_FALSE(tab.tracksOfDiscButton->isEnabled());
+    EXPECT_EQ(tab.scanNote->stringValue(), u"Reading the disc"_s);
     moment([this] { return tab.tracksOfDiscButton->isEnabled(); });
     EXPECT_EQ(tab.scanNote->stringValue(), u"/dev/no-such-drive tells no tracks: No such file or directory"_s);
     EXPECT_TRUE(tab.fileNames().isEmpty());
@@ -344,6 +355,11 @@ TEST_F(UtilTabTest, WhyTheListWentIsToldUntilAnotherCommandIsChosen)
     ASSERT_FALSE(tab.scanNote->stringValue().isEmpty());
     choose(UtilTab::renaming);
     EXPECT_EQ(tab.scanNote->stringValue(), QString());
+    chooseDvd();
+    tab.addFiles({file(u"b.AIF"_s)});
+    ASSERT_FALSE(tab.scanNote->stringValue().isEmpty());
+    tab.clearFiles();
+    EXPECT_EQ(tab.scanNote->stringValue(), QString());
 }
 
 TEST_F(UtilTabTest, FilesThatWereNotLookedAtYetAreLookedAtAheadOfTheDisc)
@@ -375,7 +391,7 @@ TEST_F(UtilTabTest, TracksOfADiscTakeThePlaceOfThoseListedBefore)
     tools_.install(u"cdda2wav"_s, {u"out"_s, u"T01:  3:42.12 title 'Intro' from 'Me'\n"_s});
     int tracks = 3;
     tab.setContentsReader([&tracks](const QString&, QString& fault) {
-        fault.clear();
+        if (tracks == 0) fault = u"no disc"_s;
         QList<DiscTrack> disc;
         for (int number = 1; number <= tracks; ++number)
             disc.append({number, false});
@@ -393,18 +409,83 @@ TEST_F(UtilTabTest, TracksOfADiscTakeThePlaceOfThoseListedBefore)
     tracks = 2;
     EXPECT_EQ(pressed(u"/dev/sr0"_s), three.first(2)) << "another disc";
     tracks = 1;
-    EXPECT_EQ(pressed(u"/dev/sr1"_s), QStringList{folderOfDisc(u"sr1"_s) + u"/1 Intro.wav"_s}) << "another drive";
+    const QStringList one{folderOfDisc(u"sr1"_s) + u"/1 Intro.wav"_s};
+    EXPECT_EQ(pressed(u"/dev/sr1"_s), one) << "another drive";
+    tracks = 0;
+    EXPECT_EQ(pressed(u"/dev/sr1"_s), one) << "no disc";
+    EXPECT_EQ(tab.scanNote->stringValue(), u"no disc"_s);
+    tab.addFiles({u"/zzz/other.wav"_s});
+    tracks = 1;
+    EXPECT_EQ(pressed(u"/dev/sr1"_s), one + QStringList{u"/zzz/other.wav"_s}) << "what is of no disc stays";
 }
 
 TEST_F(UtilTabTest, TheSecondDriveIsAskedWhereTheFirstHasNoDisc)
 {
     tools_.install(u"cdda2wav"_s);
     tab.setContentsReader([](const QString& device, QString& fault) {
-        fault = device == u"/dev/sr0" ? u"no disc"_s : QString();
+        if (device == u"/dev/sr0") fault = u"no disc"_s;
         return fault.isEmpty() ? QList<DiscTrack>{{1, false}} : QList<DiscTrack>();
     });
     tab.addTracksOfDiscIn({u"/dev/sr0"_s, u"/dev/sr1"_s});
     moment([this] { return tab.tracksOfDiscButton->isEnabled(); });
     EXPECT_EQ(tab.fileNames().copy(), QStringList{folderOfDisc(u"sr1"_s) + u"/1 Track 01.wav"_s});
     EXPECT_EQ(tab.scanNote->stringValue(), QString());
+}
+
+TEST_F(UtilTabTest, TheButtonAsksTheDrivesOfTheMachine)
+{
+    tools_.install(u"cdda2wav"_s);
+    ASSERT_TRUE(QDir(folder()).mkpath(u"drives"_s));
+    qputenv("ZOLT_DRIVES", pathOf(u"drives"_s).toUtf8());
+    tab.tracksOfDiscButton->click();
+    EXPECT_EQ(tab.scanNote->stringValue(), u"This machine has no drive for discs"_s);
+    EXPECT_TRUE(tab.tracksOfDiscButton->isEnabled());
+    file(u"drives/sr7/size"_s);
+    QString asked;
+    tab.setContentsReader([&asked](const QString& device, QString&) {
+        asked = device;
+        return QList<DiscTrack>{{1, false}};
+    });
+    tab.tracksOfDiscButton->click();
+    qunsetenv("ZOLT_DRIVES");
+    moment([this] { return tab.tracksOfDiscButton->isEnabled(); });
+    EXPECT_EQ(asked, u"/dev/sr7"_s);
+    EXPECT_EQ(tab.fileNames().copy(), QStringList{folderOfDisc(u"sr7"_s) + u"/1 Track 01.wav"_s});
+}
+
+TEST_F(UtilTabTest, ADiscThatIsReadAfterTheTabHasGoneIsNobodys)
+{
+    tools_.install(u"cdda2wav"_s);
+    std::binary_semaphore tabHasGone(0);
+    auto reading = std::make_unique<UtilTab>();
+    const auto note = reading->scanNote;
+    reading->setContentsReader([&tabHasGone](const QString&, QString& fault) {
+        tabHasGone.acquire();
+        fault = u"no disc"_s;
+        return QList<DiscTrack>();
+    });
+    reading->addTracksOfDiscIn({u"/dev/sr0"_s});
+    reading.reset();
+    tabHasGone.release();
+    waitForDetachedThreads();
+    runPosted();
+    EXPECT_EQ(note->stringValue(), u"Reading the disc"_s);
+}
+
+TEST_F(UtilTabTest, ANoWithNothingChosenBeforeLeavesNothingChosen)
+{
+    tab.commandMatrix->deselectAllCells();
+    tab.displayRelevantOptions();
+    panels_.answerAlert(alertReply::alternateButton);
+    choose(UtilTab::dvdDisc);
+    moment([this] { return tab.commandMatrix->selectedIndex() == -1; });
+}
+
+TEST_F(UtilTabTest, AScanHasTheTableAskAgain)
+{
+    tab.addFiles({wav(u"a.wav"_s, 100)});
+    const unsigned before = tab.tableView->reloads();
+    tab.findFormatInfo();
+    EXPECT_GT(tab.tableView->reloads(), before);
+    EXPECT_EQ(tab.tableViewObjectValueForTableColumnRow(2, 0), u"44100"_s);
 }
