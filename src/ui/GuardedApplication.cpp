@@ -4,6 +4,8 @@
 #include "platform/errors/Exceptions.h"
 #include "ui/bus/Names.h"
 
+#include <QPalette>
+
 /// The bundled drawings lie in a static library, which no linker takes them from unasked. Outside every namespace, as
 /// the macro wants it.
 static void loadDrawings()
@@ -13,6 +15,23 @@ static void loadDrawings()
 
 namespace zolt {
 
+namespace {
+
+/// Some desktops leave the colour of hints in fields as it is in light windows, whatever the fields' own is.
+void keepHintsReadable()
+{
+    QPalette palette = QApplication::palette();
+    QColor text = palette.color(QPalette::Text);
+    const int ground = palette.color(QPalette::Base).lightness();
+    const bool isBrighter = palette.color(QPalette::PlaceholderText).lightness() > ground;
+    if (isBrighter == (text.lightness() > ground)) return;
+    text.setAlpha(128); // half of it
+    palette.setColor(QPalette::PlaceholderText, text);
+    QApplication::setPalette(palette);
+}
+
+} // namespace
+
 GuardedApplication::GuardedApplication(int& argc, char** argv) : QApplication(argc, argv)
 {
     loadDrawings();
@@ -21,6 +40,14 @@ GuardedApplication::GuardedApplication(int& argc, char** argv) : QApplication(ar
     setWindowIcon(
         QIcon::fromTheme(QString::fromUtf16(busName::application), QIcon(QStringLiteral(":/icons/zolt.svg"))));
     setQuitOnLastWindowClosed(false); // quitting is a sequence of the program's own
+    keepHintsReadable();
+}
+
+bool GuardedApplication::event(QEvent* event)
+{
+    const bool handled = QApplication::event(event);
+    if (event->type() == QEvent::ApplicationPaletteChange) keepHintsReadable();
+    return handled;
 }
 
 bool GuardedApplication::notify(QObject* receiver, QEvent* event)

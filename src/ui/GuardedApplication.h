@@ -11,6 +11,9 @@ class GuardedApplication : public QApplication
 public:
     GuardedApplication(int& argc, char** argv);
     bool notify(QObject* receiver, QEvent* event) override;
+
+protected:
+    bool event(QEvent* event) override;
 };
 
 } // namespace zolt
