@@ -9,6 +9,7 @@
 #include "ui_Preferences.h"
 
 #include <QHideEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QShortcut>
 #include <QStyle>
@@ -82,6 +83,7 @@ void PreferencesWindow::bindControls()
     // The number stands in the stepper's own field.
     form_->maxThreadsStepper->findChild<QLineEdit*>()->setObjectName(u"maxThreadsStepperText"_s);
     Bindings bindings(*this);
+    bindings.setChanged([this] { fitNote(); });
     for (const Outlet& outlet : preferences_.outlets())
         bindings.bind(outlet);
 }
@@ -108,7 +110,19 @@ void PreferencesWindow::readyToolbar()
     }
     static_cast<QBoxLayout*>(form_->toolbar->layout())->addStretch();
     toolbar->setObserver(this);
-    toolbar->setHeight(form_->toolbar->sizeHint().height());
+}
+
+/// The note has its lines whole. It counts with the toolbar, since the model knows of nothing else beside the panes.
+void PreferencesWindow::fitNote()
+{
+    const auto& toolbar = preferences_.window()->toolbar();
+    if (!toolbar) return;
+    QLabel& note = *form_->settingsNote;
+    note.setFixedHeight(note.text().isEmpty() ? 0 : note.heightForWidth(width()));
+    const double height = form_->toolbar->sizeHint().height() + note.height();
+    if (toolbar->height() == height) return;
+    toolbar->setHeight(height);
+    if (isVisible()) preferences_.resizePreferencesPane();
 }
 
 void PreferencesWindow::controlChanged(Control&)
@@ -126,6 +140,7 @@ void PreferencesWindow::comeUp()
     if (const auto& toolbar = preferences_.window()->toolbar()) controlChanged(*toolbar);
     resize(std::max(width(), form_->preferencesTab->sizeHint().width()), height());
     fitToScreen(*this);
+    fitNote();
     layout()->activate();
     tellFrame();
     preferences_.resizePreferencesPane();

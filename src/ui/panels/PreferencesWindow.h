@@ -39,6 +39,7 @@ private:
     void bindControls();
     void readyPanes();
     void readyToolbar();
+    void fitNote();
     void comeUp();
     void tellFrame();
     void followFrame();

@@ -143,6 +143,24 @@ TEST_F(PreferencesWindowTest, WhatTheMainWindowSaysOfDeletionFollows)
     EXPECT_TRUE(says(u"to the trash"_s));
 }
 
+TEST_F(PreferencesWindowTest, WhatStandsAgainstTheSettingsIsThereInWholeLines)
+{
+    auto& note = part<QLabel>("settingsNote");
+    const int height = preferences().height();
+    EXPECT_EQ(note.height(), 0);
+    UserDefaults::standard().reopen(u"/proc/no/such/place/for/the/settings/of/this/program/settings.ini"_s);
+    QTest::keyClick(&part<QSpinBox>("maxThreadsStepper"), Qt::Key_Up);
+    ASSERT_TRUE(runUntil([&] { return note.text().contains(u"could not be saved"); }));
+    ASSERT_TRUE(runUntil([&] { return preferences().height() == height + note.height(); }));
+    EXPECT_GE(note.height(), 2 * note.fontMetrics().height());
+    EXPECT_EQ(note.height(), note.heightForWidth(note.width()));
+    const QRect button = part<QWidget>("restoreGeneralButton").geometry();
+    EXPECT_LE(button.bottom(), part<QStackedWidget>("preferencesTab").height());
+    UserDefaults::standard().reopen(pathOf(u"settings.ini"_s));
+    QTest::keyClick(&part<QSpinBox>("maxThreadsStepper"), Qt::Key_Down);
+    ASSERT_TRUE(runUntil([&] { return preferences().height() == height; }));
+}
+
 TEST_F(PreferencesWindowTest, ADamagedFileOfSettingsIsToldAtTheStart)
 {
     QFile settings(pathOf(u"damaged.ini"_s));
