@@ -89,6 +89,7 @@ TEST_F(CDExtractTest, TheToolsFilesTakeTheNamesOfTheTracksInOrder)
     for (const char* name : {"audio_09.wav", "audio_10.wav", "audio_11.wav"})
         file(QLatin1String(name), name);
     const auto task = make(tracks(9, 11), u"9+11"_s);
+    task->progressIndicator()->stopAnimation();
     task->cleanup();
     EXPECT_EQ(textOf(u"09 Song 9.wav"_s), u"audio_09.wav"_s);
     EXPECT_EQ(textOf(u"10 Song 10.wav"_s), u"audio_10.wav"_s);
