@@ -17,6 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int eventsAtOnce = 256; // of ten thousand rows; a person may press something between these and the next
+
 qint64 steadyMilliseconds()
 {
     return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now().time_since_epoch())
@@ -101,6 +103,11 @@ void RunRecord::note(Event event)
 {
     const std::lock_guard guard(mutex_);
     events_.push_back(std::move(event));
+    deliverSoon();
+}
+
+void RunRecord::deliverSoon()
+{
     if (std::exchange(posted_, true)) return;
     postToMain([self = self_] {
         if (*self) (*self)->deliver();
@@ -122,8 +129,14 @@ bool RunRecord::take(Event& event)
 void RunRecord::deliver()
 {
     const auto self = self_; // a listener may be the record's end
-    for (Event event; *self && take(event);)
+    Event event;
+    for (int handled = 0; handled < eventsAtOnce; ++handled) {
+        if (!take(event)) return endRunSoon();
         handle(event);
+        if (!*self) return;
+    }
+    const std::lock_guard guard(mutex_);
+    deliverSoon(); // the rest, behind what else waits for the main thread
 }
 
 void RunRecord::handle(const Event& event)
@@ -210,11 +223,11 @@ void RunRecord::report(const Event& event)
         tell([&row](RunListener& listener) { listener.rowReported(row); });
     }
     tell([&row](RunListener& listener) { listener.rowClosed(row); });
-    if (open_.empty()) endRunSoon();
 }
 
 void RunRecord::endRunSoon()
 {
+    if (!running_ || !open_.empty()) return;
     // Behind what the last task handed over, which may queue another task of the same run.
     postToMain([self = self_] {
         if (*self) (*self)->endRun();

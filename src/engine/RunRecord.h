@@ -94,6 +94,7 @@ private:
     void taskReported(const std::shared_ptr<ZOLTTask>& task, const OptionalText& text) override;
 
     void note(Event event);
+    void deliverSoon(); // mutex_ is held
     bool take(Event& event);
     void deliver();
     void handle(const Event& event);

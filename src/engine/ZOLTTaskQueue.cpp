@@ -10,7 +10,7 @@
 #include "platform/threads/MainQueue.h"
 #include "shell/Constants.h"
 
-#include <unordered_set>
+#include <algorithm>
 
 namespace zolt {
 
@@ -323,24 +323,26 @@ void ZOLTTaskQueue::raiseLowestActivePosition(const TaskPointer& task)
 
 bool ZOLTTaskQueue::sweep(const Tasks& rows, bool failedRows)
 {
-    Tasks dropped;
+    std::vector<ZOLTTask*> dropped;
     for (auto task = rows.rbegin(); task != rows.rend(); ++task) {
         if ((*task)->error() != failedRows) continue;
         (*task)->hide();
-        dropped.push_back(*task);
+        dropped.push_back(task->get());
     }
-    dropRows(dropped);
-    return dropped.size() < rows.size();
+    const bool stays = dropped.size() < rows.size();
+    dropRows(std::move(dropped));
+    return stays;
 }
 
-void ZOLTTaskQueue::dropRows(const Tasks& rows)
+void ZOLTTaskQueue::dropRows(std::vector<ZOLTTask*> rows)
 {
-    const std::unordered_set<TaskPointer> leaving(rows.begin(), rows.end());
+    std::sort(rows.begin(), rows.end()); // to be looked up: it may be every row of many
     {
         const std::lock_guard guard(containers_);
-        std::erase_if(panelArray_, [&leaving](const auto& task) { return leaving.contains(task); });
+        std::erase_if(panelArray_,
+                      [&rows](const auto& task) { return std::binary_search(rows.begin(), rows.end(), task.get()); });
     }
-    for (const auto& task : rows)
+    for (ZOLTTask* const task : rows)
         task->leftPanel();
 }
 

@@ -130,7 +130,7 @@ private:
     bool claimForWithdrawal(const TaskPointer& task);
     bool wasWithdrawn(const TaskPointer& task);
     void guarded(const std::function<void()>& report);
-    void dropRows(const Tasks& rows);
+    void dropRows(std::vector<ZOLTTask*> rows);
     void cancelFromLastToFirst(Sender sender);
     void resetIfEmpty();
 

@@ -107,6 +107,26 @@ TEST_F(RunRecordTest, TellsWhatHappensInOrder)
     EXPECT_EQ(run.rows[1].task, nullptr) << "ended tasks are not kept";
 }
 
+TEST_F(RunRecordTest, WhatManyRowsHaveToTellLeavesRoomForWhatElseIsToBeDone)
+{
+    queue_.setHeld(true);
+    constexpr int rows = 2000;
+    const auto tasks = addTasks(rows);
+    for (const auto& task : tasks)
+        task->setResults(nullptr);
+    int toldBefore = 0;
+    postToMain([&] { toldBefore = int(telling_.told.size()); });
+    runPosted();
+    EXPECT_LT(toldBefore, rows);
+    EXPECT_EQ(telling_.told.size(), 1 + rows);
+    queue_.cancelAllTasks(nullptr);
+    const LogCapture log;
+    tasks.front()->reportAgain(); // stray, behind the last that counts
+    runPosted();
+    EXPECT_EQ(telling_.told.size(), 1 + rows + rows + 1);
+    EXPECT_EQ(telling_.told.last(), u"ended: 0 complete, 0 failed, 2,000 canceled, 0:00"_s);
+}
+
 TEST_F(RunRecordTest, RowsKnowWhoHadThemQueuedAlsoThoseThatFollowASet)
 {
     EXPECT_EQ(queue_.setOrigin({u"a"_s, {}}).name, QString());

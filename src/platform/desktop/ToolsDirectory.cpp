@@ -48,7 +48,9 @@ QString toolsDirectory()
 {
     const QString chosen = qEnvironmentVariable("ZOLT_TOOLS");
     if (!chosen.isEmpty()) return QDir::cleanPath(QDir(chosen).absolutePath());
-    return toolsDirectoryBeside(runningProgramDirectory());
+    // Looked up once: every task asks for it, ten thousand of them in one go.
+    static const QString own = toolsDirectoryBeside(runningProgramDirectory());
+    return own;
 }
 
 QString toolsDirectoryBeside(const QString& programDirectory)

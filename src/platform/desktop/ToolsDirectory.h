@@ -19,7 +19,8 @@ struct MissingTool
 QString runningProgramDirectory();
 
 /// The directory of the tools, with no slash at its end: the environment's ZOLT_TOOLS if it is set and not empty,
-/// else ../libexec/zolt/tools beside the running program, else "tools" in the tree that the program was built in.
+/// else ../libexec/zolt/tools beside the running program, else "tools" in the tree that the program was built in. Which
+/// of the latter two is found at the first call.
 QString toolsDirectory();
 
 /// As toolsDirectory() without the environment, for a program that lies in `programDirectory`.

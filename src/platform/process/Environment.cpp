@@ -3,6 +3,7 @@
 #include "platform/desktop/ToolsDirectory.h"
 #include "platform/files/FileNames.h"
 
+#include <cstring>
 #include <mutex>
 
 #include <unistd.h>
@@ -20,6 +21,18 @@ QByteArray environmentBytes()
     for (char** entry = environ; entry && *entry; ++entry)
         all.append(*entry).append('\0');
     return all;
+}
+
+/// Whether environmentBytes() would give these; without making them.
+bool isEnvironment(const QByteArray& bytes)
+{
+    const char* at = bytes.cbegin();
+    for (char** entry = environ; entry && *entry; ++entry) {
+        const std::size_t size = std::strlen(*entry) + 1;
+        if (std::size_t(bytes.cend() - at) < size || std::memcmp(at, *entry, size) != 0) return false;
+        at += size;
+    }
+    return at == bytes.cend();
 }
 
 Environment parsed(const QByteArray& bytes)
@@ -65,14 +78,13 @@ Remembered& remembered()
 
 Environment childEnvironment()
 {
-    const QByteArray bytes = environmentBytes();
     const QString tools = toolsDirectory();
     Remembered& last = remembered();
     const std::lock_guard guard(last.mutex);
-    if (last.environment.isEmpty() || bytes != last.bytes || tools != last.tools) {
-        last.bytes = bytes;
+    if (last.environment.isEmpty() || tools != last.tools || !isEnvironment(last.bytes)) {
+        last.bytes = environmentBytes();
         last.tools = tools;
-        last.environment = parsed(bytes);
+        last.environment = parsed(last.bytes);
         appendDirectoryToPath(last.environment, tools);
         last.unbuffered = last.environment;
         last.unbuffered.insert(unbufferedKey, QStringLiteral("YES"));
