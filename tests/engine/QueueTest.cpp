@@ -4,6 +4,7 @@
 #include "platform/errors/Exceptions.h"
 #include "shell/Constants.h"
 #include "support/EventLoop.h"
+#include "support/HeldMutex.h"
 #include "support/LogCapture.h"
 
 #include <set>
@@ -11,6 +12,11 @@
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
+
+namespace zolt::test {
+std::mutex& mutexOf(const ZOLTTaskQueue&);
+template struct OpenMutex<ZOLTTaskQueue, &ZOLTTaskQueue::containers_>;
+} // namespace zolt::test
 
 using TaskQueue = EngineTest;
 
@@ -331,6 +337,30 @@ TEST_F(TaskQueue, ReportsOfSeveralThreadsEachOpenTheirWindowOneStepApart)
         places.emplace(window->window()->frameTopLeftPoint().x(), window->window()->frameTopLeftPoint().y());
     EXPECT_EQ(queue_.outputWindows().size(), 2U * windows);
     EXPECT_EQ(places.size(), 2U * windows);
+}
+
+TEST_F(TaskQueue, NobodyTouchesTheContainersWhileAnotherDoes)
+{
+    const auto tasks = addTasks(3);
+    const auto more = TestTask::make(&queue_);
+    StatusQueueCell cell;
+    const std::function<void()> operations[] = {
+        [&] { queue_.showOutputWindowTitle(u"text"_s, u"title"_s); },
+        [&] { queue_.outputWindows(); },
+        [&] { queue_.addTask(more); },
+        [&] { queue_.taskArray(); },
+        [&] { queue_.panelArray(); },
+        [&] { queue_.taskCount(); },
+        [&] { queue_.numberOfRowsInTableView(); },
+        [&] { queue_.rowTask(0); },
+        [&] { queue_.tableViewWillDisplayCellForTableColumnRow(cell, 0); },
+        [&] { queue_.withdrawTask(tasks[2]); },
+        [&] { tasks[0]->finish(true); },
+        [&] { queue_.cancelAllTasks(nullptr); },
+        [&] { queue_.removeAllErrors(nullptr); },
+    };
+    for (std::size_t index = 0; index < std::size(operations); ++index)
+        EXPECT_TRUE(waitsFor(mutexOf(queue_), operations[index])) << "operation " << index;
 }
 
 TEST_F(TaskQueue, TaskThatDroppedItsResultsOpensNoWindow)

@@ -1,8 +1,14 @@
 #include "EngineFixture.h"
+#include "support/HeldMutex.h"
 
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
+
+namespace zolt::test {
+std::mutex& mutexOf(const ZOLTTaskResults&);
+template struct OpenMutex<ZOLTTaskResults, &ZOLTTaskResults::mutex_>;
+} // namespace zolt::test
 
 class TaskResults : public testing::Test
 {
@@ -140,4 +146,33 @@ TEST_F(TaskResults, TasksOfASetWriteSideBySide)
     for (auto& thread : threads)
         thread.join();
     EXPECT_EQ(set_->results().count(u'x'), 2000);
+}
+
+TEST_F(TaskResults, NobodyTouchesTheTextsWhileAnotherDoes)
+{
+    const auto task = enter();
+    const ZOLTTask* const own = task.get();
+    const std::function<void()> operations[] = {
+        [&] { set_->appendResults(u"a"_s); },
+        [&] { set_->appendResultsForTask(u"b"_s, own); },
+        [&] { set_->results(); },
+        [&] { set_->resultsOfTask(own); },
+        [&] { set_->setResults(u"c"_s); },
+        [&] { set_->setResultsForTask(u"d"_s, own); },
+        [&] { set_->noteMissing(u"e"_s); },
+        [&] { set_->noteSignal(1); },
+        [&] { set_->noteFault(u"f"_s, own); },
+        [&] { set_->notes(); },
+        [&] { set_->notesOfTask(own); },
+        [&] { set_->addTaskInSet(task); },
+        [&] { set_->tasksInSet(); },
+        [&] { set_->setTasksInSet({task}); },
+        [&] { set_->allTasksDone(); },
+        [&] { set_->allTasksReported(); },
+        [&] { set_->taskAfterSetDone(); },
+        [&] { set_->setTaskAfterSetDone(nullptr); },
+        [&] { set_->claimTaskAfterSetDone(); },
+    };
+    for (std::size_t index = 0; index < std::size(operations); ++index)
+        EXPECT_TRUE(waitsFor(mutexOf(*set_), operations[index])) << "operation " << index;
 }

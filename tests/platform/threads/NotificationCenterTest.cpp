@@ -1,7 +1,14 @@
 #include "platform/threads/NotificationCenter.h"
 
+#include "support/HeldMutex.h"
+
 using namespace zolt;
 using namespace Qt::StringLiterals;
+
+namespace zolt::test {
+std::mutex& mutexOf(const NotificationCenter&);
+template struct OpenMutex<NotificationCenter, &NotificationCenter::mutex_>;
+} // namespace zolt::test
 
 TEST(NotificationCenter, ObserverHearsItsSenderOrAny)
 {
@@ -65,4 +72,24 @@ TEST(NotificationCenter, CarriesWhatElseIsToBeKnown)
     EXPECT_EQ(seen.at(QStringLiteral("source")), QStringLiteral("list"));
     centre.post({QStringLiteral("n"), nullptr, 1});
     EXPECT_TRUE(seen.empty());
+}
+
+TEST(NotificationCenter, NobodyLooksAtTheEntriesWhileAnotherChangesThem)
+{
+    NotificationCenter centre;
+    std::mutex& mutex = test::mutexOf(centre);
+    EXPECT_TRUE(test::waitsFor(mutex, [&] { centre.addObserver(&centre, u"n"_s, nullptr, [](const auto&) {}); }));
+    EXPECT_TRUE(test::waitsFor(mutex, [&] { centre.observerCount(u"n"_s); }));
+    EXPECT_TRUE(test::waitsFor(mutex, [&] { centre.post({u"n"_s, nullptr, {}}); }));
+    EXPECT_TRUE(test::waitsFor(mutex, [&] { centre.removeObserver(&centre, u"n"_s, nullptr); }));
+}
+
+TEST(NotificationCenter, AHandlerMayPostAndLookWhileItIsCalled)
+{
+    NotificationCenter centre;
+    std::size_t seen = 0;
+    centre.addObserver(&centre, u"outer"_s, nullptr, [&](const auto&) { centre.post({u"inner"_s, nullptr, {}}); });
+    centre.addObserver(&centre, u"inner"_s, nullptr, [&](const auto&) { seen = centre.observerCount(u"inner"_s); });
+    centre.post({u"outer"_s, nullptr, {}});
+    EXPECT_EQ(seen, 1U);
 }
