@@ -53,6 +53,12 @@ const std::vector<TabOutlet>& tabOutlets()
     return table;
 }
 
+/// These tabs take M4A files by what is in them.
+bool takesAppleLossless(const QString& label)
+{
+    return label == C::LOSSY || label == C::ENCODE;
+}
+
 QString upperExtension(const QString& path)
 {
     return path::extension(path).toUpper();
@@ -127,13 +133,21 @@ const QSet<QString>* ZOLTController::acceptedExtensions(const QString& label) co
     return entry == extensionMap_.constEnd() ? nullptr : &*entry;
 }
 
+QStringList ZOLTController::offeredExtensions(const QString& label) const
+{
+    QStringList offered = extensionMap_.value(label).values();
+    if (takesAppleLossless(label)) offered += C::M4A;
+    offered.sort();
+    return offered;
+}
+
 bool ZOLTController::isValidFilePath(const QString& label, const QString& path) const
 {
     const auto* accepted = acceptedExtensions(label);
     if (!accepted || label == C::CHECKSUM) return true;
     const QString extension = upperExtension(path);
     if (extension.isEmpty()) return label != C::TAGS;
-    if ((label == C::LOSSY || label == C::ENCODE) && extension == C::M4A) return CoreAudioHelper::isAppleLossless(path);
+    if (takesAppleLossless(label) && extension == C::M4A) return CoreAudioHelper::isAppleLossless(path);
     if (accepted->contains(extension)) return true;
     const bool takesAudio = accepted->contains(C::WAV) || accepted->contains(C::AIF) || accepted->contains(C::AIFF);
     return takesAudio && CoreAudioHelper::isAiffOrWav(path);

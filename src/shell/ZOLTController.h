@@ -88,6 +88,8 @@ public:
 
     /// The upper-case extensions that the tab of this label accepts; none for a tab that takes every file.
     const QSet<QString>* acceptedExtensions(const QString& label) const;
+    /// What an empty list of that tab offers to take, in order: those, and M4A where it takes some of them.
+    QStringList offeredExtensions(const QString& label) const;
     BaseTab* tabOfLabel(const QString& label) const { return tabMap_.value(label); }
 
 private:

@@ -215,4 +215,7 @@ TEST_F(Controller, EachLabelAcceptsItsExtensions)
     accepts(u"lossy"_s, {u"FLAC"_s, u"SHN"_s, u"WAV"_s, u"AIFF"_s, u"AIF"_s, u"WV"_s, u"TTA"_s});
     accepts(u"Tags"_s, {u"FLAC"_s, u"M4A"_s, u"MP3"_s, u"WV"_s, u"APE"_s});
     EXPECT_EQ(controller.acceptedExtensions(u"util"_s), nullptr);
+    EXPECT_EQ(controller.offeredExtensions(u"Tags"_s), QStringList({u"APE"_s, u"FLAC"_s, u"M4A"_s, u"MP3"_s, u"WV"_s}));
+    EXPECT_TRUE(controller.offeredExtensions(u"encode"_s).contains(u"M4A"_s)) << "Apple Lossless";
+    EXPECT_TRUE(controller.offeredExtensions(u"util"_s).isEmpty());
 }

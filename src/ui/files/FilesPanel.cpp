@@ -63,10 +63,7 @@ void FilesPanel::attach(BaseTab& tab)
 {
     tab_ = &tab;
     table_ = tab.tableView;
-    const QSet<QString>* const accepted = tab.zoltController->acceptedExtensions(tab.tabViewItem->label());
-    QStringList extensions = accepted ? accepted->values() : QStringList();
-    extensions.sort();
-    list().setAcceptedExtensions(extensions);
+    list().setAcceptedExtensions(tab.zoltController->offeredExtensions(tab.tabViewItem->label()));
     table_->setObserver(this);
     controlChanged(*table_);
 }
