@@ -3,6 +3,7 @@
 #include "platform/errors/Exceptions.h"
 #include "shell/ZOLTController.h"
 #include "ui/DroppedPaths.h"
+#include "ui/LabelSides.h"
 #include "ui/MenuActions.h"
 #include "ui/Mnemonics.h"
 #include "ui/WindowPlaces.h"
@@ -31,6 +32,7 @@ MainWindow::MainWindow(ZOLTController& controller, const PageBuilders& pages)
     setAcceptDrops(true);
     for (std::size_t index = 0; index < tabView_->items().size(); ++index)
         addPage(int(index), pages);
+    keepLabelsOnTheirSide(*this);
     menus_ = new MenuActions(*form_, controller, *this);
     tabView_->setObserver(this);
     controlChanged(*tabView_);

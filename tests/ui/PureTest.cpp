@@ -1,6 +1,8 @@
 #include "ui/GuardedApplication.h"
+#include "ui/LabelSides.h"
 #include "ui/OutcomeColours.h"
 #include "ui/Pictures.h"
+#include "ui/PlainText.h"
 #include "ui/Symbols.h"
 #include "ui/WrappedText.h"
 #include "ui/files/DropCount.h"
@@ -116,6 +118,28 @@ TEST(SymbolsTest, EveryBundledDrawingTakesItsColour)
             red |= picture.pixelColor(at % 32, at / 32) == QColor(Qt::red);
         EXPECT_TRUE(red) << QString::fromUtf16(name).toStdString();
     }
+}
+
+TEST(RightToLeftTest, ANameThatBeginsWithANumberKeepsItsOrder)
+{
+    EXPECT_EQ(inReadingOrder(u"01 Intro.flac"_s, Qt::LeftToRight), u"01 Intro.flac"_s);
+    EXPECT_EQ(inReadingOrder(u"01 Intro.flac"_s, Qt::RightToLeft), u"\u200e01 Intro.flac"_s);
+    EXPECT_EQ(inReadingOrder(u"01 \u0634\u0645\u0633"_s, Qt::RightToLeft), u"01 \u0634\u0645\u0633"_s);
+}
+
+TEST(RightToLeftTest, ALabelStandsWhereItsLineBegins)
+{
+    const auto left = [](Qt::LayoutDirection direction) {
+        QWidget window;
+        window.setLayoutDirection(direction);
+        QLabel label(u"Output"_s, &window);
+        label.resize(400, 30);
+        keepLabelsOnTheirSide(window);
+        const QImage picture = label.grab().toImage();
+        return colourCount(picture.copy(0, 0, 200, picture.height())) > 1;
+    };
+    EXPECT_TRUE(left(Qt::LeftToRight));
+    EXPECT_FALSE(left(Qt::RightToLeft));
 }
 
 TEST(GuardedApplicationTest, AFaultInAnEventIsLoggedAndTheLoopGoesOn)

@@ -19,7 +19,7 @@ QSize FileRowDelegate::sizeHint(const QStyleOptionViewItem& option, const QModel
 
 void FileRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
 {
-    QStyledItemDelegate::initStyleOption(option, index);
+    NameDelegate::initStyleOption(option, index);
     const auto* const model = static_cast<const FileListModel*>(index.model());
     if (index.column() != model->folderColumn() && !model->isLeftOut(index.row())) return;
     QColor colour = option->palette.color(QPalette::Text);

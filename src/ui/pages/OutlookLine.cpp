@@ -145,6 +145,7 @@ void OutlookLine::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const int line = lineHeight();
     painter.setPen(palette().color(QPalette::WindowText));
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // a sentence goes by its words, its place by the window
     const auto onSide = [this](QRect place) {
         if (isRightToLeft()) place.moveLeft(width() - place.right() - 1);
         return place;

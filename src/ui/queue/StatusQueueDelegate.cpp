@@ -31,12 +31,15 @@ QString oneLine(QString text)
     return text.replace(u'\n', u' ');
 }
 
-void drawText(QPainter& painter, const QRectF& place, const QString& text, const QFont& font, const QColor& colour)
+void drawText(QPainter& painter, const QRectF& place, const QString& text, const QFont& font, const QColor& colour,
+              Qt::LayoutDirection direction)
 {
+    painter.setLayoutDirection(Qt::LayoutDirectionAuto); // a name goes by its letters, its place by the window
+    const auto side = int(QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter));
     painter.setFont(font);
     painter.setPen(colour);
     const QString shown = QFontMetricsF(font).elidedText(oneLine(text), Qt::ElideRight, place.width());
-    painter.drawText(place, int(Qt::AlignLeft) | int(Qt::AlignVCenter) | int(Qt::TextSingleLine), shown);
+    painter.drawText(place, side | int(Qt::TextSingleLine), shown);
 }
 
 } // namespace
@@ -90,8 +93,8 @@ void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     bold.setBold(cell.textField()->style().bold);
     QFont small = option.font;
     small.setPointSizeF(option.font.pointSizeF() * smallText);
-    drawText(*painter, places.textField, cell.textField()->stringValue(), bold, outcome);
-    drawText(*painter, places.topTextField, model->status(index.row()), small, plain);
+    drawText(*painter, places.textField, cell.textField()->stringValue(), bold, outcome, option.direction);
+    drawText(*painter, places.topTextField, model->status(index.row()), small, plain, option.direction);
     if (!cell.progressIndicator()->isHidden())
         drawQueueBar(*painter, places.progressIndicator, shownPart(*cell.progressIndicator(), hasEnded(cell)), option);
     if (!cell.cancelButton()->isHidden())

@@ -1,6 +1,7 @@
 #include "ui/reports/OutputWindow.h"
 
 #include "platform/errors/Exceptions.h"
+#include "ui/LabelSides.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui_OutputWindow.h"
@@ -14,15 +15,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QPoint firstPlace(60, 60); // of a window whose distance is zero, from the screen's corner
+constexpr int firstPlace = 60; // of a window whose distance is zero, from the screen's edge, where there is room
 
-/// Where a window of that distance goes; a long cascade begins again before it leaves the screen.
+/// How far from the screen's edge a window of that distance stands; a long cascade begins again before it leaves the
+/// screen. @param spare  what the window leaves of the screen
+int placeInRoom(int distance, int spare)
+{
+    const int first = std::clamp(spare / 2, 0, firstPlace);
+    return first + distance % std::max(spare - first, 1);
+}
+
 QPoint placeOnScreen(const QScreen& screen, QPointF distance, QSize size)
 {
-    const QRect room =
-        screen.availableGeometry().adjusted(firstPlace.x(), firstPlace.y(), -size.width(), -size.height());
+    const QRect all = screen.availableGeometry();
     const QPoint step = distance.toPoint();
-    return room.topLeft() + QPoint(step.x() % std::max(room.width(), 1), step.y() % std::max(room.height(), 1));
+    return all.topLeft() + QPoint(placeInRoom(step.x(), all.width() - size.width()),
+                                  placeInRoom(step.y(), all.height() - size.height()));
 }
 
 } // namespace
@@ -33,6 +41,7 @@ OutputWindow::OutputWindow(OutputWindowController& controller)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     form_->setupUi(this);
+    keepLabelsOnTheirSide(*this);
     fitToScreen(*this);
     form_->gatherBar->hide();
     connect(form_->gatherButton, &QPushButton::clicked, this, [this] { guarded("gather", [this] { gather_(); }); });

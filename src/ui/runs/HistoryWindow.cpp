@@ -4,6 +4,8 @@
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
+#include "ui/LabelSides.h"
+#include "ui/NameDelegate.h"
 #include "ui/WindowPlaces.h"
 #include "ui/runs/RunTexts.h"
 #include "ui_HistoryWindow.h"
@@ -29,7 +31,11 @@ HistoryWindow::HistoryWindow(RunRecord& record, std::function<void(const Run&)> 
     form_->setupUi(this);
     form_->rowsView->setModel(model_);
     form_->rowsView->header()->resizeSection(RunRowsModel::NameColumn, 200);
+    form_->rowsView->setItemDelegate(new NameDelegate(form_->rowsView));
     form_->splitter->setSizes({320, 460});
+    form_->splitter->setStretchFactor(0, 2); // a narrow window takes from both
+    form_->splitter->setStretchFactor(1, 3);
+    keepLabelsOnTheirSide(*this);
     form_->pane->setFont({u"Courier"_s, 10.0});
     restorePlace(*this, placeName);
     fitToScreen(*this);
@@ -85,7 +91,8 @@ void HistoryWindow::listRuns()
     while (form_->runBox->count() < int(runs.size()))
         form_->runBox->insertItem(0, QString());
     for (int index = 0; index < int(runs.size()); ++index)
-        form_->runBox->setItemText(index, title(*runs[runs.size() - 1 - std::size_t(index)]));
+        form_->runBox->setItemText(
+            index, inReadingOrder(title(*runs[runs.size() - 1 - std::size_t(index)]), layoutDirection()));
     if (grew) form_->runBox->setCurrentIndex(std::min(chosen, form_->runBox->count() - 1));
 }
 
