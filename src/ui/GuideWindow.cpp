@@ -16,7 +16,7 @@ namespace {
 constexpr int pictureWidth = 580; // fits the window
 
 const char16_t otherKeys[] = u"\n## In lists, the queue and reports\n\n"
-                             "| | |\n|---|---|\n"
+                             "| Command | Keys |\n|---|---|\n"
                              "| Take the selected files out of the list | Delete |\n"
                              "| Stop a running row of the queue, remove a waiting one | Delete |\n"
                              "| Copy the selected rows of the queue | Ctrl+C |\n"
@@ -38,7 +38,7 @@ QString keysOf(const QMenuBar& menus)
     QString text;
     for (const QAction* const entry : menus.actions()) {
         if (!entry->menu()) continue;
-        text += u"\n## %1\n\n| | |\n|---|---|\n"_s.arg(entry->text().remove(u'&'));
+        text += u"\n## %1\n\n| Command | Keys |\n|---|---|\n"_s.arg(entry->text().remove(u'&'));
         for (const QAction* const action : entry->menu()->actions())
             text += row(*action);
     }

@@ -89,7 +89,7 @@ void MenuActions::wireView()
 void MenuActions::wireQueue()
 {
     ZOLTTaskQueue& queue = *controller_.taskQueue();
-    connectTo(form_.queueAction, [&queue] { queue.panel()->makeKeyAndOrderFront(); });
+    connectTo(form_.queueAction, [&queue] { queueCommands::showPanel(queue); });
     // By the queue, not by its own mark: the panel's button changes that too.
     connectTo(form_.pauseAction, [&queue] { queue.setHeld(!queue.isHeld()); });
     connectTo(form_.cancelAllAction, [&queue] { queueCommands::cancelAll(queue); });

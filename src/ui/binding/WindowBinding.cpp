@@ -71,6 +71,8 @@ void WindowBinding::controlChanged(Control&)
 void WindowBinding::bringToFront()
 {
     const bool comesUp = !widget_.isVisible();
+    if (comesUp && dismissed_ && comesBack_ && !comesBack_()) return;
+    dismissed_ = false;
     if (comesUp && comingUp_) comingUp_();
     const bool atWork = QApplication::activeWindow();
     const bool takesKeyboard = comesUp && atWork && !isTypedIn(QApplication::focusWidget());
@@ -90,6 +92,7 @@ bool WindowBinding::eventFilter(QObject* watched, QEvent* event)
     if (watched == &widget_ && event->type() == QEvent::Close) {
         guarded("window", [this] {
             model_->close();
+            dismissed_ = true;
             if (gone_) gone_();
         });
     }

@@ -28,6 +28,8 @@ public:
     void setFramed(std::function<void()> framed) { framed_ = std::move(framed); }
     /// Whether a window that is up already is raised by an order to the front; at first it is.
     void setKeepsInFront(std::function<bool()> keeps) { keepsInFront_ = std::move(keeps); }
+    /// Whether a window that a person has closed comes up for an order to the front; at first it does.
+    void setComesBack(std::function<bool()> comes) { comesBack_ = std::move(comes); }
     /// Called after the window was hidden, by whomever.
     void setGone(std::function<void()> gone) { gone_ = std::move(gone); }
 
@@ -50,7 +52,9 @@ private:
     std::function<void()> moved_;
     std::function<void()> framed_;
     std::function<bool()> keepsInFront_;
+    std::function<bool()> comesBack_;
     std::function<void()> gone_;
+    bool dismissed_ = false; ///< a person has closed it since it was up last
 };
 
 } // namespace zolt

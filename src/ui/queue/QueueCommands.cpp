@@ -5,6 +5,7 @@
 #include "platform/desktop/UserDefaults.h"
 #include "platform/threads/MainQueue.h"
 #include "shell/Constants.h"
+#include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
 
 namespace zolt::queueCommands {
@@ -46,6 +47,14 @@ void setPace(int tasks)
 {
     UserDefaults::standard().set(QStringLiteral("maxThreads"), tasks);
     NotificationCenter::standard().post({Constants::ZOLTMaxThreadsChangedNotification, nullptr, tasks});
+}
+
+void showPanel(const ZOLTTaskQueue& queue)
+{
+    queue.panel()->makeKeyAndOrderFront();
+    postToMain([panel = queue.panel()] { // behind the order, which finds the panel its place
+        if (QWidget* const shown = WindowBinding::widgetOf(*panel)) bringToFront(*shown);
+    });
 }
 
 void showReport(ZOLTTaskQueue& queue, const ZOLTTask& task)

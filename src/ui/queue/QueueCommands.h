@@ -27,6 +27,9 @@ void cancelAll(ZOLTTaskQueue& queue);
 /// Has so many tasks run side by side from the next start on, and saves it. Main thread.
 void setPace(int tasks);
 
+/// Brings the panel up because a person asks for it: in front, with the keyboard. From the event loop. Main thread.
+void showPanel(const ZOLTTaskQueue& queue);
+
 /// Brings the report of a failed row up again: the window that shows it, or one more. Main thread.
 void showReport(ZOLTTaskQueue& queue, const ZOLTTask& task);
 

@@ -5,6 +5,7 @@
 #include "platform/errors/Exceptions.h"
 #include "platform/text/Counts.h"
 #include "shell/PreferencesController.h"
+#include "ui/LabelSides.h"
 #include "ui/Symbols.h"
 #include "ui/ViewChoices.h"
 #include "ui/WindowPlaces.h"
@@ -15,6 +16,7 @@
 #include "ui_StatusQueue.h"
 
 #include <QClipboard>
+#include <QCloseEvent>
 #include <QHideEvent>
 #include <QMenu>
 #include <QShortcut>
@@ -37,6 +39,7 @@ StatusQueueWindow::StatusQueueWindow(ZOLTTaskQueue& queue)
 {
     form_->setupUi(this);
     form_->tableView->setModel(model_);
+    keepLabelsOnTheirSide(*this);
     form_->cancelAllButton->setIcon(symbolIcon(u"process-stop"_s));
     restorePlace(*this, placeName);
     fitToScreen(*this);
@@ -47,11 +50,13 @@ StatusQueueWindow::StatusQueueWindow(ZOLTTaskQueue& queue)
             [this](const QPoint& place) { showMenu(place); });
     connect(new QShortcut(QKeySequence::Copy, form_->tableView), &QShortcut::activated, this,
             [this] { copySelected(); });
-    connect(new QShortcut(QKeySequence(u"Ctrl+W"_s), this), &QShortcut::activated, this, &QWidget::close);
+    for (const QString& key : {u"Ctrl+W"_s, u"Escape"_s})
+        connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, this, &QWidget::close);
     table_->setObserver(this);
     auto* const binding = new WindowBinding(*this, queue.panel());
     binding->setComingUp([this] { placeBesideActive(*this); });
     binding->setKeepsInFront(viewChoices::keepsQueueInFront);
+    binding->setComesBack([this] { return comesBack(); });
     refreshTexts();
 }
 
@@ -180,6 +185,18 @@ void StatusQueueWindow::copySelected() const
     for (const QModelIndex& row : rows)
         texts += row.data(Qt::DisplayRole).toString();
     QApplication::clipboard()->setText(texts.join(u'\n'));
+}
+
+bool StatusQueueWindow::comesBack() const
+{
+    const bool newRun = !record_ || !record_->isRunning();
+    return viewChoices::keepsQueueInFront() || newRun || queue_.numberOfRowsInTableView() > rowsAtClose_;
+}
+
+void StatusQueueWindow::closeEvent(QCloseEvent* event)
+{
+    rowsAtClose_ = queue_.numberOfRowsInTableView();
+    QWidget::closeEvent(event);
 }
 
 void StatusQueueWindow::hideEvent(QHideEvent* event)

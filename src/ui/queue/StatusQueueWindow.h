@@ -37,6 +37,7 @@ public:
     int refreshes() const { return refreshes_; }
 
 protected:
+    void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -51,6 +52,8 @@ private:
     void removeSelected();
     void copySelected() const;
     QString headText() const;
+    /// Whether the panel, closed by a person, comes up by itself: always, or for a command alone.
+    bool comesBack() const;
 
     const std::unique_ptr<Ui::StatusQueue> form_;
     ZOLTTaskQueue& queue_;
@@ -61,6 +64,7 @@ private:
     QString lastVisible_;
     int shownRow_ = -1;
     int refreshes_ = 0;
+    qsizetype rowsAtClose_ = 0;
 };
 
 } // namespace zolt

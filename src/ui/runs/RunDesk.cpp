@@ -9,6 +9,7 @@
 #include "ui/MainWindow.h"
 #include "ui/QtInterfaces.h"
 #include "ui/ViewChoices.h"
+#include "ui/queue/QueueCommands.h"
 #include "ui/reports/ReportPane.h"
 #include "ui/runs/RunFoot.h"
 #include "ui/runs/RunTexts.h"
@@ -49,10 +50,9 @@ RunDesk::RunDesk(RunRecord& record, ZOLTController& controller, MainWindow& wind
       history_(std::make_unique<HistoryWindow>(record, [this](const Run& run) { retry(run); }))
 {
     record_.addListener(this);
-    window_.runFoot().setRecord(&record_,
-                                {.showQueue = [this] { controller_.taskQueue()->panel()->makeKeyAndOrderFront(); },
-                                 .showRun = [this] { showLastRun(); },
-                                 .retryFailed = [this] { retry(*record_.current()); }});
+    window_.runFoot().setRecord(&record_, {.showQueue = [this] { queueCommands::showPanel(*controller_.taskQueue()); },
+                                           .showRun = [this] { showLastRun(); },
+                                           .retryFailed = [this] { retry(*record_.current()); }});
     interfaces_.setGathered([this](bool first) { gather(first); });
     wireMenus(interfaces);
 }
