@@ -2,6 +2,7 @@
 
 #include "engine/ZOLTTask.h"
 #include "ui/Pictures.h"
+#include "ui/ViewChoices.h"
 #include "ui/WindowFixture.h"
 #include "ui/queue/QueueBar.h"
 #include "ui/queue/QueueCommands.h"
@@ -116,6 +117,46 @@ TEST_F(StatusQueueTest, ThePanelTakesTheKeyboardOnlyWhenItComesUp)
     EXPECT_TRUE(window().isActiveWindow());
 }
 
+TEST_F(StatusQueueTest, WhoAsksForThePanelGetsItInFrontWithTheKeyboard)
+{
+    viewChoices::setKeepsQueueInFront(false);
+    queued(u"a.flac"_s);
+    ASSERT_TRUE(runUntil([this] { return panel().isActiveWindow(); }));
+    window().activateWindow();
+    ASSERT_TRUE(runUntil([this] { return window().isActiveWindow(); }));
+    window().findChild<QAction*>(u"queueAction"_s)->trigger();
+    EXPECT_TRUE(runUntil([this] { return panel().isActiveWindow(); }));
+}
+
+TEST_F(StatusQueueTest, NotKeptInFrontAClosedPanelComesBackForACommandAlone)
+{
+    viewChoices::setKeepsQueueInFront(false);
+    queue().maxThreadsChanged({QString(), nullptr, 1});
+    const auto first = queued(u"a.flac"_s), second = queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    QTest::keyClick(&panel(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_FALSE(panel().isVisible());
+    first->stopTask(nullptr); // starts the second
+    runPosted();
+    EXPECT_TRUE(second->isActive());
+    EXPECT_FALSE(panel().isVisible());
+    queued(u"c.flac"_s);
+    runPosted();
+    EXPECT_TRUE(panel().isVisible());
+}
+
+TEST_F(StatusQueueTest, KeptInFrontAClosedPanelComesBackWithTheNextStart)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 1});
+    const auto first = queued(u"a.flac"_s), second = queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    QTest::keyClick(&panel(), Qt::Key_Escape);
+    ASSERT_FALSE(panel().isVisible());
+    first->stopTask(nullptr);
+    runPosted();
+    EXPECT_TRUE(panel().isVisible());
+}
+
 TEST_F(StatusQueueTest, TheStopButtonCancelsItsTask)
 {
     const auto task = queued(u"a.flac"_s);
@@ -132,6 +173,17 @@ TEST_F(StatusQueueTest, AClickBesideTheStopButtonCancelsNothing)
     const auto task = queued(u"a.flac"_s);
     ASSERT_TRUE(rowsBecome(1));
     QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, stopButtonOf(0).center() - QPoint(60, 0));
+    runPosted();
+    EXPECT_FALSE(task->cancelled());
+}
+
+TEST_F(StatusQueueTest, APressThatIsTakenOffTheStopButtonCancelsNothing)
+{
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    const QPoint button = stopButtonOf(0).center();
+    QTest::mousePress(view().viewport(), Qt::LeftButton, {}, button);
+    QTest::mouseRelease(view().viewport(), Qt::LeftButton, {}, button - QPoint(60, 0));
     runPosted();
     EXPECT_FALSE(task->cancelled());
 }
@@ -171,6 +223,9 @@ TEST_F(StatusQueueTest, AFailedRowStaysUntilErrorsAreRemoved)
     ASSERT_TRUE(rowsBecome(1));
     EXPECT_TRUE(titleBecomes(u"Queue"_s));
     EXPECT_TRUE(panel().isVisible());
+    // The report takes the keyboard as it comes up, which closes a menu.
+    ASSERT_TRUE(runUntil([this] { return openReports() == 1; }));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&windowNamed<QWidget>("OutputWindow")));
     chooseInMenu(u"Remove All Errors"_s);
     menuOnRow(0);
     EXPECT_TRUE(rowsBecome(0));
@@ -213,6 +268,37 @@ TEST_F(StatusQueueTest, CopyTextCopiesTheSelectedRows)
     chooseInMenu(u"Copy Text"_s);
     menuOnRow(0);
     EXPECT_EQ(QApplication::clipboard()->text(), u"a.flac: Working...\nb.flac: Working..."_s);
+}
+
+TEST_F(StatusQueueTest, RowsAreCopiedInTheirOrderWhicheverWasSelectedFirst)
+{
+    queued(u"a.flac"_s);
+    queued(u"b.flac"_s);
+    ASSERT_TRUE(rowsBecome(2));
+    for (const int row : {1, 0})
+        view().selectionModel()->select(view().model()->index(row, 0), QItemSelectionModel::Select);
+    QTest::keyClick(&view(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), u"a.flac: Working...\nb.flac: Working..."_s);
+}
+
+TEST_F(StatusQueueTest, FromRightToLeftABarGrowsFromTheRight)
+{
+    const auto filled = [this](Qt::LayoutDirection direction, int x) {
+        QImage picture(200, 20, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QStyleOptionViewItem row;
+        row.widget = &view();
+        row.direction = direction;
+        row.state |= QStyle::State_Selected;
+        row.palette.setColor(QPalette::HighlightedText, Qt::blue);
+        QPainter painter(&picture);
+        drawQueueBar(painter, picture.rect(), 0.5, row);
+        return picture.pixelColor(x, 10) == QColor(Qt::blue);
+    };
+    EXPECT_TRUE(filled(Qt::LeftToRight, 50));
+    EXPECT_FALSE(filled(Qt::LeftToRight, 150));
+    EXPECT_FALSE(filled(Qt::RightToLeft, 50));
+    EXPECT_TRUE(filled(Qt::RightToLeft, 150));
 }
 
 TEST_F(StatusQueueTest, ManyChangesAreDrawnOnce)
@@ -353,6 +439,20 @@ TEST_F(StatusQueueTest, AtATimeIsSavedAndReachesTheQueue)
     QTest::keyClick(&field, Qt::Key_Up);
     EXPECT_EQ(queue().maxThreads(), 3);
     EXPECT_EQ(UserDefaults::standard().integerForKey(u"maxThreads"_s), 3);
+}
+
+TEST_F(StatusQueueTest, WhatIsBeingTypedIntoAtATimeIsLeftAlone)
+{
+    auto& field = *panel().findChild<QSpinBox*>(u"paceField"_s);
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    field.setFocus();
+    field.selectAll();
+    QTest::keyClick(&field, Qt::Key_Backspace);
+    const int before = panel().refreshes();
+    task->topTextField()->setStringValue(u"42"_s);
+    ASSERT_TRUE(runUntil([&] { return panel().refreshes() > before; }));
+    EXPECT_EQ(field.text(), QString());
 }
 
 /// A task whose tool takes its time to end.

@@ -6,12 +6,14 @@
 #include "ui/ViewChoices.h"
 #include "ui/WindowFixture.h"
 #include "ui/reports/FindBar.h"
+#include "ui/reports/ReportPane.h"
 #include "ui/reports/ReportView.h"
 #include "ui/runs/RunDesk.h"
 
 #include <QCheckBox>
 #include <QFontInfo>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -210,6 +212,38 @@ TEST_F(OutputWindowTest, BadLinesAloneCanBeShownAndLinesWrapped)
     auto& wrap = *window.findChild<QCheckBox*>(u"wrapBox"_s);
     QTest::mouseClick(&wrap, Qt::LeftButton, {}, QPoint(6, wrap.height() / 2));
     EXPECT_EQ(textOf(window).lineWrapMode(), QPlainTextEdit::WidgetWidth);
+}
+
+TEST_F(OutputWindowTest, AGoodReportIsShownWholeWhereBadLinesAloneWereWanted)
+{
+    ReportPane pane;
+    pane.setReport(u"one"_s, u"a.flac : OK\nb.flac : FAILED\n"_s);
+    pane.findChild<QCheckBox*>(u"badBox"_s)->setChecked(true);
+    pane.setReport(u"two"_s, u"a.flac : OK\n"_s);
+    EXPECT_FALSE(pane.findChild<QCheckBox*>(u"badBox"_s)->isEnabled());
+    EXPECT_TRUE(pane.findChild<ReportView*>()->document()->firstBlock().isVisible());
+}
+
+TEST_F(OutputWindowTest, ALongerWordIsFoundWhereTheShorterOneStands)
+{
+    QWidget& window = report(u"beta alpha\nbe better\n"_s);
+    QTest::keyClick(&textOf(window), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(window.findChild<QLineEdit*>(u"findField"_s), u"bet"_s);
+    EXPECT_EQ(textOf(window).textCursor().selectionStart(), 0);
+}
+
+TEST_F(OutputWindowTest, ALongCascadeStaysOnTheScreen)
+{
+    QWidget& window = report(u"text"_s);
+    const QRect screen = window.screen()->availableGeometry();
+    for (const QSize& size : {QSize(400, 300), screen.size() - QSize(30, 30)}) {
+        window.resize(size);
+        for (const int distance : {0, 21, 42, 5000}) {
+            queue().outputWindows().back()->window()->setFrameTopLeftPoint(QPointF(distance, distance + 1));
+            runPosted();
+            EXPECT_TRUE(screen.contains(window.frameGeometry())) << size.width() << " wide, " << distance;
+        }
+    }
 }
 
 TEST_F(OutputWindowTest, SignsStandBesideTheirLinesWithTheGoodOnesHidden)

@@ -11,6 +11,8 @@
 #include "ui/runs/RunTexts.h"
 
 #include <QComboBox>
+#include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTreeView>
 
 namespace zolt::test {
@@ -80,6 +82,19 @@ TEST_F(RunsTest, RetryPutsTheFailedFilesBackIntoTheirListInFront)
     QTest::mouseClick(window().findChild<QPushButton*>(u"footRetryButton"_s), Qt::LeftButton);
     runPosted();
     EXPECT_EQ(tab().fileNames().count(), 1); // it is there already
+}
+
+TEST_F(RunsTest, WhereNothingFailedNothingIsToBeRetried)
+{
+    tool(u"flac"_s, "exit 0\n");
+    add({file(u"good.flac"_s)});
+    press("commandButton");
+    ASSERT_TRUE(runUntil([&] { return record().current() && !record().isRunning(); }));
+    runPosted();
+    EXPECT_TRUE(widget<QPushButton>("footShowButton").isVisible());
+    EXPECT_FALSE(widget<QPushButton>("footRetryButton").isVisible());
+    history().showLatest(RunFilter::All);
+    EXPECT_FALSE(history().findChild<QPushButton*>(u"retryButton"_s)->isEnabled());
 }
 
 TEST_F(RunsTest, RetryGoesToTheTabThatQueuedTheFileWhicheverIsInFront)
@@ -199,6 +214,35 @@ TEST_F(RunsTest, TheHistoryListsRunsTheNewestFirstAndFilters)
     EXPECT_EQ(history().run(), record().runs().front().get());
 }
 
+TEST_F(RunsTest, TheChosenRunStaysChosenWhenAnotherComes)
+{
+    runTwo();
+    runTwo();
+    history().showLatest(RunFilter::All);
+    history().findChild<QComboBox*>(u"runBox"_s)->setCurrentIndex(1);
+    const auto* const chosen = history().run();
+    runTwo();
+    ASSERT_TRUE(runUntil([this] { return history().findChild<QComboBox*>(u"runBox"_s)->count() == 3; }));
+    EXPECT_EQ(history().run(), chosen);
+    EXPECT_EQ(rows().model()->rowCount(), 2);
+}
+
+TEST_F(RunsTest, AReportThatIsBeingReadStandsStillWhileTheRunGoesOn)
+{
+    tool(u"flac"_s, "seq 60; echo 'ERROR: it is broken'; exit 1\n");
+    add({file(u"bad.flac"_s)});
+    press("commandButton");
+    ASSERT_TRUE(runUntil([&] { return record().current() && !record().isRunning(); }));
+    runPosted();
+    history().resize(600, 300);
+    history().showLatest(RunFilter::All);
+    auto& text = *history().findChild<QPlainTextEdit*>(u"textField"_s);
+    ASSERT_TRUE(runUntil([&] { return text.verticalScrollBar()->maximum() > 5; }));
+    text.verticalScrollBar()->setValue(3);
+    history().showLatest(RunFilter::All); // as every look at the run
+    EXPECT_EQ(text.verticalScrollBar()->value(), 3);
+}
+
 TEST_F(RunsTest, GatheredReportsComeWithTheFirstOfARunAndThenLeaveTheListToItsReader)
 {
     viewChoices::setGathersReports(true);
@@ -272,6 +316,39 @@ TEST_F(RunsTest, AReportsOwnWindowShowsTheFileInItsFolder)
     queue().showOutputWindowTitle(u"about no file"_s, u"Output"_s);
     runPosted();
     EXPECT_FALSE(folderButton()->isVisible());
+}
+
+TEST(RunRowsModelTest, ListsTheRowsOfOneOutcomeAndSaysItInWords)
+{
+    zolt::Run run;
+    run.rows.push_back({.title = u"good"_s, .outcome = Outcome::Complete});
+    run.rows.push_back({.title = u"bad list"_s,
+                        .outcome = Outcome::Complete,
+                        .report = u"a : FAILED\n"_s,
+                        .verdict = verdictOf(u"a : FAILED\n"_s, {}),
+                        .failsByReport = true});
+    run.rows.push_back({.title = u"stopped"_s, .outcome = Outcome::Canceled});
+    RunRowsModel model;
+    const auto listed = [&](RunFilter filter) {
+        QStringList rows;
+        model.show(&run, filter);
+        for (int row = 0; row < model.rowCount(); ++row)
+            rows += model.index(row, 0).data().toString() + u": "_s + model.index(row, 1).data().toString();
+        return rows;
+    };
+    EXPECT_THAT(listed(RunFilter::All),
+                ElementsAre(u"good: complete"_s, u"bad list: 1 failed"_s, u"stopped: canceled"_s));
+    EXPECT_THAT(listed(RunFilter::Failed), ElementsAre(u"bad list: 1 failed"_s));
+    EXPECT_THAT(listed(RunFilter::Reports), ElementsAre(u"bad list: 1 failed"_s));
+    EXPECT_THAT(listed(RunFilter::Canceled), ElementsAre(u"stopped: canceled"_s));
+}
+
+TEST(RunTextsTest, WhatIsNoneIsLeftOut)
+{
+    zolt::Run run;
+    run.failed = 1;
+    run.rows.push_back({.outcome = Outcome::Failed});
+    EXPECT_EQ(shortWords(run), u"1 failed, 0:00"_s);
 }
 
 TEST(RunTextsTest, ATableQuotesWhatNeedsIt)
