@@ -42,6 +42,16 @@ protected:
         return {u"touch"_s, path(u"begun"_s), u"wait-file"_s, path(u"go"_s), u"touch"_s, path(u"ended"_s)};
     }
     bool isDecodedFirst() const { return kind() == u"flac"_s || kind() == u"shn"_s; }
+    /// The words of a decoder that gets to 42 per cent and waits then.
+    QStringList waitingDecoder() const
+    {
+        return QStringList{u"out"_s, kind() == u"flac"_s ? u"a.flac: 42% complete"_s : u" 42% "_s} + waiting();
+    }
+    /// The task knows its tool then, and a cancel waits for it.
+    void waitForTheDecoding()
+    {
+        ASSERT_TRUE(runUntil([&] { return bar_.model()->doubleValue() == 42; }));
+    }
     /// @param before  what the decoder does ahead of writing its WAV
     void installDecoderOfKind(const QStringList& before)
     {
@@ -198,10 +208,10 @@ TEST_P(CancelledMP3OfAppleLossless, RemovesTheTemporaryWavAndEndsTheToolAsItStar
 
 TEST_P(CancelledAACOfADecodedSource, LetsTheDecoderEndAndLeavesAnEmptyFile)
 {
-    installDecoderOfKind(waiting());
+    installDecoderOfKind(waitingDecoder());
     const auto task = make();
     start(task);
-    waitFor(u"begun"_s);
+    waitForTheDecoding();
     QMetaObject::invokeMethod(
         QCoreApplication::instance(), [&] { touch(path(u"go"_s)); }, Qt::QueuedConnection);
     task->cancelTask(nullptr);
@@ -215,12 +225,12 @@ TEST_P(CancelledAACOfADecodedSource, LetsTheDecoderEndAndLeavesAnEmptyFile)
 
 TEST_P(CancelledAAC, LeavesAnEmptyFileWhereTheEncodingBegins)
 {
-    installDecoderOfKind(waiting());
+    installDecoderOfKind(waitingDecoder());
     const auto task = make();
     if (!isDecodedFirst()) bar_.hold();
     start(task);
     if (isDecodedFirst()) {
-        waitFor(u"begun"_s);
+        waitForTheDecoding();
         bar_.hold();
         touch(path(u"go"_s));
     }
