@@ -74,7 +74,19 @@ QStringList EncodeMP3Task::arguments(const QString& input) const
 {
     const QString mode = type_ == lossyTitle::CBR ? u"b"_s : u"V"_s;
     const QString specification = u"cust ext=mp3 lame -%1 %2 - %f"_s.arg(mode).arg(level_);
-    return {u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-o"_s, specification, u"-d"_s, outputPath(), input};
+    // shntool strips "flac" in small letters alone, so another spelling has its output named for it.
+    const QString spelling = path::extension(input);
+    const bool named = spelling.toUpper() == C::FLAC && spelling != u"flac"_s;
+    return {u"conv"_s,
+            u"-P"_s,
+            u"pct"_s,
+            u"-O"_s,
+            u"never"_s,
+            u"-o"_s,
+            specification,
+            named ? u"-n"_s : u"-d"_s,
+            named ? path::inFolderWithExtension(input, outputPath(), u"mp3"_s) : outputPath(),
+            input};
 }
 
 void EncodeMP3Task::runTool(const QString& input)

@@ -72,6 +72,15 @@ TEST_F(MP3, ShntoolIsToldHowToCallLame)
     EXPECT_EQ(make(source, u"ABR"_s, 3)->arguments(source).at(6), u"cust ext=mp3 lame -V 3 - %f"_s);
 }
 
+TEST_F(MP3, FlacInAnotherSpellingHasItsOutputNamed)
+{
+    const auto placeOf = [this](const QString& name) { return make(path(name))->arguments(path(name)).mid(7); };
+    EXPECT_EQ(placeOf(u"a.flac"_s), QStringList({u"-d"_s, folder(), path(u"a.flac"_s)}));
+    EXPECT_EQ(placeOf(u"a.FLAC"_s), QStringList({u"-n"_s, path(u"a.mp3"_s), path(u"a.FLAC"_s)}));
+    EXPECT_EQ(placeOf(u"a.Flac"_s), QStringList({u"-n"_s, path(u"a.mp3"_s), path(u"a.Flac"_s)}));
+    EXPECT_EQ(placeOf(u"a.WAV"_s), QStringList({u"-d"_s, folder(), path(u"a.WAV"_s)}));
+}
+
 TEST_F(MP3, AWavIsOneStageWithoutTags)
 {
     tools_.install(u"shntool"_s, {u"copy"_s, encoded(), path(u"a.mp3"_s)});
