@@ -217,6 +217,20 @@ TEST_F(Ttaenc, TellsOfAFullDisk)
     EXPECT_EQ(shell(limited + u"ttaenc encoded.tta -o part.wav"_s).status, 1);
 }
 
+TEST_F(Ttaenc, ReadsOverATagAheadOfTheAudio)
+{
+    const QByteArray wav = makeWav({.samples = 5000}, random_), tta = encoded(wav);
+    const QByteArray tag(200, 'x'), footer = QByteArray("3DI\4").leftJustified(10, '\0');
+    const auto length = QByteArray("\0\0\1\x48", 4); // 200 in groups of seven bits
+    file(u"tagged.tta"_s, QByteArray("ID3\4\0\0", 6) + length + tag + tta);
+    file(u"footed.tta"_s, QByteArray("ID3\4\0\x10", 6) + length + tag + footer + tta);
+    for (const QString& name : {u"tagged.tta"_s, u"footed.tta"_s}) {
+        EXPECT_TRUE(ttaenc({u"-d"_s, u"-o"_s, u"-"_s, name}).output == wav) << name.toStdString();
+        EXPECT_EQ(ttaenc({name, u"-o"_s, u"back.wav"_s}).status, 0) << name.toStdString();
+        EXPECT_TRUE(contents(u"back.wav"_s) == wav);
+    }
+}
+
 TEST_F(Ttaenc, DecodesTheFilesOfOthers)
 {
     const auto tagged = sharedFixture(u"tagged.tta"_s);
