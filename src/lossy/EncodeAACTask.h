@@ -27,6 +27,8 @@ public:
     /// What the file's tool string says of mode and level; absent for a type that is not known.
     OptionalText getEncoderSettingsForTag() const;
 
+    /// Hands mode and rate or quality to the encoder; nothing for a type that is not known.
+    void applySettings(EncodeCoreAudioSync& encoder) const;
     /// The decoding, where the source needs one, and the encoding. No temporary file stays.
     void doEncodeCall();
     /// Writes the source's tags and the settings into the output. @throws PlatformException if it can't be tagged
@@ -42,7 +44,6 @@ protected:
 
 private:
     QString decoded();
-    void applySettings(EncodeCoreAudioSync& encoder) const;
     void finishFile() const;
     void writeTags(const TagsObject& tags) const;
 

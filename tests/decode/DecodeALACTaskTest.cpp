@@ -34,8 +34,11 @@ protected:
 TEST_F(AppleLosslessTask, WritesTheFormatThatItsExtensionNames)
 {
     makeSource();
-    const auto task = run(make(u"WAV"_s));
+    const auto task = make(u"WAV"_s);
+    const auto set = task->results();
+    run(task);
     EXPECT_FALSE(task->error());
+    EXPECT_FALSE(set->taskSetDone()) << "kept: the results are gone by then";
     EXPECT_TRUE(fileBytes(path(u"a.wav"_s)).startsWith("RIFF"));
     EXPECT_TRUE(decodedByFfmpeg(path(u"a.wav"_s), 16) == samples_.little);
     run(make(u"AIFF"_s));

@@ -1,8 +1,10 @@
+#include "AudioSamples.h"
 #include "DecodeFixture.h"
 
 #include "platform/errors/Exceptions.h"
 #include "platform/files/FileNames.h"
 #include "support/FakeTool.h"
+#include "support/SampleFlac.h"
 
 #include <QCoreApplication>
 
@@ -150,9 +152,34 @@ TEST_F(FlacTask, SourceIsTheFileWhateverItsName)
     task->setResults(nullptr);
 }
 
-TEST_F(FlacTask, WavOutputGetsNoTags)
+TEST_F(FlacTask, TagsGoFromFlacToAiffAloneWhateverTheirSpelling)
 {
-    const auto task = run({});
-    EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
-    EXPECT_FALSE(task->description().contains(u"metaflac"_s));
+    const LogCapture log;
+    const auto statusOf = [this](const QString& source, const QString& output) {
+        source_ = pathOf(source);
+        const auto task = make({}, output);
+        queue().addTask(task);
+        queue().cancelAllTasks(nullptr);
+        return task->topTextField()->stringValue();
+    };
+    holdQueue();
+    EXPECT_EQ(statusOf(u"a.flac"_s, u"/nowhere/a.wav"_s), u"Waiting..."_s);
+    EXPECT_EQ(statusOf(u"a.shn"_s, u"/nowhere/a.aiff"_s), u"Waiting..."_s);
+    EXPECT_EQ(statusOf(u"a.FLAC"_s, u"/nowhere/a.aiff"_s), u"Copying FLAC Tags"_s);
+    EXPECT_EQ(statusOf(u"a.flac"_s, u"/nowhere/a.AIFF"_s), u"Copying FLAC Tags"_s);
+}
+
+TEST_F(FlacTask, TagsAreWrittenIntoAiffInSmallLettersAlone)
+{
+    const LogCapture log;
+    makeFlac(source_, 0.1, {u"TITLE=Prelude"_s});
+    holdQueue();
+    for (const QString& name : {u"a.aiff"_s, u"a.AIFF"_s}) {
+        const QString output = writeFile(pathOf(name), aiffFile(makeSamples(44100, 2, 16, 100)));
+        const auto task = DecodeFlacTask::initAsyncTaskWithFileNameQueueLaunchPathArguments(
+            source_, &queue(), fakeTool(), {u"out"_s, output});
+        queue().addTask(task);
+        queue().cancelAllTasks(nullptr);
+        EXPECT_EQ(fileBytes(output).contains("Prelude"), name == u"a.aiff"_s) << name.toStdString();
+    }
 }

@@ -97,11 +97,21 @@ INSTANTIATE_TEST_SUITE_P(Of, ToolDecoders, testing::ValuesIn(families()),
 TEST_P(ToolDecoders, WavIsWrittenByTheToolUnderItsPlainName)
 {
     install({});
-    const auto task = run(make());
+    const auto task = make();
+    const auto set = task->results();
+    run(task);
+    EXPECT_TRUE(set->taskSetDone());
     EXPECT_EQ(onlyCall(), row().arguments(source(), path(u"a.wav"_s), false));
     EXPECT_EQ(task->stageCount(), 1);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
     EXPECT_EQ(othersThan({row().source}), QStringList()) << "no temporary file";
+}
+
+TEST_P(ToolDecoders, AnyOtherFormatIsWav)
+{
+    install({});
+    EXPECT_EQ(run(make(u"OTHER"_s))->outFile(), path(u"a.wav"_s));
+    EXPECT_EQ(onlyCall(), row().arguments(source(), path(u"a.wav"_s), false));
 }
 
 TEST_P(ToolDecoders, AiffIsMadeOfATemporaryWavInTheOutputFolderThatIsGoneAfterwards)
@@ -182,9 +192,10 @@ TEST_P(ToolDecoders, CancelKeepsTheSourceAndReportsTwice)
 TEST_P(ToolDecoders, CancelOfAnAiffLeavesNoTemporaryFile)
 {
     const LogCapture log;
-    install({u"wait-file"_s, path(u"go"_s), u"flood"_s, u"300000"_s});
+    install(writing() + QStringList{u"wait-file"_s, path(u"go"_s), u"flood"_s, u"300000"_s});
     cancelAt(make(Constants::AIFF), row().firstStatus);
-    EXPECT_EQ(othersThan({row().source, u"go"_s, u"a.aiff"_s}), QStringList());
+    EXPECT_EQ(othersThan({row().source, u"go"_s}), QStringList(u"a.aiff"_s)) << "kept: the conversion begins";
+    EXPECT_EQ(statedLength(path(u"a.aiff"_s)), 0);
 }
 
 TEST_P(ToolDecoders, TaskThatIsWithdrawnBeforeItBeganLeavesNothing)
@@ -213,6 +224,24 @@ TEST_P(ToolDecoders, FolderThatTakesNoTemporaryFileMakesNoTask)
 class DecodersTexts : public TaskRun
 {
 };
+
+TEST_F(DecodersTexts, CancelOfTtaencShowsAtOnceAndEndsItAtItsNextWords)
+{
+    const LogCapture log;
+    const QString go = path(u"go"_s);
+    tools_.install(u"ttaenc"_s, {u"touch"_s, path(u"begun"_s), u"wait-file"_s, go, u"out"_s, u"x"_s, u"wait-file"_s,
+                                 path(u"never"_s)});
+    const auto task = makeTask<DecodeTTATask>(&queue_, file(u"a.tta"_s), folder(), Constants::WAV);
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return exists(u"begun"_s); }));
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [&] { touch(go); }, Qt::QueuedConnection);
+    task->cancelTask(nullptr);
+    EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
+    EXPECT_FALSE(QFile::exists(go)) << "nothing was waited for";
+    settle();
+    EXPECT_TRUE(QFile::exists(go));
+}
 
 TEST_F(DecodersTexts, MonkeysAudioFailsByItsTextThoughItExitsWithZero)
 {

@@ -94,16 +94,18 @@ protected:
         return EncodeMP3Task::initEncodeTaskWithQueueFileNameTypeOutputPathLevel(&queue_, makeSource(), lossyTitle::CBR,
                                                                                  folder(), 192);
     }
-    /// A shntool that waits and then leaves an MP3 named after its input.
-    void installNamingShntool()
+    /// A shntool that leaves an MP3 named after its input before or after it waits.
+    void installNamingShntool(bool writesFirst)
     {
         const QString mp3 = elsewhere_.filePath(u"e.mp3"_s);
         runTool(u"lame"_s, {u"--quiet"_s, writeFile(elsewhere_.filePath(u"e.wav"_s), waveFile(decoded_)), mp3});
+        const QString writes = u"cp '%1' \"${in%.*}.mp3\"\n"_s.arg(mp3);
+        const QString waits = u"touch '%1/begun'\nwhile [ ! -e '%1/go' ]; do sleep 0.01; done\n"_s.arg(folder());
         tools_.install(u"shntool"_s);
         QFile script(tools_.directory() + u"/shntool"_s);
         ASSERT_TRUE(script.open(QIODevice::WriteOnly));
-        script.write(u"#!/bin/sh\neval in=\\${$#}\ntouch '%1/begun'\nwhile [ ! -e '%1/go' ]; do sleep 0.01; done\n"
-                     "cp '%2' \"${in%.*}.mp3\"\ntouch '%1/ended'\n"_s.arg(folder(), mp3)
+        script.write((u"#!/bin/sh\neval in=\\${$#}\n"_s + (writesFirst ? writes + waits : waits + writes) +
+                      u"touch '%1/ended'\n"_s.arg(folder()))
                          .toUtf8());
     }
     QString title() const { return textOrEmpty(TagLibTagsHelper().tagsForMP3File(path(u"a.mp3"_s))->titleText()); }
@@ -174,7 +176,7 @@ TEST_P(CancelledMP3, EndsTheToolWhileItEncodes)
 
 TEST_P(CancelledMP3WithTags, WritesThemAllTheSame)
 {
-    installNamingShntool();
+    installNamingShntool(false);
     const auto task = make();
     start(task);
     waitFor(u"begun"_s);
@@ -188,6 +190,19 @@ TEST_P(CancelledMP3WithTags, WritesThemAllTheSame)
     expectCanceledRowAndSource(*task, {u"a.mp3"_s});
     EXPECT_EQ(title(), u"Späti"_s);
     EXPECT_TRUE(status_.model()->stringValue().startsWith(u"Copying "_s));
+}
+
+TEST_P(CancelledMP3OfAppleLossless, NamesWhatTheToolHasWrittenByThen)
+{
+    installNamingShntool(true);
+    const auto task = make();
+    start(task);
+    waitFor(u"begun"_s);
+    task->cancelTask(nullptr);
+    settle();
+    expectCanceledRowAndSource(*task, {u"a.mp3"_s});
+    EXPECT_EQ(title(), u"Späti"_s);
+    EXPECT_FALSE(exists(u"ended"_s));
 }
 
 TEST_P(CancelledMP3OfAppleLossless, RemovesTheTemporaryWavAndEndsTheToolAsItStarts)

@@ -1,4 +1,5 @@
 #include "lossy/EncodeAACTask.h"
+#include "encode/EncodeCoreAudioSync.h"
 #include "encode/M4aTargetRun.h"
 #include "lossy/LossyTitles.h"
 #include "platform/audio/AudioFormat.h"
@@ -36,7 +37,10 @@ protected:
 
 TEST_F(AAC, AWavIsEncodedInProcessAndGetsTheToolStringAndTheGaplessPass)
 {
-    const auto task = run(make(wave(u"a.wav"_s)));
+    const auto task = make(wave(u"a.wav"_s));
+    const auto set = task->results();
+    run(task);
+    EXPECT_FALSE(set->taskSetDone()) << "kept: the results are gone by then";
     EXPECT_EQ(task->title(), u"a.wav"_s);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
     EXPECT_EQ(probed(path(u"a.m4a"_s), u"codec_name,sample_rate,channels"_s), "aac,44100,2");
@@ -53,7 +57,9 @@ TEST_F(AAC, AWavIsEncodedInProcessAndGetsTheToolStringAndTheGaplessPass)
 TEST_F(AAC, EachModeSaysItselfInTheToolString)
 {
     const auto textOf = [this](const QString& type, int32_t level) {
-        return make(path(u"a.wav"_s), type, level)->getEncoderSettingsForTag();
+        const auto task = make(path(u"a.wav"_s), type, level);
+        task->setResults(nullptr); // it never runs
+        return task->getEncoderSettingsForTag();
     };
     EXPECT_EQ(textOf(lossyTitle::CBR, 160), u"CBR 160kbps"_s);
     EXPECT_EQ(textOf(lossyTitle::ABR, 96), u"ABR 96kbps"_s);
@@ -61,6 +67,29 @@ TEST_F(AAC, EachModeSaysItselfInTheToolString)
     EXPECT_EQ(textOf(lossyTitle::VBR, 88), u"True VBR Quality 88"_s);
     EXPECT_EQ(textOf(lossyTitle::VBR, 0), u"True VBR Quality 0"_s);
     EXPECT_EQ(textOf(u"other"_s, 88), std::nullopt);
+}
+
+TEST_F(AAC, EachModeHandsItsOwnSettingsToTheEncoder)
+{
+    struct Handed
+    {
+        QString type;
+        uint32_t mode, bitrate, quality;
+    };
+    for (const auto& [type, mode, bitrate, quality] : {Handed{lossyTitle::CBR, 0, 96000, 0},
+                                                       {lossyTitle::ABR, 1, 96000, 0},
+                                                       {lossyTitle::VBR_CONSTRAINED, 2, 96000, 0},
+                                                       {lossyTitle::VBR, 3, 0, 96},
+                                                       {u"other"_s, 0, 0, 0}}) {
+        const auto task = make(path(u"a.wav"_s), type, 96);
+        const auto encoder = EncodeCoreAudioSync::initEncodeWithTaskFileNameOutputFileFormatTypeFileType(
+            task, task->source(), task->outFile(), formatId::Aac, fileTypeId::M4a);
+        task->applySettings(*encoder);
+        EXPECT_EQ(encoder->mode(), mode) << type.toStdString();
+        EXPECT_EQ(encoder->bitrate(), bitrate) << type.toStdString();
+        EXPECT_EQ(encoder->quality(), quality) << type.toStdString();
+        task->setResults(nullptr);
+    }
 }
 
 TEST_F(AAC, TheLevelReachesTheEncoder)

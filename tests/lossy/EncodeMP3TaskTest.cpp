@@ -24,6 +24,13 @@ protected:
         return EncodeMP3Task::initEncodeTaskWithQueueFileNameTypeOutputPathLevel(&queue_, source, type, folder(),
                                                                                  level);
     }
+    /// What a task on the source would hand to shntool.
+    QStringList argumentsFor(const QString& source, const QString& type = u"CBR"_s, int32_t level = 192)
+    {
+        const auto task = make(source, type, level);
+        task->setResults(nullptr); // it never runs
+        return task->arguments(source);
+    }
     /// A real MP3 file, which fakes copy to where a tool would write.
     QString encoded() const
     {
@@ -65,16 +72,15 @@ protected:
 TEST_F(MP3, ShntoolIsToldHowToCallLame)
 {
     const QString source = file(u"a.wav"_s);
-    EXPECT_EQ(make(source)->arguments(source),
-              QStringList({u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-o"_s,
-                           u"cust ext=mp3 lame -b 192 - %f"_s, u"-d"_s, folder(), source}));
-    EXPECT_EQ(make(source, u"VBR"_s, 3)->arguments(source).at(6), u"cust ext=mp3 lame -V 3 - %f"_s);
-    EXPECT_EQ(make(source, u"ABR"_s, 3)->arguments(source).at(6), u"cust ext=mp3 lame -V 3 - %f"_s);
+    EXPECT_EQ(argumentsFor(source), QStringList({u"conv"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-o"_s,
+                                                 u"cust ext=mp3 lame -b 192 - %f"_s, u"-d"_s, folder(), source}));
+    EXPECT_EQ(argumentsFor(source, u"VBR"_s, 3).at(6), u"cust ext=mp3 lame -V 3 - %f"_s);
+    EXPECT_EQ(argumentsFor(source, u"ABR"_s, 3).at(6), u"cust ext=mp3 lame -V 3 - %f"_s);
 }
 
 TEST_F(MP3, FlacInAnotherSpellingHasItsOutputNamed)
 {
-    const auto placeOf = [this](const QString& name) { return make(path(name))->arguments(path(name)).mid(7); };
+    const auto placeOf = [this](const QString& name) { return argumentsFor(path(name)).mid(7); };
     EXPECT_EQ(placeOf(u"a.flac"_s), QStringList({u"-d"_s, folder(), path(u"a.flac"_s)}));
     EXPECT_EQ(placeOf(u"a.FLAC"_s), QStringList({u"-n"_s, path(u"a.mp3"_s), path(u"a.FLAC"_s)}));
     EXPECT_EQ(placeOf(u"a.Flac"_s), QStringList({u"-n"_s, path(u"a.mp3"_s), path(u"a.Flac"_s)}));
@@ -85,7 +91,10 @@ TEST_F(MP3, AWavIsOneStageWithoutTags)
 {
     tools_.install(u"shntool"_s, {u"copy"_s, encoded(), path(u"a.mp3"_s)});
     const QByteArray whole = fileBytes(encoded());
-    const auto task = run(make(file(u"a.wav"_s)));
+    const auto task = make(file(u"a.wav"_s));
+    const auto set = task->results();
+    run(task);
+    EXPECT_FALSE(set->taskSetDone()) << "kept: the results are gone by then";
     EXPECT_EQ(task->title(), u"a.wav"_s);
     EXPECT_EQ(task->topTextField()->stringValue(), u"Complete"_s);
     EXPECT_EQ(fileBytes(path(u"a.mp3"_s)), whole) << "no tags are written";
@@ -100,6 +109,16 @@ TEST_F(MP3, FlacTagsAreCopiedBehindTheEncoding)
     tools_.install(u"shntool"_s, {u"copy"_s, encoded(), path(u"a.mp3"_s)});
     run(make(flac(u"a.flac"_s)));
     EXPECT_EQ(titleOf(path(u"a.mp3"_s)), u"Späti"_s);
+}
+
+TEST_F(MP3, WhatTheSourceDoesNotTellStays)
+{
+    const QString tagged = elsewhere_.filePath(u"t.mp3"_s);
+    runTool(u"lame"_s, {u"--quiet"_s, u"--ta"_s, u"Someone"_s, u"--mp3input"_s, encoded(), tagged});
+    tools_.install(u"shntool"_s, {u"copy"_s, tagged, path(u"a.mp3"_s)});
+    run(make(flac(u"a.flac"_s)));
+    EXPECT_EQ(titleOf(path(u"a.mp3"_s)), u"Späti"_s);
+    EXPECT_EQ(TagLibTagsHelper().tagsForMP3File(path(u"a.mp3"_s))->artistText(), u"Someone"_s);
 }
 
 TEST_F(MP3, AppleLosslessIsDecodedInProcessAndEndsUnderItsOwnName)
@@ -171,6 +190,14 @@ TEST_F(MP3, TagsThatCannotBeWrittenKeepTheSource)
     EXPECT_TRUE(task->error());
     EXPECT_TRUE(exists(u"a.flac"_s));
     EXPECT_TRUE(onlyReport().contains(u"Unable to open the output file for tagging."_s));
+}
+
+TEST_F(MP3, TagsGoIntoWhatAFailedToolLeft)
+{
+    tools_.install(u"shntool"_s, {u"copy"_s, encoded(), path(u"a.mp3"_s), u"exit"_s, u"1"_s});
+    const auto task = run(make(flac(u"a.flac"_s)));
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Error"_s);
+    EXPECT_EQ(titleOf(path(u"a.mp3"_s)), u"Späti"_s);
 }
 
 TEST_F(MP3, TagsThatHaveNoRoomAreToldThoughTheRowIsGood)
@@ -254,6 +281,24 @@ TEST_F(MP3, ACancelEndsTheToolWithAllThatItStartedBeforeTagsAreWritten)
     touch(path(u"go"_s));
     EXPECT_EQ(test::run(u"pgrep"_s, {u"-f"_s, late}), QByteArray()) << "nobody is left to write";
     EXPECT_FALSE(QFile::exists(late));
+}
+
+TEST_F(MP3, ACancelWaitsForWhatOutlivesTheToolAndReadsNoMore)
+{
+    // The child stands for lame, which ends what it writes when it is told to end, while shntool is gone already.
+    tools_.install(u"shntool"_s);
+    QFile script(tools_.directory() + u"/shntool"_s);
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write("#!/bin/sh\n(trap \"echo ' 99% '; sleep 0.3; touch '" + path(u"late"_s).toUtf8() +
+                 "'; exit\" TERM; echo ' 7% '; while :; do sleep 0.01; done) &\nwait\n");
+    script.close();
+    const auto task = make(file(u"a.wav"_s));
+    queue_.addTask(task);
+    ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == u"Encoding to MP3: 7.000000%"_s; }));
+    task->cancelTask(nullptr);
+    settle();
+    EXPECT_TRUE(exists(u"late"_s));
+    EXPECT_EQ(task->topTextField()->stringValue(), u"Encoding to MP3: 7.000000%"_s);
 }
 
 TEST_F(MP3, ACancelWithoutAnOutputIsNoError)
