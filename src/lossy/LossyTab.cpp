@@ -45,7 +45,7 @@ LossyTab::LossyTab()
 void LossyTab::connectControls()
 {
     for (const auto& matrix : {outputFormatMatrix, mp3Matrix, aacMatrix})
-        matrix->setAction([this, matrix] { changeDisplayOptions(matrix.get()); });
+        matrix->setAction([this, sender = matrix.get()] { changeDisplayOptions(sender); });
     slider->setSaver([this] { sliderLevel_ = slider->intValue(); });
     comboBox->setSaver([this] { comboLevel_ = comboBox->intValue(); });
     stepper->setSaver([this] { stepperLevel_ = stepper->intValue(); });
