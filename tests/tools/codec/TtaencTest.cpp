@@ -26,6 +26,20 @@ protected:
     }
 };
 
+/// The checksum of a TTA header, by its definition.
+QByteArray sumOf(const QByteArray& bytes)
+{
+    quint32 sum = ~0u;
+    for (const char byte : bytes) {
+        sum ^= quint8(byte);
+        for (int bit = 0; bit < 8; ++bit)
+            sum = sum >> 1 ^ (sum & 1 ? 0xedb88320 : 0);
+    }
+    QByteArray little(4, '\0');
+    qToLittleEndian<quint32>(~sum, little.data());
+    return little;
+}
+
 } // namespace
 
 TEST_F(Ttaenc, GivesBackTheSamplesOfAnyFile)
@@ -87,6 +101,30 @@ TEST_F(Ttaenc, TellsOfEveryFlippedBit)
     expectFlipsToBeTold(u"ttaenc"_s, {u"-d"_s, u"-o"_s, u"-"_s, u"SOURCE"_s}, tta, 25);
 }
 
+TEST_F(Ttaenc, TellsWhatIsWrongWithTheStartOfAFile)
+{
+    const QByteArray whole = encoded(makeWav({.samples = 100000}, random_)); // three frames
+    const auto said = [&](const QByteArray& bytes) {
+        const Outcome outcome = ttaenc({u"-t"_s, file(u"odd.tta"_s, bytes)});
+        EXPECT_EQ(outcome.status, 1);
+        return outcome.errors.toStdString();
+    };
+    const auto flippedAt = [&](qsizetype at) {
+        QByteArray bytes = whole;
+        bytes[at] = char(bytes[at] ^ 1);
+        return bytes;
+    };
+    const auto ofKind = [&](char kind) {
+        const QByteArray header = QByteArray("TTA1") + kind + whole.sliced(5, 13);
+        return header + sumOf(header) + whole.sliced(22);
+    };
+    EXPECT_EQ(ofKind(1), whole);
+    EXPECT_THAT(said(flippedAt(18)), testing::HasSubstr("its header is damaged"));
+    EXPECT_THAT(said(flippedAt(22 + 3 * 4)), testing::HasSubstr("its table of frames is damaged"));
+    EXPECT_THAT(said(ofKind(2)), testing::HasSubstr("locked by a password"));
+    EXPECT_THAT(said(ofKind(3)), testing::HasSubstr("of a kind that is not known"));
+}
+
 TEST_F(Ttaenc, KeepsTheOtherFramesOfADamagedFile)
 {
     const QByteArray wav = makeWav({.samples = 120000, .sound = Sound::Noise}, random_);
@@ -103,6 +141,16 @@ TEST_F(Ttaenc, KeepsTheOtherFramesOfADamagedFile)
     EXPECT_TRUE(back.sliced(44 + frame, frame) == QByteArray(frame, '\0'));
     EXPECT_TRUE(back.sliced(44 + 2 * frame) == wav.sliced(44 + 2 * frame));
     EXPECT_EQ(ttaenc({u"-t"_s, u"bad.tta"_s}).status, 1);
+}
+
+TEST_F(Ttaenc, SilenceOfEightBitsLiesInTheMiddle)
+{
+    const QByteArray wav = makeWav({.channels = 1, .bits = 8, .samples = 46080}, random_);
+    QByteArray tta = encoded(wav);
+    tta[tta.size() / 2] = char(tta[tta.size() / 2] ^ 1);
+    file(u"bad.tta"_s, tta);
+    EXPECT_EQ(ttaenc({u"bad.tta"_s, u"-o"_s, u"back.wav"_s}).status, 1);
+    EXPECT_TRUE(contents(u"back.wav"_s).sliced(44) == QByteArray(46080, '\x80'));
 }
 
 TEST_F(Ttaenc, KeepsEveryFrameOfALongFileInItsPlace)
@@ -196,8 +244,12 @@ TEST_F(Ttaenc, NamesWhatItCannotRead)
         EXPECT_THAT(outcome.errors.toStdString(), testing::HasSubstr("ttaenc: error: " + name.toStdString() + ": "));
         EXPECT_FALSE(exists(u"out"_s));
     }
-    for (const QStringList& call :
-         {QStringList(), {u"a.wav"_s}, {u"-o"_s}, {u"a"_s, u"b"_s, u"-o"_s, u"c"_s}, {u"-x"_s}})
+    for (const QStringList& call : {QStringList(),
+                                    {u"a.wav"_s},
+                                    {u"-o"_s},
+                                    {u"a"_s, u"b"_s, u"-o"_s, u"c"_s},
+                                    {u"-x"_s},
+                                    {u"-t"_s, u"a"_s, u"-o"_s, u"b"_s}})
         EXPECT_THAT(ttaenc(call).errors.toStdString(), testing::HasSubstr("usage: ttaenc"));
 }
 
