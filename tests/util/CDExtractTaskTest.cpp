@@ -361,3 +361,17 @@ TEST_F(CDExtractTest, TheDiscIsThatOfTheFirstFile)
     ASSERT_EQ(tools_.calls(u"diskutil"_s).size(), 2);
     EXPECT_EQ(tools_.calls(u"diskutil"_s)[0].last(), u"sr7"_s);
 }
+
+TEST_F(CDExtractTest, TheDiscIsMountedAgainThoughTheToolCannotBeStarted)
+{
+    tools_.install(u"diskutil"_s);
+    choose(UtilTab::extraction);
+    tab.addFiles(discInOurFolder(1));
+    tab.setDestination(folder());
+    const LogCapture log;
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(log.count(u"Error "_s), 1);
+    EXPECT_EQ(tools_.calls(u"diskutil"_s),
+              (QList<QStringList>{{u"unmountDisk"_s, u"force"_s, u"sr7"_s}, {u"mountDisk"_s, u"sr7"_s}}));
+    EXPECT_TRUE(tab.fileNames().isEmpty());
+}

@@ -2,6 +2,7 @@
 
 #include "UtilFixture.h"
 
+#include "engine/ZOLTTaskResults.h"
 #include "platform/threads/DetachedThreads.h"
 #include "support/EveryCut.h"
 
@@ -122,7 +123,11 @@ TEST_F(DVDAuthorTest, RunsTheTwoToolsOneAfterTheOtherAndTakesTheTreeAway)
     tools_.install(u"mkisofs"_s, {u"out"_s, u" 99.00% done,"_s});
     file(u"DVD-AUDIO/AUDIO_TS/ATS.IFO"_s, "tree");
     const auto task = make(2);
+    const auto results = task->results();
+    ASSERT_TRUE(results);
     runTask(task);
+    EXPECT_EQ(task->results(), nullptr);
+    EXPECT_FALSE(results->taskSetDone()) << "they went ahead of the row, so that nothing follows";
     EXPECT_EQ(tools_.calls(u"dvda"_s),
               QList<QStringList>{QStringList({u"-l"_s, pathOf(u"log.txt"_s), u"-P0"_s, u"-S"_s, u"-f"_s, u"-o"_s,
                                               pathOf(u"DVD-AUDIO"_s), u"-g"_s, u"/in/0.wav"_s, u"/in/1.wav"_s})});
