@@ -44,8 +44,9 @@ QString textOfLatin1(const TagLib::String& string)
 
 QByteArray latin1OrUtf8(const QString& text)
 {
-    const QByteArray bytes = text.toLatin1();
-    return QString::fromLatin1(bytes) == text ? bytes : text.toUtf8();
+    const QString letters = withoutZeros(text);
+    const QByteArray bytes = letters.toLatin1();
+    return QString::fromLatin1(bytes) == letters ? bytes : letters.toUtf8();
 }
 
 /// A frame's name before and since version 2.3.

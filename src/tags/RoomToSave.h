@@ -5,7 +5,7 @@
 
 namespace zolt {
 
-/// Why a writer left a file as it was, in words for people; absent if it was saved.
+/// Why a writer left a file, or a part of the record, out, in words for people; absent if all of it was saved.
 using SaveRefusal = OptionalText;
 
 /// Absent if tags of `newBytes` can take the place of `oldBytes` (padding behind the old ones included): they fit, or

@@ -21,6 +21,11 @@ const GenericNumber genericYear{&TagsObject::dateText, &TagsObject::setDateText,
 const GenericNumber genericTrack{&TagsObject::trackText, &TagsObject::setTrackText, &TagLib::Tag::track,
                                  &TagLib::Tag::setTrack};
 
+QString withoutZeros(QString text)
+{
+    return text.remove(QChar(u'\0'));
+}
+
 void useUtf8Frames()
 {
     static std::once_flag done;

@@ -35,10 +35,13 @@ void logUnreadable(const QString& path, const char* reason);
 /// The text of a string of the library.
 QString textOf(const TagLib::String& string);
 
+/// The text without U+0000, which no tag can hold: what stands behind one would be lost, or be a value of its own.
+QString withoutZeros(QString text);
+
 /// True if a writer touches the field: it has text, or empty fields are written too.
 inline bool isWritten(const OptionalText& text, bool writeEmptyTags)
 {
-    return writeEmptyTags || (text && !text->isEmpty());
+    return writeEmptyTags || (text && !withoutZeros(*text).isEmpty());
 }
 
 /// A text that every kind of tag has, in the record and in the library.

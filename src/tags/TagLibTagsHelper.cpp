@@ -1,12 +1,14 @@
 #include "tags/TagLibTagsHelper.h"
 
+#include "tags/TagLibFiles.h"
+
 #include <taglib/tstring.h>
 
 namespace zolt {
 
 TagLib::String TagLibTagsHelper::tagLibString(const QString& text) const
 {
-    return TagLib::String(text.toUtf8().constData(), TagLib::String::UTF8);
+    return TagLib::String(withoutZeros(text).toUtf8().constData(), TagLib::String::UTF8);
 }
 
 void TagLibTagsHelper::setBlankTags(TagsObject& tags) const

@@ -129,13 +129,15 @@ bool fitsIntoBlock(const TagLib::ByteVector& bytes, const QString& path)
     return false;
 }
 
-void writePictures(TagLib::FLAC::File& file, const QString& path, const TagsObject& tags, bool writeEmptyTags)
+/// @return false for a picture that does not fit
+bool writePictures(TagLib::FLAC::File& file, const QString& path, const TagsObject& tags, bool writeEmptyTags)
 {
     auto picture = pictureOf(tags.albumArt());
     // As PNG a photograph grows tenfold: one that does not fit must not cost the file the one that it has.
-    if (picture && !fitsIntoBlock(picture->render(), path)) return;
+    if (picture && !fitsIntoBlock(picture->render(), path)) return false;
     if (writeEmptyTags) removePictures(file);
     if (picture) file.addPicture(picture.release()); // the file owns it from here on
+    return true;
 }
 
 /// The comment, all pictures and the least padding, as long as they are when they are written: where no padding would
@@ -172,12 +174,15 @@ SaveRefusal TagLibTagsHelper::writeTagsForFLACFileTagObjectWriteEmptyTags(const 
     TagLib::Ogg::XiphComment& comment = *file->xiphComment(true);
     if (writeEmptyTags) removeFields(comment);
     writeFields(comment, tags);
-    writePictures(*file, path, tags, writeEmptyTags);
+    const bool hasPicture = writePictures(*file, path, tags, writeEmptyTags);
     comment.addField("ENCODER", tagLibString(u"Zolt "_s + QLatin1StringView(product::version)), true);
     // Last, so that a custom total stands over the field.
     writeCustomTags(comment, tags.customTagsDictionary());
     if (!fitsIntoBlock(comment.render(), path)) return u"The tags were not saved: no FLAC file can hold so much."_s;
-    return saveWithRoom(sizeOfFlacTags(path), sizeOfTags(*file), path, [&] { return file->save(); });
+    const SaveRefusal refusal =
+        saveWithRoom(sizeOfFlacTags(path), sizeOfTags(*file), path, [&] { return file->save(); });
+    if (refusal || hasPicture) return refusal;
+    return u"The cover was not saved, but all else was: no FLAC file can hold so large a picture."_s;
 }
 
 std::shared_ptr<TagsObject> TagLibTagsHelper::tagsForFlacFile(const QString& path) const
