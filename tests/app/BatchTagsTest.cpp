@@ -1,5 +1,6 @@
 // zolt-batch tags
 #include "BatchTesting.h"
+#include "shell/Wording.h"
 #include "tags/TagFiles.h"
 #include "tags/TaggedShow.h"
 
@@ -113,7 +114,8 @@ TEST_F(BatchTags, ShowsTextForPeople)
     const auto outcome = run({u"tags"_s, u"show"_s, u"a.flac"_s});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, in(u"a.flac"_s) + u"\n  title         Ночь\n  comment       two\\nlines\n"
-                                                "  MOOD          calm\n  cover         60 by 40 pixels\n"_s);
+                                                "  MOOD          calm\n  cover         PNG, 60 × 40, %1\n"_s.arg(
+                                                    zolt::sizeInWords(QFileInfo(samples.picture("png")).size())));
 }
 
 TEST_F(BatchTags, ShowsJsonForPrograms)
@@ -170,6 +172,8 @@ TEST_F(BatchTags, SeveralFilesGetTheGivenFieldsAndTheCoverAlone)
         EXPECT_EQ(tags[u"artist"_s].toString(), u"Anna"_s);
         EXPECT_EQ(tags[u"genre"_s].toString(), u"Jam"_s);
         EXPECT_EQ(tags[u"cover"_s].toObject()[u"width"_s].toInt(), 60);
+        EXPECT_EQ(tags[u"cover"_s].toObject()[u"kind"_s].toString(), u"PNG"_s);
+        EXPECT_GT(tags[u"cover"_s].toObject()[u"bytes"_s].toInt(), 60);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "app/batch/Console.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/files/FileNames.h"
+#include "tags/CoverInWords.h"
 #include "tags/TagFields.h"
 #include "tags/TagRoutes.h"
 
@@ -21,9 +22,12 @@ QString line(const QString& name, const QString& value)
     return value.isEmpty() ? QString() : u"  %1%2\n"_s.arg(name.leftJustified(width), onOneLine(value));
 }
 
-QString sizeOf(const Image& art)
+QJsonObject factsOf(const Image& art)
 {
-    return u"%1 by %2 pixels"_s.arg(art.shown().pixelsWide()).arg(art.shown().pixelsHigh());
+    return {{u"width"_s, art.shown().pixelsWide()},
+            {u"height"_s, art.shown().pixelsHigh()},
+            {u"kind"_s, art.file().kind},
+            {u"bytes"_s, art.file().size}};
 }
 
 } // namespace
@@ -45,7 +49,7 @@ QString TagsListing::text() const
         lines += line(field.option, field.textOf(*tags_));
     for (const auto& [name, value] : tags_->customTagsDictionary().asKeyValueRange())
         lines += line(name, value);
-    if (tags_->albumArt()) lines += line(u"cover"_s, sizeOf(*tags_->albumArt()));
+    if (tags_->albumArt()) lines += line(u"cover"_s, coverInWords(*tags_->albumArt()));
     if (tags_->artIsUnreadable()) lines += line(u"cover"_s, u"a picture that cannot be read"_s);
     return lines;
 }
@@ -59,9 +63,7 @@ QString TagsListing::json() const
     for (const auto& [name, value] : tags_->customTagsDictionary().asKeyValueRange())
         custom[name] = value;
     object[u"custom"_s] = custom;
-    if (const auto& art = tags_->albumArt())
-        object[u"cover"_s] =
-            QJsonObject{{u"width"_s, art->shown().pixelsWide()}, {u"height"_s, art->shown().pixelsHigh()}};
+    if (const auto& art = tags_->albumArt()) object[u"cover"_s] = factsOf(*art);
     if (!fault_.isEmpty()) object[u"fault"_s] = fault_;
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) + u'\n';
 }

@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QSize>
+#include <QString>
 
 #include <memory>
 #include <vector>
@@ -35,6 +36,13 @@ private:
     bool isBitmap_;
 };
 
+/// The picture file that an image was read from.
+struct ImageFile
+{
+    QString kind; ///< "JPEG", "PNG"; empty for an image of mere pixels
+    qint64 size = 0;
+};
+
 /// An image and all its forms. Never changed after it was made, so any thread may read it; needs no window.
 class Image
 {
@@ -54,6 +62,9 @@ public:
     /// All forms in the order of the file: several for an icon with several sizes. At least one.
     const std::vector<ImageRepresentation>& representations() const { return representations_; }
 
+    /// Where it comes from.
+    const ImageFile& file() const { return file_; }
+
     /// The last form that is a bitmap; nothing (null) if there is none.
     const ImageRepresentation* lastBitmap() const;
 
@@ -63,14 +74,18 @@ public:
     /// The pixels of the last bitmap, or of the drawing where there is no bitmap. Never null.
     virtual const QImage& drawn() const = 0;
 
-    /// What `drawn` gives, as a picture file.
+    /// What `drawn` gives, as a picture file. Coded once: a cover goes into many files.
     virtual QByteArray data(ImageFileType type) const = 0;
 
 protected:
-    explicit Image(std::vector<ImageRepresentation> representations) : representations_(std::move(representations)) {}
+    Image(std::vector<ImageRepresentation> representations, ImageFile file)
+        : representations_(std::move(representations)), file_(std::move(file))
+    {
+    }
 
 private:
     std::vector<ImageRepresentation> representations_;
+    ImageFile file_;
 };
 
 } // namespace zolt

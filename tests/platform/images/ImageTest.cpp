@@ -113,6 +113,20 @@ TEST(ImageData, WritesPngWhateverTheImageWas)
     EXPECT_EQ(Image::fromData(png)->drawn().convertToFormat(QImage::Format_RGB32), painted(QImage::Format_RGB32));
 }
 
+TEST(ImageData, IsCodedOnceForManyFiles)
+{
+    const auto image = Image::fromPixels(painted(QImage::Format_RGB32));
+    EXPECT_EQ(getPNGDataForImage(image).constData(), getPNGDataForImage(image).constData());
+}
+
+TEST(Image, TellsTheFileThatItWasReadFrom)
+{
+    const QByteArray jpeg = encoded(painted(QImage::Format_RGB32), "jpeg");
+    EXPECT_EQ(Image::fromData(jpeg)->file().kind, u"JPEG"_s);
+    EXPECT_EQ(Image::fromData(jpeg)->file().size, jpeg.size());
+    EXPECT_EQ(Image::fromPixels(painted(QImage::Format_RGB32))->file().kind, QString());
+}
+
 TEST(ImageData, NoImageIsAnAssertion)
 {
     try {

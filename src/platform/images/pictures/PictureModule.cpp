@@ -8,6 +8,7 @@
 #include <QImageWriter>
 
 #include <algorithm>
+#include <mutex>
 
 namespace zolt {
 
@@ -23,20 +24,33 @@ struct Form
 class Picture : public Image
 {
 public:
-    explicit Picture(const std::vector<Form>& forms) : Image(representationsOf(forms)), drawn_(drawnOf(forms)) {}
+    Picture(const std::vector<Form>& forms, ImageFile file)
+        : Image(representationsOf(forms), std::move(file)), drawn_(drawnOf(forms))
+    {
+    }
 
     const QImage& drawn() const override { return drawn_; }
 
     QByteArray data(ImageFileType type) const override
     {
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        buffer.open(QIODevice::WriteOnly);
-        QImageWriter(&buffer, formatName(type)).write(drawn_);
-        return bytes;
+        switch (type) {
+        case ImageFileType::PNG:
+            std::call_once(isCoded_, [this] { png_ = coded("png"); });
+            return png_;
+        }
+        return {};
     }
 
 private:
+    QByteArray coded(const char* format) const
+    {
+        QByteArray bytes;
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::WriteOnly);
+        QImageWriter(&buffer, format).write(drawn_);
+        return bytes;
+    }
+
     static std::vector<ImageRepresentation> representationsOf(const std::vector<Form>& forms)
     {
         std::vector<ImageRepresentation> representations;
@@ -51,16 +65,9 @@ private:
         return bitmap == forms.rend() ? forms.back().pixels : bitmap->pixels;
     }
 
-    static QByteArray formatName(ImageFileType type)
-    {
-        switch (type) {
-        case ImageFileType::PNG:
-            return "png";
-        }
-        return {};
-    }
-
     QImage drawn_;
+    mutable std::once_flag isCoded_;
+    mutable QByteArray png_;
 };
 
 /// More forms than any icon has; keeps a broken count from filling the memory.
@@ -124,13 +131,15 @@ public:
         buffer.open(QIODevice::ReadOnly);
         QImageReader reader(&buffer);
         if (claimsTooMuch(reader, bytes.size())) return nullptr;
+        const QString kind = QString::fromLatin1(reader.format()).toUpper();
         const std::vector<Form> forms = readForms(reader);
-        return forms.empty() ? nullptr : std::make_shared<const Picture>(forms);
+        return forms.empty() ? nullptr : std::make_shared<const Picture>(forms, ImageFile{kind, bytes.size()});
     }
 
     std::shared_ptr<const Image> take(const QImage& pixels) const override
     {
-        return pixels.isNull() ? nullptr : std::make_shared<const Picture>(std::vector<Form>{{pixels, true}});
+        return pixels.isNull() ? nullptr
+                               : std::make_shared<const Picture>(std::vector<Form>{{pixels, true}}, ImageFile());
     }
 };
 
