@@ -8,6 +8,7 @@
 #include "platform/files/FileWalk.h"
 #include "platform/files/Files.h"
 #include "shell/SystemFiles.h"
+#include "shell/Wording.h"
 #include "shell/ZOLTController.h"
 
 #include <QEventLoop>
@@ -196,6 +197,17 @@ WorkPlan BaseTab::workPlan() const
 {
     WorkPlan plan;
     plan.files = fileNames_->copy();
+    return plan;
+}
+
+WorkPlan BaseTab::workPlanWithout(const QList<qsizetype>& rows) const
+{
+    WorkPlan plan = workPlan();
+    if (rows.isEmpty()) return plan;
+    const QString before = filesInWords(plan.sources());
+    std::erase_if(plan.items, [&](const WorkItem& item) { return rows.contains(item.row); });
+    const qsizetype counted = plan.words.indexOf(before);
+    if (counted >= 0) plan.words.replace(counted, before.size(), filesInWords(plan.sources()));
     return plan;
 }
 

@@ -94,6 +94,9 @@ public:
     /// What the command would do with the present list and choices. Cheap: looks at no file.
     virtual WorkPlan workPlan() const;
 
+    /// As workPlan, for a press that leaves these rows out.
+    virtual WorkPlan workPlanWithout(const QList<qsizetype>& rows) const;
+
     /// Takes the rows out of the list.
     void removeRows(const QList<qsizetype>& rows);
     /// Presses the command on all rows but these, which stay in the tab whatever the command does: it gets a list of

@@ -18,6 +18,8 @@
 #include "shntool/ShntoolPlan.h"
 #include "shntool/TrackNameInputController.h"
 
+#include <QScopeGuard>
+
 namespace zolt {
 
 using namespace Qt::StringLiterals;
@@ -64,6 +66,11 @@ QStringList lastComponents(const QStringList& files)
 QString tool(const BaseTab& tab)
 {
     return path::appendingComponent(tab.pathToCommandLineTools(), u"shntool"_s);
+}
+
+std::optional<QStringList> orNone(const QStringList& names)
+{
+    return names.isEmpty() ? std::nullopt : std::optional(names);
 }
 
 void animate(const ZOLTTask& task)
@@ -149,7 +156,7 @@ int SHNtoolTab::getMaxTrackNamesLength(const QStringList& names)
 void SHNtoolTab::trackNamesEntered(const Notification& notification)
 {
     const auto* const entered = std::any_cast<QStringList>(&notification.object);
-    names = entered && !entered->isEmpty() ? std::optional(*entered) : std::nullopt;
+    names = orNone(entered ? *entered : QStringList());
 }
 
 void SHNtoolTab::setTrackNameWindow(const std::shared_ptr<TrackNameInputController>& window)
@@ -308,6 +315,18 @@ void SHNtoolTab::executeCommand(Sender)
                                   [&](const CommandRow& each) { return each.title == selected; });
     if (row != commandRows().end()) (this->*row->handler)();
     clearFiles();
+}
+
+void SHNtoolTab::executeCommandWithout(const QList<qsizetype>& rows)
+{
+    if (!names || rows.isEmpty()) return BaseTab::executeCommandWithout(rows);
+    const qsizetype count = fileNames().count();
+    QStringList pressed, aside;
+    for (qsizetype row = 0; row < names->size(); ++row)
+        (rows.contains(row) ? aside : pressed) += names->at(row);
+    const auto whole = std::exchange(names, orNone(pressed));
+    const auto back = qScopeGuard([&] { names = fileNames().count() < count ? orNone(aside) : whole; });
+    BaseTab::executeCommandWithout(rows);
 }
 
 void SHNtoolTab::displayRelevantOptions()

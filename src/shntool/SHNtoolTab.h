@@ -39,6 +39,8 @@ public:
 
     /// Runs the handler of the selected command, and always empties the list.
     void executeCommand(Sender sender) override;
+    /// Each file has the name of its row in the whole list: the names of rows that are left out stay with those.
+    void executeCommandWithout(const QList<qsizetype>& rows) override;
     /// Kept: pad and strip hide the formats and write the one that was chosen last.
     void displayRelevantOptions() override;
     void awakeFromNib() override;

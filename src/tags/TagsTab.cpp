@@ -5,11 +5,13 @@
 #include "shell/Constants.h"
 #include "shell/ZOLTController.h"
 #include "shntool/TrackNameInputController.h"
+#include "tags/CoverInWords.h"
 #include "tags/CueSheetTagImporter.h"
 #include "tags/TagFields.h"
 #include "tags/TagRoutes.h"
 
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 
 #include <span>
 
@@ -110,7 +112,13 @@ void TagsTab::fillTagsForSelectedRow()
     albumArtImageView->setImage(nullptr);
     const QString path = fileNames().at(tableView->selectedRow());
     const TagRoute* const route = tagRouteFor(path);
-    fillTags(route ? *route->read(path) : TagsObject());
+    try {
+        fillTags(route ? *route->read(path) : TagsObject());
+    } catch (const PlatformException& fault) {
+        fillTags(TagsObject()); // what stands there is another file's
+        resultLabel->setStringValue(path::lastComponent(path) + u": "_s + fault.reason());
+        throw;
+    }
 }
 
 void TagsTab::fillTags(const TagsObject& tags)
@@ -126,8 +134,7 @@ void TagsTab::fillTags(const TagsObject& tags)
 
 QString TagsTab::coverInWords() const
 {
-    const auto image = albumArtImageView->image();
-    if (image) return u"%1 by %2 pixels"_s.arg(image->shown().pixelsWide()).arg(image->shown().pixelsHigh());
+    if (const auto image = albumArtImageView->image()) return zolt::coverInWords(*image);
     if (artIsUnreadable_) return u"The file has a picture that cannot be shown here."_s;
     return u"No cover"_s;
 }
@@ -209,11 +216,12 @@ TagsObject TagsTab::sharedRecord(bool isOne) const
     return tags;
 }
 
-TagWriteJob TagsTab::job() const
+TagWriteJob TagsTab::jobWithout(const QList<qsizetype>& leftOut) const
 {
-    const QList<TagWriteJob::Row> rows = selectedRows();
+    QList<TagWriteJob::Row> rows = selectedRows();
     // One that is left of several in this run is still one of several.
     const bool isOne = (isSelectionCurrent() ? rows.size() : shown_.size()) <= 1;
+    rows.removeIf([&](const TagWriteJob::Row& row) { return leftOut.contains(row.row); });
     return {.rows = rows,
             .isOne = isOne,
             .tags = sharedRecord(isOne),
@@ -224,12 +232,19 @@ TagWriteJob TagsTab::job() const
             .artIsUnreadable = artIsUnreadable_};
 }
 
+void TagsTab::executeCommandWithout(const QList<qsizetype>& rows)
+{
+    if (rows.size() == fileNames().count()) return;
+    const QScopedValueRollback left(leftOut_, rows);
+    BaseTab::executeCommandWithout({});
+}
+
 void TagsTab::executeCommand(Sender)
 {
     if (isWriting_ || fileNames().isEmpty()) return;
     // One dictionary for all records of the run.
     if (customTagsPanel_.customTagDictionary() && !selectedRows().isEmpty()) customTagsPanel_.fillTagsDictionary();
-    const TagWriteJob all = job();
+    const TagWriteJob all = jobWithout(leftOut_);
     if (hasEnoughNames(all)) write(all);
 }
 
@@ -337,10 +352,10 @@ Outlets TagsTab::outlets() const
     return all;
 }
 
-WorkPlan TagsTab::workPlan() const
+WorkPlan TagsTab::workPlanWithout(const QList<qsizetype>& rows) const
 {
     WorkPlan plan = BaseTab::workPlan();
-    job().tellIn(plan);
+    jobWithout(rows).tellIn(plan);
     return plan;
 }
 

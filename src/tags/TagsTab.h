@@ -61,12 +61,15 @@ public:
     void undoWrite(Sender sender);
 
     Outlets outlets() const override;
-    WorkPlan workPlan() const override;
+    WorkPlan workPlan() const override { return workPlanWithout({}); }
+    WorkPlan workPlanWithout(const QList<qsizetype>& rows) const override;
+    /// The files behind rows that are left out keep their names and numbers, which go by the whole list.
+    void executeCommandWithout(const QList<qsizetype>& rows) override;
 
     /// What the last run did; empty before the first.
     const TagWriteRun& lastRun() const { return run_; }
     bool isWriting() const { return isWriting_; }
-    /// The cover's size, or that the file's own cannot be shown.
+    /// The cover's kind and size, or that the file's own cannot be shown.
     QString coverInWords() const;
     /// The control that shows a field of the record. @param field  of tagFields()
     TextField& control(const TagField& field) const;
@@ -108,7 +111,7 @@ private:
     bool isSelectionCurrent() const;
     QList<TagWriteJob::Row> selectedRows() const;
     TagsObject sharedRecord(bool isOne) const;
-    TagWriteJob job() const;
+    TagWriteJob jobWithout(const QList<qsizetype>& leftOut) const;
     bool hasEnoughNames(const TagWriteJob& job) const;
     void write(const TagWriteJob& job);
     void keep(const TagWriteJob& job);
@@ -121,6 +124,7 @@ private:
     std::shared_ptr<TrackNameInputController> trackNamesWindow_;
     ZOLTCustomTagsPanel customTagsPanel_;
     QStringList names_;
+    QList<qsizetype> leftOut_;  ///< while such a command is pressed
     QStringList shown_;         ///< the selected files that the fields are about
     unsigned shownReloads_ = 0; ///< how often the list had been reloaded then
     TagWriteRun run_;

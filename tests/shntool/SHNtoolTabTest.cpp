@@ -389,6 +389,46 @@ TEST_F(SHNtoolTabTest, LenByDiscMakesATaskADiscInOneReport)
     EXPECT_EQ(tasks[0]->results()->tasksInSet().size(), 2U);
 }
 
+TEST_F(SHNtoolTabTest, ARowThatIsLeftOutKeepsItsNameAndSoDoTheOthers)
+{
+    tab.shntoolCommandMatrix->selectTitle(C::LEN);
+    tab.shnLenMatrix->selectTitle(C::LEN_BY_FILESET);
+    fill({u"a.wav"_s, u"b.wav"_s, u"c.wav"_s});
+    post(QStringList{u"A"_s, u"B"_s, u"C"_s});
+    tab.executeCommandWithout({1});
+    EXPECT_EQ(queued<SHNToolLenTask>().at(0)->trackNames(), QStringList({u"A"_s, u"C"_s}));
+    EXPECT_EQ(tab.fileNames().copy(), QStringList{pathOf(u"b.wav"_s)});
+    tab.executeCommandWithout({});
+    EXPECT_EQ(queued<SHNToolLenTask>().at(1)->trackNames(), QStringList{u"B"_s});
+}
+
+TEST_F(SHNtoolTabTest, ARowWithoutANameThatIsLeftOutGetsItsFilesName)
+{
+    tab.shntoolCommandMatrix->selectTitle(C::LEN);
+    tab.shnLenMatrix->selectTitle(C::LEN_BY_FILESET);
+    fill({u"a.wav"_s, u"b.wav"_s, u"c.wav"_s});
+    post(QStringList{u"A"_s, u"B"_s});
+    tab.executeCommandWithout({2});
+    EXPECT_EQ(queued<SHNToolLenTask>().at(0)->trackNames(), QStringList({u"A"_s, u"B"_s}));
+    EXPECT_FALSE(tab.names);
+}
+
+TEST_F(SHNtoolTabTest, APressThatLeavesEveryRowOutLeavesTheNames)
+{
+    fill({u"a.wav"_s});
+    post(QStringList{u"A"_s, u"B"_s});
+    tab.executeCommandWithout({0});
+    EXPECT_EQ(tab.names, QStringList({u"A"_s, u"B"_s}));
+}
+
+TEST_F(SHNtoolTabTest, ThePlanCountsTheRowsThatAreNotLeftOut)
+{
+    fill({u"a.wav"_s, u"b.flac"_s});
+    tab.shntoolCommandMatrix->selectTitle(C::LEN);
+    EXPECT_EQ(tab.workPlanWithout({0}).words, u"A report on the lengths of 1 FLAC file"_s);
+    EXPECT_EQ(tab.workPlanWithout({0}).items.size(), 1U);
+}
+
 TEST_F(SHNtoolTabTest, PlansWhatEachCommandWrites)
 {
     fill({u"a.wav"_s, u"b.flac"_s});

@@ -205,9 +205,7 @@ void CommandPage::refresh()
 
 WorkPlan CommandPage::remainingPlan() const
 {
-    WorkPlan plan = tab_.workPlan();
-    leftOut_.takeOutOf(plan);
-    return plan;
+    return tab_.workPlanWithout(leftOut_.rowsIn(tab_.fileNames().copy()));
 }
 
 void CommandPage::lookAhead()

@@ -1,7 +1,5 @@
 #include "ui/pages/LeftOut.h"
 
-#include "shell/Wording.h"
-
 namespace zolt {
 
 void LeftOut::add(const QStringList& files, const QList<qsizetype>& rows)
@@ -24,14 +22,6 @@ QList<qsizetype> LeftOut::rowsIn(const QStringList& files) const
         if (paths_.contains(files[row])) rows += row;
     }
     return rows;
-}
-
-void LeftOut::takeOutOf(WorkPlan& plan) const
-{
-    if (paths_.isEmpty()) return;
-    const QString before = filesInWords(plan.sources());
-    std::erase_if(plan.items, [this](const WorkItem& item) { return paths_.contains(item.source); });
-    if (plan.words.startsWith(before)) plan.words.replace(0, before.size(), filesInWords(plan.sources()));
 }
 
 } // namespace zolt

@@ -1,9 +1,8 @@
 // The files that a person leaves out of the next run: they stay in the list and are not pressed.
 #pragma once
 
-#include "shell/WorkPlan.h"
-
 #include <QSet>
+#include <QStringList>
 
 namespace zolt {
 
@@ -20,8 +19,6 @@ public:
     qsizetype count() const { return paths_.size(); }
     /// The rows of the list that are left out.
     QList<qsizetype> rowsIn(const QStringList& files) const;
-    /// Takes their items out of the plan, whose words then count the rest.
-    void takeOutOf(WorkPlan& plan) const;
 
 private:
     QSet<QString> paths_;

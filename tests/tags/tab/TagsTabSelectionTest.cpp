@@ -104,6 +104,30 @@ TEST_F(TagsTabSelection, RowsThatAreLeftOutTakeNoOtherFileIn)
     EXPECT_EQ(tagsAt(1)->titleText(), u"c"_s) << "two were selected: titles stay";
 }
 
+TEST_F(TagsTabSelection, RowsBehindOneThatIsLeftOutKeepTheirNamesAndNumbers)
+{
+    select({0, 1, 2});
+    enterNames({u"n1"_s, u"n2"_s, u"n3"_s});
+    tab.setAutoName(true);
+    EXPECT_EQ(tab.workPlanWithout({0}).words, u"Write title and track to 2 files"_s);
+    tab.executeCommandWithout({0});
+    EXPECT_EQ(tagsAt(0)->titleText(), u"b"_s);
+    EXPECT_EQ(tagsAt(1)->titleText(), u"n2"_s);
+    EXPECT_EQ(tagsAt(1)->trackText(), u"2"_s);
+    EXPECT_EQ(tagsAt(2)->titleText(), u"n3"_s);
+    EXPECT_EQ(tagsAt(2)->trackText(), u"3"_s);
+    EXPECT_EQ(tab.lastRun().sentence(), u"2 of 2 files written."_s);
+}
+
+TEST_F(TagsTabSelection, WithEveryRowLeftOutNothingIsPressed)
+{
+    select({0, 1, 2});
+    tab.setAutoName(true);
+    tab.executeCommandWithout({0, 1, 2});
+    EXPECT_TRUE(tab.autoName());
+    EXPECT_TRUE(panels_.alerts().empty());
+}
+
 TEST_F(TagsTabSelection, ARunWritesWhatStoodThereWhenItBegan)
 {
     select({0, 1, 2});
@@ -147,6 +171,17 @@ TEST_F(TagsTabSelection, ARunEndsWhereItIsToldTo)
     EXPECT_EQ(artistAt(0), u"Anna"_s);
     EXPECT_EQ(artistAt(1), QString());
     EXPECT_EQ(tab.resultLabel->stringValue(), u"1 of 3 files written. 2 behind it not written."_s);
+}
+
+TEST_F(TagsTabSelection, OneThatIsLeftOfSeveralIsNamedAsOneOfThem)
+{
+    select({0, 1});
+    enterNames({u"n1"_s, u"n2"_s});
+    tab.setAutoName(true);
+    tab.removeRows({0}); // and the view has not told yet
+    write();
+    EXPECT_EQ(tagsAt(0)->titleText(), u"n1"_s);
+    EXPECT_EQ(tagsAt(0)->trackText(), u"1"_s);
 }
 
 TEST_F(TagsTabSelection, OneSelectedFileIsNamedByItsFieldsAlone)
