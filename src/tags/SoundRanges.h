@@ -12,6 +12,7 @@ struct ByteRange
     quint64 length = 0;
 
     quint64 end() const { return start + length; }
+    bool operator==(const ByteRange&) const = default;
 };
 
 /// The sound of a file of a kind that the tags tab writes, in order: one range, of M4A files one for each atom of media

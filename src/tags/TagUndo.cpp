@@ -9,6 +9,7 @@
 #include "tags/Log.h"
 #include "tags/OptimizedReplacement.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +53,26 @@ QByteArrayList endsOf(const RandomAccessFile& file, const QList<ByteRange>& soun
     return ends;
 }
 
+/// A file under several names takes the other's bytes. @return false if it cannot, and has to be replaced
+bool overwrite(RandomAccessFile& file, const RandomAccessFile& whole)
+try {
+    const quint64 size = whole.size();
+    file.grow(size);
+    file.copyFrom(whole, 0, size, 0);
+    file.resize(size);
+    file.flush();
+    return true;
+} catch (const PlatformException&) {
+    return false;
+}
+
+/// As it stood before the run: for whoever goes by it the file has not changed.
+void setTime(const QString& path, timespec changed)
+{
+    const timespec times[] = {{0, UTIME_OMIT}, changed};
+    ::utimensat(AT_FDCWD, bytesOfName(path).constData(), times, 0);
+}
+
 const QString changedSince = u"It was changed since, and is left as it is."_s;
 
 } // namespace
@@ -69,7 +90,10 @@ struct TagUndo::File
     bool isChanged() const { return wasWritten && !(after == before); }
     void takeIn(KeptBytes& bytes);
     void putBack(const KeptBytes& bytes) const;
-    void writeTo(RandomAccessFile& made, const RandomAccessFile& now, const KeptBytes& bytes) const;
+    void writeAroundSound(RandomAccessFile& now, const KeptBytes& bytes) const;
+    void writeWhole(RandomAccessFile& made, const RandomAccessFile& now, const QList<ByteRange>& moved,
+                    const KeptBytes& bytes) const;
+    void replace(RandomAccessFile& now, const QList<ByteRange>& moved, const KeptBytes& bytes) const;
 };
 
 void TagUndo::File::takeIn(KeptBytes& bytes)
@@ -87,32 +111,59 @@ void TagUndo::File::takeIn(KeptBytes& bytes)
     kept += bytes.keep(file, {from, file.size() - from});
 }
 
-/// As it was: the tags that were kept, and between them the sound from where it lies now.
-void TagUndo::File::writeTo(RandomAccessFile& made, const RandomAccessFile& now, const KeptBytes& bytes) const
+/// The sound lies where it lay, and so the file stays the one that it is.
+void TagUndo::File::writeAroundSound(RandomAccessFile& now, const KeptBytes& bytes) const
 {
-    const QList<ByteRange> moved = movedRanges(path, sound);
-    if (moved.isEmpty() || endsOf(now, moved) != ends) throw PlatformException(u"Undo"_s, changedSince);
+    now.grow(quint64(before.size)); // where there is no room for it, nothing has happened yet
+    quint64 end = bytes.writeTo(now, 0, kept.first());
+    for (qsizetype i = 0; i < sound.size(); ++i)
+        end = bytes.writeTo(now, sound[i].end(), kept[i + 1]);
+    now.resize(end);
+    now.flush();
+}
+
+/// As it was: the tags that were kept, and between them the sound from where it lies now.
+void TagUndo::File::writeWhole(RandomAccessFile& made, const RandomAccessFile& now, const QList<ByteRange>& moved,
+                               const KeptBytes& bytes) const
+{
     quint64 end = bytes.writeTo(made, 0, kept.first());
     for (qsizetype i = 0; i < moved.size(); ++i) {
         made.copyFrom(now, moved[i].start, moved[i].length, end);
         end = bytes.writeTo(made, end + moved[i].length, kept[i + 1]);
     }
-    made.takeModeAndOwner(now);
+    made.takeAttributes(now);
     made.flush();
 }
 
-void TagUndo::File::putBack(const KeptBytes& bytes) const
+void TagUndo::File::replace(RandomAccessFile& now, const QList<ByteRange>& moved, const KeptBytes& bytes) const
 {
     const QString file = realPath(path); // a link stays one
     const QString temporary = Util::generateTempFileNameExtension(path::deletingLastComponent(file), u"tags"_s);
+    bool isWritten = false;
     try {
         RandomAccessFile made(temporary, RandomAccessFile::Mode::Create);
-        writeTo(made, RandomAccessFile(path, RandomAccessFile::Mode::Read), bytes);
+        writeWhole(made, now, moved, bytes);
+        isWritten = now.hasOtherNames() && overwrite(now, made);
     } catch (const PlatformException&) {
         removeItem(temporary);
         throw;
     }
-    replaceFile(temporary, file);
+    if (isWritten)
+        removeItem(temporary);
+    else
+        replaceFile(temporary, file);
+}
+
+void TagUndo::File::putBack(const KeptBytes& bytes) const
+{
+    RandomAccessFile now(path, RandomAccessFile::Mode::Update);
+    const QList<ByteRange> moved = movedRanges(path, sound);
+    if (moved.isEmpty() || endsOf(now, moved) != ends) throw PlatformException(u"Undo"_s, changedSince);
+    if (moved == sound)
+        writeAroundSound(now, bytes);
+    else
+        replace(now, moved, bytes);
+    setTime(path, before.changed);
 }
 
 TagUndo::TagUndo(QString folder) : folder_(std::move(folder)) {}
@@ -169,7 +220,9 @@ TagUndo::Outcome TagUndo::undo(const std::function<void()>& between)
             outcome.putBack += file.path;
         } catch (const PlatformException& fault) {
             outcome.leftAlone += {file.path, fault.reason()};
-            if (fault.reason() != changedSince) again.push_back(std::move(file));
+            if (fault.reason() == changedSince) continue;
+            file.after = factsOf(file.path);
+            again.push_back(std::move(file));
         }
     }
     files_ = std::move(again);

@@ -78,7 +78,7 @@ void writeOptimized(const Mp4Document& document, const QString& target)
     const Optimizer optimizer(document);
     RandomAccessFile file(target, RandomAccessFile::Mode::Create);
     optimizer.writeTo(file);
-    file.takeModeAndOwner(document.file());
+    file.takeAttributes(document.file());
     file.flush();
 }
 

@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -53,11 +53,21 @@ void RandomAccessFile::fail(const char* operation) const
     throw Mp4Error(u"cannot %1 %2: %3"_s.arg(QLatin1StringView(operation), path_, reason));
 }
 
-quint64 RandomAccessFile::size() const
+struct stat RandomAccessFile::facts() const
 {
     struct stat status;
     if (fstat(descriptor_, &status) != 0) fail("examine");
-    return static_cast<quint64>(status.st_size);
+    return status;
+}
+
+quint64 RandomAccessFile::size() const
+{
+    return static_cast<quint64>(facts().st_size);
+}
+
+bool RandomAccessFile::hasOtherNames() const
+{
+    return facts().st_nlink > 1;
 }
 
 QByteArray RandomAccessFile::read(quint64 position, quint64 length) const
@@ -122,20 +132,46 @@ void RandomAccessFile::resize(quint64 size)
     if (ftruncate(descriptor_, static_cast<off_t>(size)) != 0) fail("resize");
 }
 
+void RandomAccessFile::grow(quint64 size)
+{
+    const quint64 before = this->size();
+    if (size <= before) return;
+    errno = posix_fallocate(descriptor_, off_t(before), off_t(size - before));
+    if (errno == 0) return;
+    const int fault = errno;
+    resize(before);
+    errno = fault;
+    fail("write");
+}
+
 void RandomAccessFile::flush()
 {
     if (fsync(descriptor_) != 0) fail("write");
 }
 
-void RandomAccessFile::takeModeAndOwner(const RandomAccessFile& other)
+void RandomAccessFile::takeAttributes(const RandomAccessFile& other)
 {
-    struct stat status;
-    if (fstat(other.descriptor_, &status) != 0) other.fail("examine");
+    const struct stat status = other.facts();
     // Only root may give files away, but anyone may choose among the own groups.
     const bool owned = fchown(descriptor_, status.st_uid, status.st_gid) == 0 ||
                        fchown(descriptor_, static_cast<uid_t>(-1), status.st_gid) == 0;
     // What the old group was granted is not for another one.
     if (fchmod(descriptor_, status.st_mode & (owned ? 0777 : 0707)) != 0) fail("set the access of");
+    takeExtendedAttributes(other, owned);
+}
+
+/// @param ofAccess  those too that say who may do what
+void RandomAccessFile::takeExtendedAttributes(const RandomAccessFile& other, bool ofAccess)
+{
+    QByteArray names(flistxattr(other.descriptor_, nullptr, 0), '\0');
+    names.resize(flistxattr(other.descriptor_, names.data(), size_t(names.size())));
+    for (const QByteArray& name : names.split('\0')) {
+        if (name.isEmpty() || (!ofAccess && name.startsWith("system."))) continue;
+        QByteArray value(fgetxattr(other.descriptor_, name.constData(), nullptr, 0), '\0');
+        const ssize_t length = fgetxattr(other.descriptor_, name.constData(), value.data(), size_t(value.size()));
+        // Some belong to the system, and not every disk takes them.
+        if (length >= 0) fsetxattr(descriptor_, name.constData(), value.constData(), size_t(length), 0);
+    }
 }
 
 } // namespace zolt

@@ -4,6 +4,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <sys/stat.h>
+
 namespace zolt {
 
 /// Owns the descriptor. One thread at a time. All operations @throw Mp4Error with the path and the system's text.
@@ -36,13 +38,21 @@ public:
     /// Cuts the file or fills it up with zeros.
     void resize(quint64 size);
 
+    /// Makes the file at least so long, with room on the disk for all of it; leaves it as it is where there is none.
+    void grow(quint64 size);
+
     /// Returns when the bytes are on the disk.
     void flush();
 
-    /// Gives this file the other one's owner, group and access bits, as far as the user may.
-    void takeModeAndOwner(const RandomAccessFile& other);
+    /// Gives this file the other one's owner, group, access bits and extended attributes, as far as the user may.
+    void takeAttributes(const RandomAccessFile& other);
+
+    /// True if the file stands in more than one place of the disk.
+    bool hasOtherNames() const;
 
 private:
+    struct stat facts() const;
+    void takeExtendedAttributes(const RandomAccessFile& other, bool ofAccess);
     [[noreturn]] void fail(const char* operation) const;
     quint64 copyInKernel(const RandomAccessFile& source, quint64 sourcePosition, quint64 length, quint64 position);
     quint64 copyThroughBuffer(const RandomAccessFile& source, quint64 sourcePosition, quint64 length, quint64 position);

@@ -2,11 +2,14 @@
 #include "tags/TagUndo.h"
 #include "TagsTabFixture.h"
 #include "platform/errors/Exceptions.h"
+#include "support/FileSizeLimit.h"
 #include "tags/SoundRanges.h"
 
 #include <QImage>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace zolt;
@@ -138,6 +141,63 @@ INSTANTIATE_TEST_SUITE_P(Formats, TagUndoOfFormat,
                          testing::Values(Sample{"FLAC", &TagFiles::flac}, Sample{"MP3", &TagFiles::mp3},
                                          Sample{"Wavpack", &TagFiles::wavpack}, Sample{"APE", &TagFiles::ape},
                                          Sample{"M4A", &TagFiles::m4a}));
+
+/// Under both names, whether the tags found room where they stood or the sound had to move.
+TEST_P(TagUndoOfFormat, AFileOfTwoNamesStaysOneAndKeepsTimeAccessAndAttributes)
+{
+    const QString sample = (samples.*GetParam())();
+    const bool isReplacedByItsWriter = sample.endsWith(u"m4a");
+    listLong({u"a."_s + path::extension(sample)}, sample);
+    const QByteArray path = tab.fileNames().at(0).toLocal8Bit(), other = pathOf(u"other"_s).toLocal8Bit();
+    const QByteArray before = contents().at(0);
+    ASSERT_EQ(::link(path.constData(), other.constData()), 0);
+    ASSERT_EQ(::chmod(path.constData(), 0640), 0);
+    const bool takesAttributes = ::setxattr(path.constData(), "user.source", "DAT", 3, 0) == 0;
+    const timespec times[] = {{1000, 5}, {2000, 7}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, path.constData(), times, 0), 0);
+    for (const qsizetype letters : {4, 300000}) {
+        select({});
+        select({0});
+        tab.commentText->enterText(QString(letters, u'x'));
+        write();
+        ASSERT_NE(contents().at(0), before);
+        tab.undoWrite(nullptr);
+        EXPECT_EQ(contents().at(0), before);
+        struct stat facts = {}, factsOfOther = {};
+        ASSERT_EQ(::stat(path.constData(), &facts), 0);
+        ASSERT_EQ(::stat(other.constData(), &factsOfOther), 0);
+        EXPECT_EQ(facts.st_ino == factsOfOther.st_ino, !isReplacedByItsWriter) << letters;
+        EXPECT_EQ(facts.st_mtim.tv_sec, 2000);
+        EXPECT_EQ(facts.st_mtim.tv_nsec, 7);
+        EXPECT_EQ(facts.st_mode & 0777, 0640U);
+        char value[4] = {};
+        EXPECT_EQ(::getxattr(path.constData(), "user.source", value, sizeof value), takesAttributes ? 3 : -1);
+        EXPECT_TRUE(contentOf(pathOf(u"other"_s)) == before);
+    }
+    EXPECT_EQ(QDir(folder()).entryList({u"*.tags"_s}, QDir::Files).size(), 0) << "nothing is left beside it";
+}
+
+TEST_F(TagUndoTest, AFileWithoutRoomToGrowBackStaysAsItWasWritten)
+{
+    list({u"a.ape"_s}, samples.ape());
+    TagsObject own;
+    own.setCommentText(QString(300000, u'x'));
+    tagRouteFor(tab.fileNames().at(0))->write(tab.fileNames().at(0), own, false);
+    const QByteArray before = contents().at(0);
+    select({0});
+    tab.commentText->enterText(u"y"_s);
+    write();
+    const QByteArray written = contents().at(0);
+    ASSERT_LT(written.size(), before.size());
+    {
+        const FileSizeLimit limit(written.size() + 1000);
+        tab.undoWrite(nullptr);
+    }
+    EXPECT_TRUE(contents().at(0) == written);
+    EXPECT_THAT(result().toStdString(), testing::StartsWith("0 of 1 file put back. a.ape: "));
+    tab.undoWrite(nullptr);
+    EXPECT_TRUE(contents().at(0) == before);
+}
 
 TEST_F(TagUndoTest, OldTagsAtTheEndAndBytesAheadOfTheTagComeBack)
 {
