@@ -74,6 +74,14 @@ TEST(CustomTags, OfTenPairsEightAreShownAndTheOthersStandUntilTheTextsAreTaken)
     EXPECT_EQ(custom.customTagDictionary(), manyTags(8));
 }
 
+TEST(CustomTags, PairsThatAreShownAreAddedToTheDictionary)
+{
+    ZOLTCustomTagsPanel custom;
+    custom.fillTags(CustomTags{{u"MOOD"_s, u"calm"_s}, {u"TAPE"_s, u"DAT"_s}});
+    custom.fillTags(CustomTags{{u"MOOD"_s, u"wild"_s}});
+    EXPECT_EQ(custom.customTagDictionary(), (CustomTags{{u"MOOD"_s, u"wild"_s}, {u"TAPE"_s, u"DAT"_s}}));
+}
+
 TEST(CustomTags, ClearingEmptiesTheTextsAndKeepsTheDictionary)
 {
     ZOLTCustomTagsPanel custom;

@@ -1,9 +1,13 @@
 // What the tab shows, and how names reach it.
 #include "TagsTabFixture.h"
 
+#include "tags/DifferingFields.h"
+
 using namespace zolt;
 using namespace zolt::test;
 using namespace Qt::StringLiterals;
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 TEST_F(TagsTabTest, TakesItsFiveKindsOfFiles)
 {
@@ -134,4 +138,53 @@ TEST_F(TagsTabTest, ThePlanSaysWhatGoesWhere)
         tab.workPlan().cautions,
         testing::ElementsAre(u"Date, disc, comment, genre, composer, discs and tracks will be emptied in 2 files."_s,
                              u"FLAC files lose every tag and picture that is not shown here."_s));
+}
+
+TEST_F(TagsTabTest, ThePlanSaysWhatBecomesOfCoversAndCustomTags)
+{
+    const auto cover = Image::fromData(contentOf(samples.picture("png")));
+    list({u"a.flac"_s}, samples.flac());
+    list({u"b.mp3"_s}, samples.mp3());
+    list({u"c.wv"_s}, samples.wavpack());
+    list({u"d.m4a"_s}, samples.m4a());
+    select({0, 1, 2, 3});
+    EXPECT_THAT(tab.workPlan().cautions, IsEmpty());
+    tab.albumArtImageView->replaceImage(cover);
+    EXPECT_EQ(tab.workPlan().words, u"Write cover to 4 files"_s);
+    EXPECT_THAT(tab.workPlan().cautions, ElementsAre(u"MP3 files keep the covers that they have beside it."_s,
+                                                     u"FLAC files keep the covers that they have beside it."_s,
+                                                     u"WV and APE files hold no cover."_s));
+    tab.albumArtImageView->replaceImage(nullptr);
+    tab.customTagsPanel().setCustomTagDictionary(CustomTags{{u"MOOD"_s, u"calm"_s}});
+    EXPECT_EQ(tab.workPlan().words, u"Write custom tags to 4 files"_s);
+    EXPECT_THAT(tab.workPlan().cautions, ElementsAre(u"Custom tags go to FLAC files alone."_s));
+}
+
+TEST_F(TagsTabTest, ThePlanSaysThatACoverThatWasTakenAwayStays)
+{
+    TagsObject own;
+    own.setAlbumArt(Image::fromData(contentOf(samples.picture("png"))));
+    list({u"a.flac"_s}, samples.flac());
+    list({u"b.m4a"_s}, samples.m4a());
+    for (const QString& path : tab.fileNames().copy())
+        tagRouteFor(path)->write(path, own, false);
+    select({0});
+    tab.albumArtImageView->replaceImage(nullptr);
+    EXPECT_THAT(tab.workPlan().cautions,
+                ElementsAre(u"The cover stays in the file unless empty fields are written too."_s));
+    select({1});
+    tab.albumArtImageView->replaceImage(nullptr);
+    tab.setWriteEmptyTags(true);
+    EXPECT_THAT(tab.workPlan().cautions,
+                testing::Contains(u"The cover stays in the file: of M4A files it can only be replaced."_s));
+}
+
+TEST_F(TagsTabTest, FilesThatCannotBeReadDifferInNothing)
+{
+    list({u"a.flac"_s, u"b.flac"_s}, samples.flac());
+    setTagsElsewhere(tab.fileNames().at(0), {u"ARTIST=Anna"_s, u"ALBUM=Barn"_s});
+    setTagsElsewhere(tab.fileNames().at(1), {u"ARTIST=Bert"_s, u"ALBUM=Barn"_s});
+    const QStringList files = QStringList{file(u"0.m4a"_s, "no sound"), pathOf(u"gone.m4a"_s)} +
+                              tab.fileNames().copy() + QStringList{u"x.y"_s};
+    EXPECT_EQ(differingFields(files, false), QSet<QString>{u"artistText"_s});
 }
