@@ -2,6 +2,8 @@
 
 #include "platform/controls/ImageView.h"
 #include "platform/desktop/Panels.h"
+#include "platform/files/FileNames.h"
+#include "platform/files/NamedFile.h"
 #include "platform/images/Image.h"
 #include "platform/text/Text.h"
 #include "shell/ZOLTDragAndDropImageView.h"
@@ -13,7 +15,6 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDropEvent>
-#include <QFile>
 #include <QImage>
 #include <QKeyEvent>
 #include <QMenu>
@@ -66,6 +67,11 @@ void PictureView::paintEvent(QPaintEvent*)
     style()->drawPrimitive(QStyle::PE_Frame, &frame, &painter, this);
     const auto image = model_ ? model_->image() : nullptr;
     const QRect inside = rect().adjusted(4, 4, -4, -4);
+    if (hasFocus()) {
+        painter.setPen(QPen(palette().highlight(), 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+    painter.setPen(palette().color(QPalette::WindowText));
     if (!image) return painter.drawText(inside, int(Qt::AlignCenter) | int(Qt::TextWordWrap), u"Drop a picture here"_s);
     QRect place({}, image->drawn().size().scaled(inside.size(), Qt::KeepAspectRatio));
     place.moveCenter(inside.center());
@@ -75,10 +81,10 @@ void PictureView::paintEvent(QPaintEvent*)
 
 void PictureView::take(const QString& file)
 {
-    QFile source(file);
+    NamedFile source(file);
     const auto image = source.open(QIODevice::ReadOnly) ? Image::fromData(source.readAll()) : nullptr;
     if (!image) {
-        panels().runAlert(u"%1 is not a picture that can be shown"_s.arg(path::lastComponent(file)),
+        panels().runAlert(u"%1 is not a picture that can be shown"_s.arg(readableName(path::lastComponent(file))),
                           u"Choose a PNG or JPEG file. The picture stays as it is."_s, u"OK"_s);
         return;
     }

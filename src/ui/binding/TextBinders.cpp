@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include <limits>
+
 namespace zolt {
 
 namespace {
@@ -32,13 +34,24 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Ch
         const QString text = model.stringValue();
         if (text != widget.text()) {
             widget.setText(text);
-            widget.selectAll(); // typing goes over what was proposed
+            if (!widget.isVisible() || widget.hasFocus()) widget.selectAll(); // typing goes over what was proposed
         }
         if (!widget.isEnabled()) widget.deselect();
     };
+    line.setMaxLength(std::numeric_limits<int>::max()); // by itself a line drops what is behind 32,767 letters
     keepShown<TextField>(line, field, show, changed);
     QObject::connect(&line, &QLineEdit::textEdited, &line,
                      [field](const QString& text) { guarded("text field", [&] { field->enterText(text); }); });
+}
+
+/// As toPlainText(), with blanks that do not break as they are.
+QString textIn(const QPlainTextEdit& box)
+{
+    constexpr char16_t lineEnds[] = {0x2028, 0x2029, 0xfdd0, 0xfdd1}; // as a document has them
+    QString text = box.document()->toRawText();
+    for (const char16_t lineEnd : lineEnds)
+        text.replace(QChar(lineEnd), u'\n');
+    return text;
 }
 
 /// For texts that may have line ends, or be long: a line would drop them once it is typed in.
@@ -47,14 +60,14 @@ void bindBox(QPlainTextEdit& box, const std::shared_ptr<TextField>& field, const
     // Only what a person changes: the box has line ends of one kind, the field keeps the file's until then.
     const auto showing = std::make_shared<bool>(false);
     const auto show = [showing](QPlainTextEdit& shown, const TextField& model) {
-        if (shown.toPlainText() == model.stringValue()) return;
+        if (textIn(shown) == model.stringValue()) return;
         *showing = true;
         shown.setPlainText(model.stringValue());
         *showing = false;
     };
     keepShown<TextField>(box, field, show, changed);
     QObject::connect(&box, &QPlainTextEdit::textChanged, &box, [&box, field, showing] {
-        if (!*showing) guarded("text box", [&] { field->enterText(box.toPlainText()); });
+        if (!*showing) guarded("text box", [&] { field->enterText(textIn(box)); });
     });
 }
 
@@ -70,14 +83,18 @@ void bindWidget(QWidget& widget, const std::shared_ptr<TextField>& model, const 
 void bindWidget(QWidget& widget, const std::shared_ptr<TextView>& model, const Changed& changed)
 {
     auto& text = shownBy<QPlainTextEdit>(widget);
-    const auto show = [](QPlainTextEdit& shown, const TextView& view) {
+    const auto showing = std::make_shared<bool>(false); // what is shown was typed by nobody
+    const auto show = [showing](QPlainTextEdit& shown, const TextView& view) {
         if (!view.font().family.isEmpty()) shown.setFont(shownFont(view.font()));
-        if (shown.toPlainText() != view.string()) shown.setPlainText(view.string());
+        if (textIn(shown) == view.string()) return;
+        *showing = true;
+        shown.setPlainText(view.string());
+        *showing = false;
     };
     keepShown<TextView>(text, model, show, changed);
-    QObject::connect(&text, &QPlainTextEdit::textChanged, &text, [&text, model] {
-        if (text.toPlainText() == model->string()) return;
-        guarded("text view", [&] { model->enterText(text.toPlainText()); });
+    QObject::connect(&text, &QPlainTextEdit::textChanged, &text, [&text, model, showing] {
+        if (*showing || textIn(text) == model->string()) return;
+        guarded("text view", [&] { model->enterText(textIn(text)); });
     });
     QObject::connect(&text, &QPlainTextEdit::selectionChanged, &text, [&text, model] {
         const QTextCursor cursor = text.textCursor();

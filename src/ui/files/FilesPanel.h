@@ -43,6 +43,8 @@ public:
     /// Shows the line that has the list show only files with these words in their path; Escape in it shows all again.
     void openFilter();
 
+    /// Adds up the files' sizes anew, beside the main thread; the list itself does that whenever it changes.
+    void measure();
     /// Gives up what is found out about the files beside the main thread.
     void stopLookingUp() { measuring_.cancel(); }
 
@@ -64,7 +66,6 @@ private:
     void removeRows(const QList<qsizetype>& rows);
     void showColumns();
     void fitColumns();
-    void measure();
     /// A file, and how many rows of the same file stand above its own.
     using FileRow = std::pair<QString, qsizetype>;
     FileRow fileAt(qsizetype row) const;

@@ -4,6 +4,7 @@
 #include "tags/TagFields.h"
 #include "tags/TagsTab.h"
 #include "ui/InputShield.h"
+#include "ui/files/FilesPanel.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -22,9 +23,19 @@ QString undoFolder()
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/zolt/undo"_s;
 }
 
+/// As readable as in the other fields.
+void showHintWhereDisabled(QWidget& field)
+{
+    QPalette palette = field.palette();
+    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText,
+                     palette.color(QPalette::Active, QPalette::PlaceholderText));
+    field.setPalette(palette);
+}
+
 /// In the field's place, since the field itself stays empty: what is in it is written.
 void mark(QWidget& field, const QString& words)
 {
+    showHintWhereDisabled(field);
     if (auto* const line = qobject_cast<QLineEdit*>(&field)) line->setPlaceholderText(words);
     if (auto* const box = qobject_cast<QPlainTextEdit*>(&field)) box->setPlaceholderText(words);
     field.setAccessibleDescription(words);
@@ -67,6 +78,7 @@ void TagsPage::follow()
     refresh();
     lookForDifferences();
     showResult();
+    if (!tagsTab_.resultLabel->stringValue().isEmpty()) files()->measure(); // a run has changed their sizes
 }
 
 void TagsPage::lookForDifferences()

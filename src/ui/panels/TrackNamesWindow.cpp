@@ -4,6 +4,7 @@
 #include "shntool/TrackNameInputController.h"
 #include "shntool/ZOLTTrimCharsPanel.h"
 #include "tags/ZOLTCustomTagsPanel.h"
+#include "ui/WindowPlaces.h"
 #include "ui/binding/Bindings.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui_CustomTagsPanel.h"
@@ -37,7 +38,9 @@ TrackNamesWindow::TrackNamesWindow(TrackNameInputController& names) : names_(nam
     connect(form.buttons, &QDialogButtonBox::accepted, this,
             [&names] { guarded("track names", [&names] { names.inputOK(nullptr); }); });
     connect(form.buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    form.buttons->button(QDialogButtonBox::Ok)->setToolTip(u"Take these names (Ctrl+Return)"_s);
     new WindowBinding(*this, names.window());
+    fitToScreen(*this);
     showUndo();
 }
 
@@ -60,6 +63,8 @@ bool TrackNamesWindow::eventFilter(QObject* watched, QEvent* event)
         guarded("undo", [this] { names_.undoManager().undo(); });
     else if (key.matches(QKeySequence::Redo))
         guarded("redo", [this] { names_.undoManager().redo(); });
+    else if (key.key() == Qt::Key_Return && key.modifiers() == Qt::ControlModifier)
+        guarded("track names", [this] { names_.inputOK(nullptr); });
     else
         return QDialog::eventFilter(watched, event);
     return true;
@@ -101,6 +106,7 @@ CustomTagsDialog::CustomTagsDialog(ZOLTCustomTagsPanel& panel) : panel_(panel)
         bindings.bind(outlet);
     connect(form.buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     new WindowBinding(*this, panel.panel());
+    fitToScreen(*this);
 }
 
 void CustomTagsDialog::reject()

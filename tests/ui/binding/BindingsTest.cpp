@@ -246,6 +246,28 @@ TEST_F(BindingsTest, APictureIsDroppedAndTakenAway)
     EXPECT_EQ(actions_, 2);
 }
 
+TEST_F(BindingsTest, APictureShowsThatItHasTheKeyboard)
+{
+    auto& view = bound<PictureView>(std::make_shared<ImageView>());
+    view.clearFocus();
+    const QImage without = view.grab().toImage();
+    view.setFocus();
+    EXPECT_NE(view.grab().toImage(), without);
+}
+
+TEST_F(BindingsTest, AProposalIsTypedOverAndWhatIsMerelyShownIsNotMarked)
+{
+    const auto model = std::make_shared<TextField>();
+    model->setStringValue(u"proposed"_s);
+    auto& line = bound<QLineEdit>(model);
+    EXPECT_EQ(line.selectedText(), u"proposed"_s);
+    line.clearFocus();
+    model->setStringValue(u"shown"_s);
+    runPosted();
+    EXPECT_EQ(line.text(), u"shown"_s);
+    EXPECT_FALSE(line.hasSelectedText());
+}
+
 TEST_F(BindingsTest, ATextInALabelIsNeverMarkup)
 {
     const auto model = std::make_shared<TextField>(TextField::labelStyle());

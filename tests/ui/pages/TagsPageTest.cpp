@@ -1,4 +1,6 @@
 // The Tags tab as a person meets it.
+#include "platform/files/FileNames.h"
+#include "platform/files/NamedFile.h"
 #include "tags/TagFiles.h"
 #include "tags/TagRoutes.h"
 #include "tags/TagsTab.h"
@@ -161,7 +163,50 @@ TEST_F(TagsPageTest, APictureIsPasted)
     press(cover, Qt::Key_V, Qt::ControlModifier);
     ASSERT_TRUE(tags().albumArtImageView->image());
     EXPECT_EQ(tags().albumArtImageView->image()->shown().pixelsWide(), 60);
-    EXPECT_TRUE(runUntil([this] { return widget<QLabel>("coverFacts").text() == u"60 by 40 pixels"_s; }));
+    EXPECT_TRUE(runUntil([this] { return widget<QLabel>("coverFacts").text().startsWith(u"PNG, 60 × 40, "_s); }));
+}
+
+TEST_F(TagsPageTest, APictureThatIsBrokenIsRefusedByNameAndTheOneThatIsThereStays)
+{
+    auto& cover = widget<PictureView>("albumArtImageView");
+    tags().albumArtImageView->replaceImage(Image::fromData(contentOf(picture())));
+    const QString broken = pathOf(nameOfBytes("broken\xe9.png"));
+    NamedFile file(broken);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(contentOf(picture()).first(60));
+    file.close();
+    panels_.answerAlert(alertReply::defaultButton);
+    panels_.answerOpenPanel(QStringList{broken});
+    press(cover, Qt::Key_Return);
+    ASSERT_EQ(panels_.alerts().size(), 1U);
+    EXPECT_EQ(panels_.alerts().front().title, u"brokené.png is not a picture that can be shown"_s);
+    ASSERT_TRUE(tags().albumArtImageView->image());
+    EXPECT_EQ(tags().albumArtImageView->image()->shown().pixelsWide(), 60);
+}
+
+TEST_F(TagsPageTest, APictureWithANameOfOtherBytesIsTaken)
+{
+    const QString path = pathOf(nameOfBytes("cover\xe9.png"));
+    NamedFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(contentOf(picture()));
+    file.close();
+    panels_.answerOpenPanel(QStringList{path});
+    press(widget<PictureView>("albumArtImageView"), Qt::Key_Return);
+    EXPECT_TRUE(tags().albumArtImageView->image());
+    EXPECT_TRUE(panels_.alerts().empty());
+}
+
+TEST_F(TagsPageTest, AMegabyteOfTextStaysWholeWhenAPersonTypesInIt)
+{
+    list({u"a"_s});
+    select({0});
+    const QString before(1'000'000, u'x');
+    tags().titleText->setStringValue(before);
+    runPosted();
+    line("titleText").end(false);
+    QTest::keyClicks(&line("titleText"), u"!"_s);
+    EXPECT_TRUE(tags().titleText->stringValue() == before + u'!') << tags().titleText->stringValue().size();
 }
 
 TEST_F(TagsPageTest, WhatWipesAndWhatNamesIsNotKeptForTheNextStart)
@@ -208,6 +253,9 @@ TEST_F(TagsPageTest, FieldsThatDifferAreMarkedAndStayEmpty)
     EXPECT_EQ(line("albumText").placeholderText(), QString());
     EXPECT_EQ(line("titleText").text(), QString());
     EXPECT_EQ(line("titleText").accessibleDescription(), u"differs"_s);
+    const QPalette disabled = line("titleText").palette();
+    EXPECT_EQ(disabled.color(QPalette::Disabled, QPalette::PlaceholderText),
+              disabled.color(QPalette::Active, QPalette::PlaceholderText));
     select({0});
     EXPECT_TRUE(runUntil([this] { return line("titleText").placeholderText().isEmpty(); }));
 }
@@ -247,6 +295,18 @@ TEST_F(TagsPageTest, UndoWriteGivesTheFilesTheirBytesBack)
     EXPECT_EQ(result(), u"2 of 2 files put back."_s);
     QMetaObject::invokeMethod(window().findChild<QMenu*>(u"editMenu"_s), "aboutToShow");
     EXPECT_FALSE(action("undoWriteAction").isEnabled());
+}
+
+TEST_F(TagsPageTest, TheSizesOfTheFilesAreAddedUpAnewBehindARun)
+{
+    list({u"a"_s});
+    select({0});
+    auto& facts = widget<QLabel>("countLabel");
+    ASSERT_TRUE(runUntil([&] { return facts.text().startsWith(u"1 file, "); }));
+    const QString before = facts.text();
+    tags().commentText->enterText(QString(100000, u'x'));
+    QTest::keyClick(&window(), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(runUntil([&] { return facts.text() != before; })) << before.toStdString();
 }
 
 /// Notes what a label shows each time that it is painted, and clicks where somebody impatient would.

@@ -1,5 +1,7 @@
 // The windows for track names, for characters to be cut off, and for custom tags.
 #include "platform/desktop/Panels.h"
+#include "platform/threads/NotificationCenter.h"
+#include "shell/Constants.h"
 #include "shntool/TrackNameInputController.h"
 #include "support/EventLoop.h"
 #include "tags/ZOLTCustomTagsPanel.h"
@@ -86,6 +88,18 @@ TEST_F(TrackNamesTest, TypedTextComesBackFromAnUndo)
     EXPECT_EQ(text().toPlainText(), u"One\nTwo\nThree"_s);
 }
 
+TEST_F(TrackNamesTest, NoLetterOfANameIsLostByShowingItOrByTypingBesideIt)
+{
+    const QString names = u"Où ?\nOne"_s.replace(u' ', QChar(QChar::Nbsp)) + QChar(u'\0') + u"Two\r\tThree\n"_s;
+    names_.setNames(names);
+    show();
+    EXPECT_EQ(names_.namesText(), names);
+    EXPECT_EQ(undo().toolTip(), u"Undo Set Track Name Text (Ctrl+Z)"_s) << "nobody has typed";
+    text().moveCursor(QTextCursor::End);
+    QTest::keyClicks(&text(), u"Four"_s);
+    EXPECT_EQ(names_.namesText(), QString(names + u"Four"_s).replace(u'\r', u'\n'));
+}
+
 TEST_F(TrackNamesTest, ALineIsAStepByItself)
 {
     show();
@@ -127,6 +141,20 @@ TEST_F(TrackNamesTest, ThePanelForCuttingIsMadeAnewAndEscapeCutsNothing)
         click(find<QPushButton>("trimButton"));
         EXPECT_EQ(names_.namesText(), u"1 One\n"_s);
     }
+}
+
+TEST_F(TrackNamesTest, CtrlReturnTakesTheNames)
+{
+    show();
+    QStringList taken;
+    NotificationCenter::standard().addObserver(
+        this, Constants::ZOLTTrackNamesEnteredNotification, nullptr,
+        [&](const Notification& posted) { taken = std::any_cast<QStringList>(posted.object); });
+    QTest::keyClicks(&text(), u"One"_s);
+    QTest::keyClick(&text(), Qt::Key_Return, Qt::ControlModifier);
+    NotificationCenter::standard().removeObserver(this, Constants::ZOLTTrackNamesEnteredNotification, nullptr);
+    EXPECT_EQ(taken, QStringList{u"One"_s});
+    EXPECT_FALSE(names_.window()->isVisible());
 }
 
 TEST_F(TrackNamesTest, EscapeHidesTheWindowAndKeepsTheText)
