@@ -2,7 +2,6 @@
 #pragma once
 
 #include "tags/SoundRanges.h"
-#include "tags/mp4/RandomAccessFile.h"
 
 #include <QHash>
 

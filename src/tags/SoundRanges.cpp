@@ -6,7 +6,6 @@
 #include "tags/Id3Bytes.h"
 #include "tags/mp4/Mp4Error.h"
 #include "tags/mp4/Mp4Parser.h"
-#include "tags/mp4/RandomAccessFile.h"
 
 #include <QtEndian>
 
@@ -42,19 +41,20 @@ quint64 endOfSound(const RandomAccessFile& file)
 }
 
 /// An ID3v2 tag of an MP3 file that does not stand at its start; 0 for none.
-quint64 endOfLaterTag(const RandomAccessFile& file, const QString& path)
+quint64 endOfLaterTag(const RandomAccessFile& file)
 {
-    const Id3Bytes id3 = Id3Bytes::of(path, Id3Place::BeforeSound);
+    const Id3Bytes id3 = Id3Bytes::of(file.path(), Id3Place::BeforeSound);
     if (id3.version == 0) return 0;
     const qsizetype at = file.read(0, std::min(file.size(), farthestTag)).indexOf("ID3");
     return at < 0 ? 0 : quint64(at) + 10 + id3.frames.size();
 }
 
-quint64 endOfFrontTags(const RandomAccessFile& file, const QString& path)
+quint64 endOfFrontTags(const RandomAccessFile& file)
 {
-    const auto blocks = quint64(endOfFlacBlocks(path));
-    const auto id3 = std::max(blocks, quint64(endOfId3Tags(path)));
-    return id3 > 0 ? id3 : endOfLaterTag(file, path);
+    const QString& path = file.path();
+    if (const qint64 blocks = endOfFlacBlocks(path)) return quint64(blocks);
+    if (const qint64 id3 = endOfId3Tags(path)) return quint64(id3);
+    return endOfLaterTag(file);
 }
 
 QList<ByteRange> mediaData(const RandomAccessFile& file)
@@ -66,27 +66,26 @@ QList<ByteRange> mediaData(const RandomAccessFile& file)
     return ranges;
 }
 
-QList<ByteRange> oneRange(const RandomAccessFile& file, const QString& path)
+QList<ByteRange> oneRange(const RandomAccessFile& file)
 {
     const quint64 end = endOfSound(file);
-    const quint64 start = std::min(endOfFrontTags(file, path) + margin, end);
+    const quint64 start = std::min(endOfFrontTags(file) + margin, end);
     return {{start, end - start}};
 }
 
 } // namespace
 
-QList<ByteRange> soundRanges(const QString& path)
+QList<ByteRange> soundRanges(const RandomAccessFile& file)
 try {
-    const RandomAccessFile file(path, RandomAccessFile::Mode::Read);
-    const bool hasAtoms = path::extension(path).toUpper() == Constants::M4A;
-    return hasAtoms ? mediaData(file) : oneRange(file, path);
+    const bool hasAtoms = path::extension(file.path()).toUpper() == Constants::M4A;
+    return hasAtoms ? mediaData(file) : oneRange(file);
 } catch (const Mp4Error&) {
     return {};
 }
 
-QList<ByteRange> movedRanges(const QString& path, const QList<ByteRange>& before)
+QList<ByteRange> movedRanges(const RandomAccessFile& file, const QList<ByteRange>& before)
 {
-    QList<ByteRange> now = soundRanges(path);
+    QList<ByteRange> now = soundRanges(file);
     if (now.size() != before.size()) return {};
     for (qsizetype i = 0; i < now.size(); ++i) {
         // Counted from the end: at its start a margin was left.

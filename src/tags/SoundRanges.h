@@ -1,8 +1,9 @@
 // Which bytes of a file are sound, which no writer of tags changes or makes longer or shorter.
 #pragma once
 
+#include "tags/mp4/RandomAccessFile.h"
+
 #include <QList>
-#include <QString>
 
 namespace zolt {
 
@@ -17,9 +18,9 @@ struct ByteRange
 
 /// The sound of a file of a kind that the tags tab writes, in order: one range, of M4A files one for each atom of media
 /// data. All else is tags, or so little that it may be taken for them. Empty where it cannot be told. Any thread.
-QList<ByteRange> soundRanges(const QString& path);
+QList<ByteRange> soundRanges(const RandomAccessFile& file);
 
 /// Where ranges of these lengths lie in the file now that its tags are others; empty where they cannot be told.
-QList<ByteRange> movedRanges(const QString& path, const QList<ByteRange>& before);
+QList<ByteRange> movedRanges(const RandomAccessFile& file, const QList<ByteRange>& before);
 
 } // namespace zolt

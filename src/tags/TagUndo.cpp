@@ -99,9 +99,9 @@ struct TagUndo::File
 void TagUndo::File::takeIn(KeptBytes& bytes)
 {
     before = factsOf(path);
-    sound = soundRanges(path);
-    if (sound.isEmpty()) throw PlatformException(u"Undo"_s, u"no sound was found"_s);
     const RandomAccessFile file(path, RandomAccessFile::Mode::Read);
+    sound = soundRanges(file);
+    if (sound.isEmpty()) throw PlatformException(u"Undo"_s, u"no sound was found"_s);
     ends = endsOf(file, sound);
     quint64 from = 0;
     for (const ByteRange& range : sound) {
@@ -157,7 +157,7 @@ void TagUndo::File::replace(RandomAccessFile& now, const QList<ByteRange>& moved
 void TagUndo::File::putBack(const KeptBytes& bytes) const
 {
     RandomAccessFile now(path, RandomAccessFile::Mode::Update);
-    const QList<ByteRange> moved = movedRanges(path, sound);
+    const QList<ByteRange> moved = movedRanges(now, sound);
     if (moved.isEmpty() || endsOf(now, moved) != ends) throw PlatformException(u"Undo"_s, changedSince);
     if (moved == sound)
         writeAroundSound(now, bytes);

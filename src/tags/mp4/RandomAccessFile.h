@@ -24,6 +24,9 @@ public:
     RandomAccessFile(const RandomAccessFile&) = delete;
     RandomAccessFile& operator=(const RandomAccessFile&) = delete;
 
+    /// As it was opened.
+    const QString& path() const { return path_; }
+
     /// Bytes in the file now.
     quint64 size() const;
 

@@ -334,7 +334,7 @@ TEST_F(TagUndoTest, EqualCoversAreKeptOnce)
             setTagsElsewhere(tagged, {u"TITLE=%1"_s.arg(QString(i, u'x'))});
             addArtElsewhere(tagged, picture, u"image/"_s + QLatin1StringView(format));
             const RandomAccessFile opened(tagged, RandomAccessFile::Mode::Read);
-            kept.keep(opened, {0, soundRanges(tagged).first().start});
+            kept.keep(opened, {0, soundRanges(opened).first().start});
         }
         EXPECT_LT(kept.size(), quint64(2 * size + 20 * 20000)) << format;
     }
