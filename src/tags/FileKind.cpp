@@ -18,7 +18,7 @@ constexpr const char* otherKinds[] = {"fLaC", "OggS", "RIFF", "RF64", "FORM", "M
 QByteArray bytesBehindTags(const QString& path, qint64 count)
 {
     NamedFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(endOfId3Tags(path))) return {};
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(endOfId3Tags(file))) return {};
     return file.read(count);
 }
 

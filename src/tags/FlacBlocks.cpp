@@ -20,9 +20,9 @@ bool isMadeAnew(int kind)
 }
 
 /// Opens the file and leaves it behind the mark that its blocks begin with.
-bool openAtBlocks(NamedFile& file, const QString& path)
+bool openAtBlocks(NamedFile& file)
 {
-    return file.open(QIODevice::ReadOnly) && file.seek(endOfId3Tags(path)) && file.read(4) == "fLaC";
+    return file.open(QIODevice::ReadOnly) && file.seek(endOfId3Tags(file)) && file.read(4) == "fLaC";
 }
 
 /// Goes through the blocks. @param visit  gets the kind and the length of each, its header not included
@@ -30,7 +30,7 @@ bool openAtBlocks(NamedFile& file, const QString& path)
 qint64 walkBlocks(const QString& path, const std::function<void(int kind, qint64 length)>& visit)
 {
     NamedFile file(path);
-    if (!openAtBlocks(file, path)) return 0;
+    if (!openAtBlocks(file)) return 0;
     for (bool isLast = false; !isLast;) {
         const QByteArray header = file.read(headerSize);
         if (header.size() < headerSize) return 0;
@@ -49,7 +49,7 @@ std::optional<FlacStream> flacStream(const QString& path)
     constexpr qint64 blockSize = 34;
     constexpr qsizetype numbers = headerSize + 10; // 20 bits of rate, 3 of channels less one
     NamedFile file(path);
-    if (!openAtBlocks(file, path)) return std::nullopt;
+    if (!openAtBlocks(file)) return std::nullopt;
     const QByteArray block = file.read(headerSize + blockSize);
     if (block.size() < headerSize + blockSize || (block[0] & 0x7f) != 0) return std::nullopt;
     const quint32 bits = qFromBigEndian<quint32>(block.constData() + numbers);

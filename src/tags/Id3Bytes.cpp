@@ -135,17 +135,21 @@ unsigned int walkId3Frames(const ByteVector& frames, unsigned int version,
     return at;
 }
 
-qint64 endOfId3Tags(const QString& path)
+qint64 endOfId3Tags(QFile& file)
 {
-    NamedFile file(path);
     qint64 end = 0;
-    if (!file.open(QIODevice::ReadOnly)) return end;
     while (file.seek(end)) {
         const QByteArray head = readTagHeader(file);
         if (head.isEmpty()) break;
         end += parsedHeader(head).completeTagSize();
     }
     return end;
+}
+
+qint64 endOfId3Tags(const QString& path)
+{
+    NamedFile file(path);
+    return file.open(QIODevice::ReadOnly) ? endOfId3Tags(file) : 0;
 }
 
 } // namespace zolt

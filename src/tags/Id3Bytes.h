@@ -8,6 +8,8 @@
 
 #include <functional>
 
+class QFile;
+
 namespace zolt {
 
 /// Where the library looks for a tag outside the chunks of AIFF files.
@@ -45,5 +47,7 @@ unsigned int walkId3Frames(const TagLib::ByteVector& frames, unsigned int versio
 
 /// Where the bytes behind all ID3v2 tags at the start of a file begin.
 qint64 endOfId3Tags(const QString& path);
+/// As that, of a file that is open; it stands anywhere then.
+qint64 endOfId3Tags(QFile& file);
 
 } // namespace zolt

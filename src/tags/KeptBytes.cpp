@@ -5,6 +5,8 @@
 
 #include <QFile>
 
+#include <cstring>
+
 using namespace Qt::StringLiterals;
 
 namespace zolt {
@@ -28,13 +30,25 @@ const QList<Mark>& marks()
 /// Below this a second copy costs less than looking for the first.
 constexpr qsizetype smallest = 512;
 
+/// Where a mark begins; nothing (null) behind the last. Faster than any search for words: padding is nothing but zeros.
+const char* next(const Mark& mark, const char* from, const char* end)
+{
+    const auto length = mark.bytes.size();
+    while (end - from >= length) {
+        from = static_cast<const char*>(std::memchr(from, mark.bytes[0], size_t(end - from - length + 1)));
+        if (!from || std::memcmp(from, mark.bytes.constData(), size_t(length)) == 0) return from;
+        ++from;
+    }
+    return nullptr;
+}
+
 /// Where the bytes are cut, so that a picture is a piece by itself.
 QList<qsizetype> cutsIn(const QByteArray& bytes)
 {
     QList<qsizetype> cuts{0, bytes.size()};
     for (const Mark& mark : marks()) {
-        for (qsizetype at = bytes.indexOf(mark.bytes); at >= 0; at = bytes.indexOf(mark.bytes, at + 1))
-            cuts += at + (mark.ends ? mark.bytes.size() : 0);
+        for (const char* at = next(mark, bytes.cbegin(), bytes.cend()); at; at = next(mark, at + 1, bytes.cend()))
+            cuts += at - bytes.cbegin() + (mark.ends ? mark.bytes.size() : 0);
     }
     std::sort(cuts.begin(), cuts.end());
     return cuts;

@@ -60,8 +60,10 @@ TagsPage::~TagsPage()
 
 bool TagsPage::repaint()
 {
+    auto* const result = choices().findChild<QLabel*>(u"resultLabel"_s);
+    if (result) result->setText(tagsTab_.resultLabel->stringValue()); // not behind all else that is posted
     showResult();
-    repaintWithoutInput(choices().findChild<QLabel*>(u"resultLabel"_s));
+    repaintWithoutInput(result);
     return true;
 }
 

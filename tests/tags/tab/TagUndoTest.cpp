@@ -145,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(Formats, TagUndoOfFormat,
 /// Under both names, whether the tags found room where they stood or the sound had to move.
 TEST_P(TagUndoOfFormat, AFileOfTwoNamesStaysOneAndKeepsTimeAccessAndAttributes)
 {
-    const QString sample = (samples.*GetParam())();
+    const QString sample = (samples.*GetParam().make)();
     const bool isReplacedByItsWriter = sample.endsWith(u"m4a");
     listLong({u"a."_s + path::extension(sample)}, sample);
     const QByteArray path = tab.fileNames().at(0).toLocal8Bit(), other = pathOf(u"other"_s).toLocal8Bit();

@@ -1,6 +1,7 @@
 // The Tags tab as a person meets it.
 #include "platform/files/FileNames.h"
 #include "platform/files/NamedFile.h"
+#include "platform/threads/MainQueue.h"
 #include "tags/TagFiles.h"
 #include "tags/TagRoutes.h"
 #include "tags/TagsTab.h"
@@ -320,6 +321,8 @@ public:
         if (event->type() != QEvent::Paint) return false;
         painted += label_.text();
         if (!label_.text().startsWith(u"Writing")) return false;
+        for (int others = 0; others < 5; ++others)
+            postToMain([] {});
         const QPointF place(clicked_.rect().center()), on = clicked_.mapToGlobal(place);
         for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
             QCoreApplication::postEvent(&clicked_,
