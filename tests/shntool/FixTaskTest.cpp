@@ -11,6 +11,7 @@
 #include "support/FakeTools.h"
 #include "support/ScriptedPanels.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -70,9 +71,10 @@ protected:
 TEST_F(FixTaskTest, CallsTheToolOnTheWholeSetInItsFirstFilesFolder)
 {
     tools.install(u"shntool"_s, {u"cwd"_s});
-    const QStringList files{file(u"d1t01.wav"_s), file(u"d1t02.wav"_s)};
+    ASSERT_TRUE(QDir(folder_.path()).mkdir(u"show"_s));
+    const QStringList files{file(u"show/d1t01.wav"_s), file(u"show/d1t02.wav"_s)};
     run(made(files));
-    EXPECT_TRUE(report_->results().startsWith(realPath(folder_.path()))) << report_->results().toStdString();
+    EXPECT_TRUE(report_->results().startsWith(realPath(in(u"show"_s)))) << report_->results().toStdString();
     EXPECT_EQ(tools.calls(u"shntool"_s),
               QList<QStringList>({QStringList{u"fix"_s, u"-P"_s, u"pct"_s, u"-O"_s, u"never"_s, u"-k"_s, u"-d"_s,
                                               folder_.path(), u"-o"_s, u"flac"_s} +

@@ -111,6 +111,7 @@ TEST_F(ShntoolPlan, FindsPiecesOfAnEarlierSplit)
 {
     const QString source = tone(in(u"a.wav"_s), 588);
     QDir(in(QString())).mkpath(u"out"_s);
+    tone(in(u"out/split-second.wav"_s), 588);
     EXPECT_TRUE(foundIn(C::SPLIT, {source}, in(u"out"_s)).isEmpty());
     tone(in(u"out/split-track01.wav"_s), 588);
     const QStringList found = foundIn(C::SPLIT, {source}, in(u"out"_s));
