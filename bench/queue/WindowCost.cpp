@@ -15,6 +15,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QKeyEvent>
 
 #include <cstdio>
 
@@ -49,13 +50,15 @@ struct Stage
 
 struct Cost
 {
-    Stage pressing, running, cancelling;
+    Stage pressing, running, cancelling, deleting;
 };
 
 class Bench
 {
 public:
-    Bench() : rows_(*program_.interfaces().window<StatusQueueWindow>()->findChild<StatusQueueView*>()->viewport())
+    Bench()
+        : view_(*program_.interfaces().window<StatusQueueWindow>()->findChild<StatusQueueView*>()),
+          rows_(*view_.viewport())
     {
         program_.mainWindow().present();
         settleFor(300);
@@ -65,6 +68,8 @@ public:
         Cost cost;
         cost.pressing = press(rows);
         cost.cancelling = stageOf([this] { queueCommands::cancelAll(queue()); });
+        press(rows);
+        cost.deleting = stageOf([this] { deleteAll(); });
         queue().setHeld(false);
         cost.running = run(rows);
         return cost;
@@ -101,6 +106,13 @@ private:
         queue().setHeld(true);
         return stageOf([&] { tab.executeCommandWithout({}); });
     }
+    /// Every row selected and taken out by its key.
+    void deleteAll()
+    {
+        view_.selectAll();
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+        QCoreApplication::sendEvent(&view_, &key);
+    }
     /// From the first row to the sweep behind the last.
     Stage run(int rows)
     {
@@ -121,6 +133,7 @@ private:
     }
 
     WindowProgram program_;
+    StatusQueueView& view_;
     Heartbeat beat_;
     Drawings rows_;
 };
@@ -143,6 +156,7 @@ void printWindowCost()
     print("pressing", few.pressing, many.pressing);
     print("running", few.running, many.running);
     print("cancelling", few.cancelling, many.cancelling);
+    print("deleting", few.deleting, many.deleting);
 }
 
 } // namespace zolt::bench

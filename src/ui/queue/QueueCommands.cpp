@@ -32,8 +32,9 @@ void remove(ZOLTTaskQueue& queue, const std::vector<Task>& tasks)
     for (auto task = tasks.rbegin(); task != tasks.rend(); ++task) {
         if (waits(**task)) queue.withdrawTask(*task);
     }
-    for (const Task& task : tasks)
-        stop(task);
+    for (const Task& task : tasks) {
+        if (!task->isDone()) stop(task);
+    }
 }
 
 void cancelAll(ZOLTTaskQueue& queue)

@@ -143,9 +143,13 @@ std::shared_ptr<ZOLTTask> StatusQueueWindow::taskOf(int row) const
 
 std::vector<std::shared_ptr<ZOLTTask>> StatusQueueWindow::selectedTasks() const
 {
+    QItemSelection ranges = form_->tableView->selectionModel()->selection(); // not each row: it may be all of many
+    std::sort(ranges.begin(), ranges.end(), [](const auto& one, const auto& other) { return one.top() < other.top(); });
     std::vector<std::shared_ptr<ZOLTTask>> tasks;
-    for (const QModelIndex& row : form_->tableView->selectionModel()->selectedRows()) {
-        if (const auto task = taskOf(row.row())) tasks.push_back(task);
+    for (const QItemSelectionRange& range : std::as_const(ranges)) {
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            if (const auto task = taskOf(row)) tasks.push_back(task);
+        }
     }
     return tasks;
 }

@@ -36,8 +36,10 @@ public:
     void stopTask(Sender sender) override
     {
         ZOLTTask::stopTask(sender);
+        if (atEnd) atEnd();
         reportCompleted();
     }
+    std::function<void()> atEnd;
     void fail(const QString& text)
     {
         appendResults(text);
@@ -393,6 +395,22 @@ TEST_F(StatusQueueTest, AWaitingRowIsTakenOutByDelete)
     EXPECT_TRUE(task->cancelled());
     EXPECT_FALSE(other->cancelled());
     EXPECT_EQ(queue().taskCount(), 1);
+}
+
+TEST_F(StatusQueueTest, DeleteTakesOutTheSelectedRowsAloneFromTheLastToTheFirst)
+{
+    queue().maxThreadsChanged({QString(), nullptr, 0});
+    const auto first = queued(u"a.flac"_s), second = queued(u"b.flac"_s), third = queued(u"c.flac"_s);
+    ASSERT_TRUE(rowsBecome(3));
+    for (const int row : {2, 0})
+        view().selectionModel()->select(view().model()->index(row, 0), QItemSelectionModel::Select);
+    QStringList ended;
+    first->atEnd = [&] { ended += u"first"_s; };
+    third->atEnd = [&] { ended += u"third"_s; };
+    QTest::keyClick(&view(), Qt::Key_Delete);
+    runPosted();
+    EXPECT_EQ(ended, QStringList({u"third"_s, u"first"_s}));
+    EXPECT_FALSE(second->cancelled());
 }
 
 TEST_F(StatusQueueTest, TheMenuTakesOutWaitingRowsAndStopsRunningOnes)
