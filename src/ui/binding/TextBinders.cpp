@@ -34,7 +34,8 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Ch
         const QString text = model.stringValue();
         if (text != widget.text()) {
             widget.setText(text);
-            if (!widget.isVisible() || widget.hasFocus()) widget.selectAll(); // typing goes over what was proposed
+            const bool focused = widget.window()->focusWidget() == &widget; // also while its window is not in front
+            if (!widget.isVisible() || focused) widget.selectAll();         // typing goes over what was proposed
         }
         if (!widget.isEnabled()) widget.deselect();
     };
