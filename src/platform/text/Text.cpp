@@ -195,12 +195,12 @@ OptionalText decodeUtf8(QByteArrayView bytes)
     return text;
 }
 
-bool zoltStartsWith(const QString& receiver, const QString& start)
+bool ZOLTStringCategory::zoltStartsWith(const QString& receiver, const QString& start)
 {
     return !start.isEmpty() && receiver.startsWith(start);
 }
 
-bool zoltEndsWith(const QString& receiver, const QString& end)
+bool ZOLTStringCategory::zoltEndsWith(const QString& receiver, const QString& end)
 {
     return substringFrom(receiver, receiver.size() - 1) == end;
 }

@@ -79,12 +79,17 @@ inline QString textOrEmpty(const OptionalText& text)
     return text.value_or(QString());
 }
 
+/// What the string class gets from us; callers need not name it.
+inline namespace ZOLTStringCategory {
+
 /// True if the receiver starts with the argument; false for an empty argument, since an empty search finds nothing.
 bool zoltStartsWith(const QString& receiver, const QString& start);
 
 /// Holds only for an argument of one unit: kept, what is compared is the receiver's last unit alone.
 /// @throws RangeException on an empty receiver
 bool zoltEndsWith(const QString& receiver, const QString& end);
+
+} // namespace ZOLTStringCategory
 
 /// Path operations, on the text alone.
 namespace path {
