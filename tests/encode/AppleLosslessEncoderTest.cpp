@@ -169,11 +169,7 @@ TEST_P(FromAppleLossless, CancelWaitsForTheToolAndClearsUp)
     const auto task = make();
     queue_.addTask(task);
     ASSERT_TRUE(runUntil([&] { return exists(u"begun"_s); }));
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [&] { touch(path(u"go"_s)); }, Qt::QueuedConnection);
-    task->cancelTask(nullptr);
-    touch(path(u"go"_s));
-    settle();
+    cancelAtWork(task);
     EXPECT_TRUE(exists(u"ended"_s));
     EXPECT_EQ(othersThan({u"a.m4a"_s, u"begun"_s, u"go"_s, u"ended"_s}), QStringList());
     EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
@@ -250,11 +246,7 @@ TEST_F(AppleLosslessTags, CancelAtTheToolStillWritesThem)
         EncodeALACToWavpackTask::initEncodeTaskWithQueueFileNameOutputPathLevel(&queue_, source_, folder(), u"-f"_s);
     queue_.addTask(task);
     ASSERT_TRUE(runUntil([&] { return exists(u"begun"_s); }));
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [&] { touch(path(u"go"_s)); }, Qt::QueuedConnection);
-    task->cancelTask(nullptr);
-    touch(path(u"go"_s));
-    settle();
+    cancelAtWork(task);
     EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
     EXPECT_EQ(TagLibTagsHelper().tagsForWavpackFile(path(u"a.wv"_s))->titleText(), u"Späti"_s);
 }

@@ -58,6 +58,11 @@ protected:
     {
         queue_.addTask(task);
         ASSERT_TRUE(runUntil([&] { return task->topTextField()->stringValue() == status; }));
+        cancelAtWork(task);
+    }
+    /// Cancels a task whose tool waits for the file "go", and lets the tool go on while the cancel waits for it.
+    void cancelAtWork(const std::shared_ptr<ZOLTTask>& task)
+    {
         QMetaObject::invokeMethod(
             QCoreApplication::instance(), [&] { touch(path(QStringLiteral("go"))); }, Qt::QueuedConnection);
         task->cancelTask(nullptr);
