@@ -8,6 +8,7 @@
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
 #include "support/FakeTools.h"
+#include "support/HeldMutex.h"
 #include "support/LogCapture.h"
 #include "support/QueueRun.h"
 
@@ -115,6 +116,19 @@ TEST_F(AsyncTask, PieceThatEndsInsideACharacterReachesTheHookAsNoText)
     finished(task);
     EXPECT_EQ(task->pieces, std::vector<OptionalText>({std::nullopt, std::nullopt}));
     EXPECT_FALSE(task->error());
+}
+
+TEST_F(AsyncTask, TextsOfASetStandInTheirTasksOwnSlots)
+{
+    const auto set = std::make_shared<ZOLTTaskResults>();
+    for (const QString& said : {u"first"_s, u"second"_s}) {
+        const auto task = ToolTask::make(&queue_, {u"out"_s, said});
+        task->setResults(set);
+        set->addTaskInSet(task);
+        queue_.addTask(task);
+    }
+    ASSERT_TRUE(runToEnd(queue_));
+    EXPECT_EQ(set->results(), u"first\nsecond\n"_s);
 }
 
 TEST_F(AsyncTask, FloodOfOutputIsReadToTheEnd)
@@ -230,6 +244,49 @@ TEST_F(AsyncTask, CancelThatMeetsAStartOnAnotherThreadEitherWaitsForTheToolOrKee
         EXPECT_EQ(task->textField()->stringValue(), u"Canceled"_s);
         EXPECT_FALSE(task->isActive());
     }
+}
+
+namespace {
+
+/// Is cancelled on another thread in the midst of its start.
+class OvertakenTask : public ZOLTAsyncNSTask
+{
+public:
+    static std::shared_ptr<OvertakenTask> make(ZOLTTaskQueue* queue, const QStringList& arguments)
+    {
+        std::shared_ptr<OvertakenTask> task(new OvertakenTask);
+        task->setUpAsyncTask(queue, fakeTool(), arguments);
+        return task;
+    }
+    bool endedAtItsStart = false;
+    std::thread canceller;
+
+protected:
+    void showStart() override
+    {
+        std::atomic<pid_t> thread = 0;
+        canceller = std::thread([&] {
+            thread = gettid();
+            cancelTask(nullptr);
+        });
+        while (!isDone() && !(cancelled() && sleeps(thread)))
+            std::this_thread::yield();
+        endedAtItsStart = isDone();
+    }
+};
+
+} // namespace
+
+TEST_F(AsyncTask, CancelInTheMidstOfAStartWaitsForItAndForTheTool)
+{
+    const LogCapture log;
+    const QString ended = directory_.filePath(u"ended"_s);
+    const auto task = OvertakenTask::make(&queue_, {u"touch"_s, ended});
+    queue_.addTask(task);
+    EXPECT_FALSE(task->endedAtItsStart);
+    task->canceller.join();
+    EXPECT_TRUE(QFile::exists(ended));
+    EXPECT_TRUE(runToEnd(queue_));
 }
 
 TEST_F(AsyncTask, PiecesAreCompletedByTheToolsDialectBeforeTheHookSeesThem)

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace zolt::test {
 
 /// A task whose work is whatever the test does.
@@ -29,6 +31,7 @@ public:
     void cancelTask(Sender sender) override
     {
         ++cancels;
+        canceller = sender;
         ZOLTTask::cancelTask(sender);
         reportCompleted();
     }
@@ -42,6 +45,7 @@ public:
     void reportAgain() { reportCompleted(); }
     int starts = 0;
     int cancels = 0;
+    std::optional<Sender> canceller; ///< of the last cancel
 };
 
 class EngineTest : public testing::Test

@@ -40,6 +40,19 @@ TEST_F(QueueCancel, WalkGoesFromTheLastAndTasksStartAndAreCancelledOnTheWay)
     EXPECT_TRUE(queue_.panelArray().empty());
 }
 
+TEST_F(QueueCancel, EachTaskLearnsWhoCancelsAndAKillIsNobodys)
+{
+    Button button;
+    for (const auto& [walk, expected] :
+         {std::pair<std::function<void()>, Sender>{[&] { queue_.cancelAllTasks(&button); }, &button},
+          {[&] { queue_.killAllTasks(); }, nullptr}}) {
+        const auto tasks = addTasks(3);
+        walk();
+        for (const auto& task : tasks)
+            EXPECT_EQ(task->canceller, std::optional(expected));
+    }
+}
+
 TEST_F(QueueCancel, CountCanReachZeroWhileATaskRunsAndHealsWhenTheQueueRunsEmpty)
 {
     setLimit(1);

@@ -284,6 +284,73 @@ TEST_F(TaskQueue, PanelComesToTheFrontForEachTaskAddedOrStarted)
     EXPECT_EQ(queue_.panel()->ordersToFront(), 4U);
 }
 
+namespace {
+
+/// A task whose tool cannot be launched.
+class UnlaunchableTask : public TestTask
+{
+public:
+    static std::shared_ptr<UnlaunchableTask> make(ZOLTTaskQueue* queue)
+    {
+        std::shared_ptr<UnlaunchableTask> task(new UnlaunchableTask);
+        task->setUpWithQueue(queue);
+        return task;
+    }
+    void startTask() override
+    {
+        TestTask::startTask();
+        throw PlatformException(u"InvalidArgumentException"_s, u"cannot start it"_s);
+    }
+};
+
+} // namespace
+
+TEST_F(TaskQueue, PanelComesUpAheadOfTheLock)
+{
+    EXPECT_THROW(queue_.addTask(UnlaunchableTask::make(&queue_)), PlatformException);
+    const unsigned before = queue_.panel()->ordersToFront();
+    const auto task = TestTask::make(&queue_);
+    std::thread other([&] { queue_.addTask(task); }); // waits for the lock that was left held
+    EXPECT_TRUE(runUntil([&] { return queue_.panel()->ordersToFront() > before; }));
+    EXPECT_TRUE(queue_.lock().isHeldByThisThread());
+    const_cast<Lock&>(queue_.lock()).unlock();
+    other.join();
+    EXPECT_EQ(task->starts, 1);
+}
+
+TEST_F(TaskQueue, TableIsReloadedForEachAdditionReportSweepAndRemoval)
+{
+    const LogCapture log;
+    const auto reloads = [this] { return queue_.tableView()->reloads(); };
+    unsigned before = reloads();
+    const auto tasks = addTasks(2);
+    EXPECT_EQ(reloads(), before + 2);
+    before = reloads();
+    tasks[0]->finish();
+    EXPECT_EQ(reloads(), before + 1) << "a row has changed";
+    before = reloads();
+    tasks[1]->finish(true);
+    EXPECT_EQ(reloads(), before + 2) << "for the report, and for the rows that were swept";
+    before = reloads();
+    queue_.removeAllErrors(nullptr);
+    EXPECT_EQ(reloads(), before + 1);
+}
+
+TEST_F(TaskQueue, RowHasNoTextOfItsOwn)
+{
+    addTasks(1);
+    EXPECT_EQ(queue_.tableViewObjectValueForTableColumnRow(0, 0), QString());
+}
+
+TEST_F(TaskQueue, ReportOfATaskThatHasNotEndedIsNotCountedDown)
+{
+    const auto tasks = addTasks(2);
+    tasks[0]->reportAgain();
+    EXPECT_EQ(queue_.activeTask(), 2);
+    EXPECT_EQ(queue_.taskCount(), 1);
+    tasks[1]->finish();
+}
+
 TEST_F(TaskQueue, SetWithSharedResultsOpensOneWindowTitledByTheLastToEnd)
 {
     const auto first = TestTask::make(&queue_, u"first"_s), second = TestTask::make(&queue_, u"second"_s);
@@ -371,27 +438,6 @@ TEST_F(TaskQueue, TaskThatDroppedItsResultsOpensNoWindow)
     tasks[0]->reportAgain();
     EXPECT_TRUE(queue_.outputWindows().empty());
 }
-
-namespace {
-
-/// A task whose tool cannot be launched.
-class UnlaunchableTask : public TestTask
-{
-public:
-    static std::shared_ptr<UnlaunchableTask> make(ZOLTTaskQueue* queue)
-    {
-        std::shared_ptr<UnlaunchableTask> task(new UnlaunchableTask);
-        task->setUpWithQueue(queue);
-        return task;
-    }
-    void startTask() override
-    {
-        TestTask::startTask();
-        throw PlatformException(u"InvalidArgumentException"_s, u"cannot start it"_s);
-    }
-};
-
-} // namespace
 
 TEST_F(TaskQueue, StartThatFailsInAddTaskGoesToTheCallerAndLeavesTheLockHeld)
 {
@@ -630,25 +676,31 @@ TEST_F(TaskQueue, LastWithdrawalInAHeldQueueEndsTheRun)
     EXPECT_TRUE(first->hadResults) << "somebody was inside it";
 }
 
+namespace {
+
+/// Reports its end by itself; the test does its work ahead of that.
+class Overtaken : public TestTask
+{
+public:
+    static std::shared_ptr<Overtaken> make(ZOLTTaskQueue* queue)
+    {
+        std::shared_ptr<Overtaken> task(new Overtaken);
+        task->setUpWithQueue(queue);
+        return task;
+    }
+    void stopTask(Sender sender) override
+    {
+        if (meanwhile) meanwhile();
+        TestTask::stopTask(sender);
+        reportCompleted();
+    }
+    std::function<void()> meanwhile;
+};
+
+} // namespace
+
 TEST_F(TaskQueue, ATaskThatIsBeingWithdrawnIsNotStartedByAReportThatComesMeanwhile)
 {
-    class Overtaken : public TestTask
-    {
-    public:
-        static std::shared_ptr<Overtaken> make(ZOLTTaskQueue* queue)
-        {
-            std::shared_ptr<Overtaken> task(new Overtaken);
-            task->setUpWithQueue(queue);
-            return task;
-        }
-        void stopTask(Sender sender) override
-        {
-            meanwhile();
-            TestTask::stopTask(sender);
-            reportCompleted();
-        }
-        std::function<void()> meanwhile;
-    };
     setLimit(1);
     const auto running = addTasks(1)[0];
     const auto task = Overtaken::make(&queue_);
@@ -691,31 +743,19 @@ TEST_F(TaskQueue, EndingEverythingMarksAllTasksBeforeItWaitsForOne)
 
 TEST_F(TaskQueue, EndingEverythingStartsNothingAndGoesBackToTheFormerHold)
 {
-    class Waiting : public TestTask
-    {
-    public:
-        static std::shared_ptr<Waiting> make(ZOLTTaskQueue* queue)
-        {
-            std::shared_ptr<Waiting> task(new Waiting);
-            task->setUpWithQueue(queue);
-            return task;
-        }
-        void stopTask(Sender sender) override
-        {
-            TestTask::stopTask(sender);
-            reportCompleted();
-        }
-    };
     for (const bool held : {false, true}) {
         queue_.setHeld(false);
         const auto running = addTasks(2);
-        std::vector<std::shared_ptr<Waiting>> waiting;
+        std::vector<std::shared_ptr<Overtaken>> waiting;
         for (int i = 0; i < 20; ++i) {
-            waiting.push_back(Waiting::make(&queue_));
+            waiting.push_back(Overtaken::make(&queue_));
             queue_.addTask(waiting.back());
         }
         queue_.setHeld(held);
-        queue_.endEverything([&] { queue_.cancelAllTasks(nullptr); });
+        queue_.endEverything([&] {
+            EXPECT_EQ(queue_.taskCount(), 2) << "what waits is out of the way by then";
+            queue_.cancelAllTasks(nullptr);
+        });
         for (const auto& task : waiting) {
             EXPECT_EQ(task->starts, 0);
             EXPECT_TRUE(task->cancelled());
@@ -724,4 +764,16 @@ TEST_F(TaskQueue, EndingEverythingStartsNothingAndGoesBackToTheFormerHold)
         EXPECT_EQ(queue_.activeTask(), 0);
         EXPECT_EQ(queue_.isHeld(), held);
     }
+}
+
+TEST_F(TaskQueue, EndingEverythingStartsNothingThoughATaskEndsMeanwhile)
+{
+    setLimit(1);
+    const auto running = addTasks(1)[0];
+    const auto older = Overtaken::make(&queue_), last = Overtaken::make(&queue_);
+    queue_.addTasks({older, last});
+    last->meanwhile = [&] { running->finish(); };
+    queue_.endEverything([&] { queue_.cancelAllTasks(nullptr); });
+    EXPECT_EQ(older->starts, 0);
+    EXPECT_EQ(queue_.taskCount(), 0);
 }

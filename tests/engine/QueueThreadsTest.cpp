@@ -3,6 +3,7 @@
 #include "platform/threads/DetachedThreads.h"
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
+#include "support/HeldMutex.h"
 #include "support/LogCapture.h"
 #include "support/QueueRun.h"
 
@@ -38,6 +39,18 @@ private:
     std::atomic<int>* runs_ = nullptr;
 };
 
+/// The test does its work between a task's choice and its start.
+class ChoosingQueue : public ZOLTTaskQueue
+{
+public:
+    void startTask(const TaskPointer& task) override
+    {
+        if (chosen) chosen();
+        ZOLTTaskQueue::startTask(task);
+    }
+    std::function<void()> chosen;
+};
+
 } // namespace
 
 using QueueThreads = EngineTest;
@@ -64,4 +77,30 @@ TEST_F(QueueThreads, CancelOfAllWhileThreadsEndKeepsTheQueueWhole)
     queue_.cancelAllTasks(nullptr);
     ASSERT_TRUE(runToEnd(queue_));
     EXPECT_EQ(queue_.activeTask(), 0);
+}
+
+TEST_F(QueueThreads, TaskThatAReportHasChosenIsNotWithdrawn)
+{
+    ChoosingQueue queue;
+    queue.maxThreadsChanged({QString(), nullptr, 1});
+    const auto running = TestTask::make(&queue), next = TestTask::make(&queue);
+    queue.addTasks({running, next});
+    const pid_t main = gettid();
+    std::atomic<bool> isChosen = false;
+    queue.chosen = [&] {
+        isChosen = true;
+        while (!next->cancelled() && !sleeps(main))
+            std::this_thread::yield();
+    };
+    std::thread ending([&] { running->finish(); });
+    while (!isChosen)
+        std::this_thread::yield();
+    const bool withdrawn = queue.withdrawTask(next);
+    ending.join();
+    EXPECT_FALSE(withdrawn);
+    EXPECT_FALSE(next->cancelled());
+    EXPECT_EQ(next->starts, 1);
+    queue.chosen = nullptr;
+    next->finish();
+    EXPECT_EQ(queue.taskCount(), 0);
 }

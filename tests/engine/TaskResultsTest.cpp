@@ -60,6 +60,16 @@ TEST_F(TaskResults, TaskThatDroppedItsCollectorMarksNothing)
     after->setResults(nullptr);
 }
 
+TEST_F(TaskResults, FollowingTaskThatRunsOrHasEndedIsNotQueued)
+{
+    const auto after = enter();
+    set_->setTaskAfterSetDone(after);
+    after->startTask();
+    EXPECT_EQ(set_->claimTaskAfterSetDone(), nullptr) << "it runs";
+    after->stopTask(nullptr);
+    EXPECT_EQ(set_->claimTaskAfterSetDone(), nullptr) << "it has ended";
+}
+
 TEST_F(TaskResults, DroppedTaskStillCountsForTheOthers)
 {
     const auto first = enter(), second = enter();

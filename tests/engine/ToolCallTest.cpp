@@ -22,9 +22,9 @@ using Afterwards = ToolCall::Afterwards;
 class CallingTask : public ZOLTThreadTask
 {
 public:
-    static std::shared_ptr<CallingTask> make(ZOLTTaskQueue* queue)
+    static std::shared_ptr<CallingTask> make(ZOLTTaskQueue* queue, const ThreadEnd& end = {})
     {
-        std::shared_ptr<CallingTask> task(new CallingTask);
+        std::shared_ptr<CallingTask> task(new CallingTask(end));
         task->setUpThreadTask(queue);
         return task;
     }
@@ -42,6 +42,7 @@ public:
     }
 
 protected:
+    explicit CallingTask(const ThreadEnd& end) : ZOLTThreadTask(end) {}
     void doStartTask() override
     {
         beginRow();
@@ -58,10 +59,10 @@ class RunTool : public EngineTest
 protected:
     ~RunTool() override { letGo(); }
     /// Another task instead of the fixture's.
-    void renew()
+    void renew(const ThreadEnd& end = {})
     {
         letGo();
-        task_ = CallingTask::make(&queue_);
+        task_ = CallingTask::make(&queue_, end);
     }
     /// One that never ran holds its results, and they hold it.
     void letGo() const { task_->setResults(nullptr); }
@@ -192,6 +193,20 @@ TEST_F(RunTool, NextToolWaitsForTheOneBeforeIt)
                      })}};
     run();
     EXPECT_EQ(task_->heard, QStringList({u"a"_s, u"c"_s}));
+    EXPECT_TRUE(hadEnded);
+}
+
+TEST_F(RunTool, ToolThatTheEndDoesNotLookAtHasEndedBehindItsCall)
+{
+    renew({.waits = ThreadEnd::Waits::No, .readsStatus = false});
+    const QString ended = file(u"ended"_s);
+    bool hadEnded = false;
+    task_->calls = {{.tool = fakeTool(),
+                     .arguments = afterGo({u"flood"_s, u"300000"_s, u"touch"_s, ended}),
+                     .parser = hearingThenGo([this] { task_->setError(true); }),
+                     .stopAt = StopAt::CancelOrError}};
+    task_->afterEach = [&] { hadEnded = QFile::exists(ended); };
+    run();
     EXPECT_TRUE(hadEnded);
 }
 

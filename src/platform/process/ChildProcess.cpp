@@ -61,7 +61,17 @@ void ChildProcess::launch()
 {
     childRegistry().reapOrphans();
     spawn();
-    if (pipe_) pipe_->closeWriteEnd();
+    if (!pipe_) return;
+    pipe_->closeWriteEnd();
+    tellReaderOfEnd();
+}
+
+void ChildProcess::tellReaderOfEnd() const
+{
+    const auto& reader = pipe_->fileHandleForReading();
+    if (!reader->readsInBackground()) return;
+    // Of its own: an event loop takes one watcher for each descriptor.
+    if (const int end = ::fcntl(pidFd_, F_DUPFD_CLOEXEC, 0); end >= 0) reader->watchForEnd(end);
 }
 
 void ChildProcess::spawn()

@@ -78,6 +78,7 @@ public:
 
 private:
     void spawn();
+    void tellReaderOfEnd() const;
     bool reap();
     bool exited(int timeoutMilliseconds);
     void waitInEventLoop();

@@ -1,10 +1,9 @@
 #include "platform/process/FileHandle.h"
 
 #include "platform/errors/Exceptions.h"
+#include "platform/process/ReadPace.h"
 #include "platform/threads/MainQueue.h"
 #include "platform/threads/NotificationCenter.h"
-
-#include <QSocketNotifier>
 
 #include <array>
 #include <cerrno>
@@ -18,28 +17,16 @@ const QString FileHandleReadCompletionNotification = QStringLiteral("FileHandleR
 
 namespace {
 
-constexpr std::size_t pieceBytes = 65536; // a Linux pipe holds no more
+constexpr std::size_t pieceBytes = 65536;       // a Linux pipe holds no more
+constexpr qsizetype muchBytes = pieceBytes / 4; // a writer that would soon have to wait for the reader
 
 } // namespace
 
-FileHandle::FileHandle(int descriptor) : descriptor_(descriptor) {}
-
-FileHandle::~FileHandle()
-{
-    if (!notifier_ || isMainThread()) {
-        notifier_.reset();
-        ::close(descriptor_);
-        return;
-    }
-    // The notifier belongs to the main thread's event loop and must go before its descriptor does.
-    postToMain([notifier = std::shared_ptr<QSocketNotifier>(std::move(notifier_)), fd = descriptor_]() mutable {
-        notifier.reset();
-        ::close(fd);
-    });
-}
+FileHandle::FileHandle(int descriptor) : pipe_(descriptor) {}
 
 void FileHandle::readInBackgroundAndNotify()
 {
+    inBackground_ = true;
     if (isMainThread()) return arm();
     postToMain([weak = weak_from_this()] {
         if (const auto handle = weak.lock()) handle->arm();
@@ -49,28 +36,59 @@ void FileHandle::readInBackgroundAndNotify()
 void FileHandle::arm()
 {
     asked_ = true;
-    if (notifier_) {
-        if (!notifier_->isEnabled()) notifier_->setEnabled(true);
-        return;
-    }
-    notifier_ = std::make_unique<QSocketNotifier>(descriptor_, QSocketNotifier::Read);
-    // The last reference may go on another thread at this very moment.
-    QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [weak = weak_from_this()] {
+    if (ended_ || much_) return watch();
+    pipe_.rest();
+    if (!std::exchange(awaits_, true)) ReadPace::instance().await(weak_from_this());
+}
+
+void FileHandle::momentIsOver()
+{
+    awaits_ = false;
+    if (asked_) watch();
+}
+
+void FileHandle::watch()
+{
+    pipe_.watch([weak = weak_from_this()] {
         if (const auto handle = weak.lock()) handle->readable();
     });
 }
 
+void FileHandle::watchForEnd(int descriptor)
+{
+    const auto begin = [weak = weak_from_this(), end = std::make_shared<WatchedDescriptor>(descriptor)] {
+        const auto handle = weak.lock();
+        if (!handle) return;
+        handle->end_ = end;
+        end->watch([weak] {
+            if (const auto ended = weak.lock()) ended->writerEnded();
+        });
+    };
+    isMainThread() ? begin() : postToMain(begin);
+}
+
+void FileHandle::writerEnded()
+{
+    end_->rest();
+    ended_ = true;
+    while (notifyNow())
+        continue;
+    if (asked_) watch(); // another process writes on
+}
+
 void FileHandle::readable()
 {
-    if (!std::exchange(asked_, false)) return notifier_->setEnabled(false); // nobody wants it yet
+    if (!std::exchange(asked_, false)) return pipe_.rest(); // nobody wants it yet
     guarded("read notification", [this] {
-        NotificationCenter::standard().post({FileHandleReadCompletionNotification, this, readOnce()});
+        const QByteArray piece = readOnce();
+        much_ = piece.size() >= muchBytes;
+        NotificationCenter::standard().post({FileHandleReadCompletionNotification, this, piece});
     });
 }
 
 bool FileHandle::notifyNow()
 {
-    pollfd waiting{descriptor_, POLLIN, 0};
+    pollfd waiting{descriptor(), POLLIN, 0};
     if (!asked_ || ::poll(&waiting, 1, 0) <= 0) return false;
     readable();
     return true;
@@ -81,7 +99,7 @@ QByteArray FileHandle::readOnce()
     std::array<char, pieceBytes> buffer;
     ssize_t count = 0;
     do {
-        count = ::read(descriptor_, buffer.data(), buffer.size());
+        count = ::read(descriptor(), buffer.data(), buffer.size());
     } while (count < 0 && errno == EINTR);
     return count > 0 ? QByteArray(buffer.data(), count) : QByteArray();
 }

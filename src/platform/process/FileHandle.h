@@ -1,12 +1,13 @@
 // The read end of a pipe.
 #pragma once
 
+#include "platform/process/WatchedDescriptor.h"
+
 #include <QByteArray>
 #include <QString>
 
+#include <atomic>
 #include <memory>
-
-class QSocketNotifier;
 
 namespace zolt {
 
@@ -19,19 +20,29 @@ class FileHandle : public std::enable_shared_from_this<FileHandle>
 public:
     /// Takes over the descriptor and closes it with the object.
     explicit FileHandle(int descriptor);
-    ~FileHandle();
     FileHandle(const FileHandle&) = delete;
     FileHandle& operator=(const FileHandle&) = delete;
 
-    int descriptor() const { return descriptor_; }
+    int descriptor() const { return pipe_.number(); }
 
     /// Asks for one read in the background. Its notification is delivered on the main thread, whichever thread asked,
-    /// so that an event-driven task started on a task thread gets its output. Any thread; returns at once.
+    /// so that an event-driven task started on a task thread gets its output. It comes within some milliseconds
+    /// (ReadPace), at once where much is written or the writer has ended. Any thread; returns at once.
     void readInBackgroundAndNotify();
+
+    /// Whether that was ever asked for. Any thread.
+    bool readsInBackground() const { return inBackground_; }
+
+    /// Takes over a descriptor that can be read from when the writer has ended (a pidfd), so that nothing waits for its
+    /// moment from then on. Any thread.
+    void watchForEnd(int descriptor);
 
     /// Delivers now what was asked for in the background, if it can be read without waiting. Main thread.
     /// @return whether there was any, the end of file included
     bool notifyNow();
+
+    /// The moment that a read was to wait for is over. Main thread.
+    void momentIsOver();
 
     /// Waits until there are bytes and gives what one read returned; empty at end of file. Any thread.
     QByteArray availableData();
@@ -41,14 +52,19 @@ public:
 
 private:
     void arm();
+    void watch();
     void readable(); // whoever calls holds the handle, which the observer may drop
+    void writerEnded();
     QByteArray readOnce();
 
-    const int descriptor_;
-    // Met on the main thread only. Mostly the observer asks for the next piece at once, so the notifier stays enabled
-    // behind a delivery: to switch it off and on wakes the event loop each time.
-    std::unique_ptr<QSocketNotifier> notifier_;
+    WatchedDescriptor pipe_;
+    std::atomic<bool> inBackground_ = false;
+    // Met on the main thread only.
+    std::shared_ptr<WatchedDescriptor> end_;
     bool asked_ = false;
+    bool awaits_ = false; // its moment
+    bool ended_ = false;
+    bool much_ = false; // came with the last read
 };
 
 } // namespace zolt

@@ -5,8 +5,10 @@
 #include "platform/text/Text.h"
 #include "platform/threads/MainQueue.h"
 #include "platform/threads/NotificationCenter.h"
+#include "support/EndlessMoment.h"
 #include "support/EventLoop.h"
 #include "support/FakeTool.h"
+#include "support/HeldMutex.h"
 
 #include <QAbstractEventDispatcher>
 #include <QFile>
@@ -23,6 +25,11 @@
 
 using namespace zolt;
 using namespace Qt::StringLiterals;
+
+namespace zolt::test {
+std::mutex& mutexOf(const ChildProcess&);
+template struct OpenMutex<ChildProcess, &ChildProcess::drain_>;
+} // namespace zolt::test
 
 namespace {
 
@@ -42,6 +49,32 @@ QByteArray outputOf(const QStringList& arguments)
     process->launch();
     return process->standardOutput()->fileHandleForReading()->readDataToEndOfFile();
 }
+
+/// What its handle's notifications bring while it lives, asked for until the end.
+class Following
+{
+public:
+    explicit Following(std::shared_ptr<FileHandle> handle) : handle_(std::move(handle))
+    {
+        NotificationCenter::standard().addObserver(this, FileHandleReadCompletionNotification, handle_.get(),
+                                                   [this](const Notification& read) { take(read); });
+        handle_->readInBackgroundAndNotify();
+    }
+    ~Following()
+    {
+        NotificationCenter::standard().removeObserver(this, FileHandleReadCompletionNotification, handle_.get());
+    }
+    QByteArrayList pieces;
+    bool ended() const { return !pieces.isEmpty() && pieces.last().isEmpty(); }
+
+private:
+    void take(const Notification& read)
+    {
+        pieces += std::any_cast<QByteArray>(read.object);
+        if (!ended()) handle_->readInBackgroundAndNotify();
+    }
+    const std::shared_ptr<FileHandle> handle_;
+};
 
 } // namespace
 
@@ -155,20 +188,59 @@ TEST(ChildProcess, LastWordsAndTheEndAreHandedOverBeforeAWaitOnTheMainThreadRetu
 {
     const auto process = fakeProcess({u"out"_s, u"last words"_s});
     const auto handle = process->standardOutput()->fileHandleForReading();
-    QByteArrayList pieces;
-    const int observer = 0;
-    NotificationCenter::standard().addObserver(&observer, FileHandleReadCompletionNotification, handle.get(),
-                                               [&](const Notification& read) {
-                                                   pieces += std::any_cast<QByteArray>(read.object);
-                                                   if (!pieces.last().isEmpty()) handle->readInBackgroundAndNotify();
-                                               });
-    handle->readInBackgroundAndNotify();
+    const Following following(handle);
     process->launch();
     for (pollfd pipe{handle->descriptor(), 0, 0}; (pipe.revents & POLLHUP) == 0;)
         ASSERT_EQ(::poll(&pipe, 1, 60000), 1) << "until it has written all, without the event loop";
     process->waitUntilExit();
-    NotificationCenter::standard().removeObserver(&observer, FileHandleReadCompletionNotification, handle.get());
-    EXPECT_EQ(pieces, QByteArrayList({"last words", ""}));
+    EXPECT_EQ(following.pieces, QByteArrayList({"last words", ""}));
+}
+
+TEST(ChildProcess, ItsEndIsToldAtOnceWhileItsWordsWouldStillGather)
+{
+    const test::EndlessMoment moment;
+    const auto process = fakeProcess({u"out"_s, u"all"_s});
+    const Following following(process->standardOutput()->fileHandleForReading());
+    process->launch();
+    ASSERT_TRUE(test::runUntil([&] { return following.ended(); }));
+    EXPECT_EQ(following.pieces, QByteArrayList({"all", ""}));
+}
+
+TEST(ChildProcess, ItsEndIsToldAtOnceWhereAnotherThreadLaunchedIt)
+{
+    const test::EndlessMoment moment;
+    const auto process = fakeProcess({u"out"_s, u"all"_s});
+    const Following following(process->standardOutput()->fileHandleForReading());
+    std::thread([&] { process->launch(); }).join();
+    ASSERT_TRUE(test::runUntil([&] { return following.ended(); }));
+    EXPECT_EQ(following.pieces, QByteArrayList({"all", ""}));
+}
+
+TEST(ChildProcess, WhatIsWrittenBehindItsEndIsStillFollowed)
+{
+    const test::EndlessMoment moment;
+    const QTemporaryDir directory;
+    const QString go = directory.filePath(u"go"_s);
+    const auto process = fakeProcess({u"-c"_s, u"(until [ -e '%1' ]; do sleep 0.02; done; echo late) &"_s.arg(go)});
+    process->setLaunchPath(u"/bin/sh"_s);
+    const Following following(process->standardOutput()->fileHandleForReading());
+    process->launch();
+    process->waitUntilExit();
+    test::touch(go);
+    ASSERT_TRUE(test::runUntil([&] { return following.ended(); }));
+    EXPECT_EQ(following.pieces, QByteArrayList({"late\n", ""}));
+}
+
+TEST(ChildProcess, OneThatIsGoneBeforeTheMainThreadHearsOfItsLaunchIsNotWatched)
+{
+    auto process = fakeProcess({u"out"_s, u"all"_s});
+    process->standardOutput()->fileHandleForReading()->readInBackgroundAndNotify();
+    std::thread([&] {
+        process->launch();
+        process->waitUntilExit();
+    }).join();
+    process.reset();
+    test::runPosted(); // would meet the handle
 }
 
 TEST(ChildProcess, WaitsNestOnTheMainThread)
@@ -312,30 +384,36 @@ TEST(ChildProcess, ChildWhoseOwnerIsGoneIsStillToldToEndAndThenCollected)
 
 TEST(ChildProcess, WaitersThatThrowOutputAwayDoNotWaitForMoreOfIt)
 {
-    for (int round = 0; round < 20; ++round) {
-        const QTemporaryDir directory;
-        const QString go = directory.filePath(u"go"_s);
-        // What it leaves behind holds the pipe open: a read of an empty pipe would wait for that.
-        QStringList arguments;
-        for (int piece = 0; piece < 50; ++piece)
-            arguments << u"out"_s << u"text"_s;
-        const auto process = fakeProcess(arguments + QStringList{u"child"_s, u"wait-file"_s, go});
-        process->launch();
-        process->discardRemainingOutput();
-        std::atomic<int> returned = 0;
-        std::vector<std::thread> waiters;
-        for (int i = 0; i < 16; ++i) {
+    constexpr int waiting = 2;
+    const QTemporaryDir directory;
+    const QString go = directory.filePath(u"go"_s);
+    // What it leaves behind holds the pipe open: a read of an empty pipe would wait for that.
+    const auto process = fakeProcess({u"out"_s, u"text"_s, u"child"_s, u"wait-file"_s, go});
+    process->launch();
+    process->discardRemainingOutput();
+    pollfd output{process->standardOutput()->fileHandleForReading()->descriptor(), POLLIN, 0};
+    ASSERT_EQ(::poll(&output, 1, -1), 1);
+    std::atomic<int> returned = 0;
+    std::vector<std::thread> waiters;
+    {
+        // Both see the text before either takes it.
+        const std::lock_guard held(test::mutexOf(*process));
+        std::atomic<pid_t> ids[waiting] = {};
+        for (auto& id : ids) {
             waiters.emplace_back([&] {
+                id = gettid();
                 process->waitUntilExit();
                 ++returned;
             });
         }
-        EXPECT_TRUE(test::runUntil([&] { return returned == 16; }));
-        test::touch(go);
-        for (auto& waiter : waiters)
-            waiter.join();
-        process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(); // it still looks for the sign
+        ASSERT_TRUE(test::runUntil(
+            [&] { return std::all_of(std::begin(ids), std::end(ids), [](pid_t id) { return test::sleeps(id); }); }));
     }
+    EXPECT_TRUE(test::runUntil([&] { return returned == waiting; }));
+    test::touch(go);
+    for (auto& waiter : waiters)
+        waiter.join();
+    process->standardOutput()->fileHandleForReading()->readDataToEndOfFile(); // it still looks for the sign
 }
 
 namespace {
@@ -372,7 +450,7 @@ private:
 
 TEST(ChildProcess, SignalsDoNotCutAReadShort)
 {
-#ifdef ZOLT_SANITIZED
+#ifdef __SANITIZE_THREAD__
     GTEST_SKIP() << "the thread sanitizer hands signals on only when the read is over";
 #endif
     const Interrupting interrupting;

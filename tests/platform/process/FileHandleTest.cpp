@@ -4,10 +4,13 @@
 #include "platform/process/Pipe.h"
 #include "platform/threads/MainQueue.h"
 #include "platform/threads/NotificationCenter.h"
+#include "support/EndlessMoment.h"
 #include "support/EventLoop.h"
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
+#include <QPointer>
+#include <QSocketNotifier>
 #include <QTimer>
 
 #include <fcntl.h>
@@ -43,6 +46,16 @@ private:
 void put(const Pipe& pipe, const QByteArray& bytes)
 {
     ASSERT_EQ(::write(pipe.writeDescriptor(), bytes.data(), std::size_t(bytes.size())), bytes.size());
+}
+
+/// Has the event loop watch the handle, and everything on its way delivered.
+void watched(const Pipe& pipe)
+{
+    const auto& handle = pipe.fileHandleForReading();
+    const Reader reader(handle.get());
+    handle->readInBackgroundAndNotify();
+    put(pipe, "first");
+    ASSERT_TRUE(test::runUntil([&] { return !reader.pieces.empty(); }));
 }
 
 /// Counts how often the event loop wakes while it lives.
@@ -123,7 +136,7 @@ TEST(FileHandle, HandleGoneOnAnotherThreadClosesItsPipe)
     auto pipe = std::make_unique<Pipe>();
     auto handle = pipe->fileHandleForReading();
     const int descriptor = handle->descriptor();
-    handle->readInBackgroundAndNotify();
+    watched(*pipe);
     std::thread([&] {
         pipe.reset();
         handle.reset();
@@ -133,20 +146,48 @@ TEST(FileHandle, HandleGoneOnAnotherThreadClosesItsPipe)
     EXPECT_EQ(::fcntl(descriptor, F_GETFD), -1);
 }
 
+namespace {
+
+/// Finds the watcher of a descriptor by the first event that it gets.
+class WatcherOf : public QObject
+{
+public:
+    explicit WatcherOf(int descriptor) : descriptor_(descriptor) { qApp->installEventFilter(this); }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* const notifier = qobject_cast<QSocketNotifier*>(watched);
+        if (notifier && event->type() == QEvent::SockAct && notifier->socket() == descriptor_) found = notifier;
+        return false;
+    }
+    QPointer<QSocketNotifier> found;
+
+private:
+    const int descriptor_;
+};
+
+} // namespace
+
 TEST(FileHandle, HandleGoneWhileItsBytesAreOnTheirWayDeliversNothing)
 {
     auto pipe = std::make_unique<Pipe>();
     auto handle = pipe->fileHandleForReading();
     const Reader reader(handle.get());
+    const WatcherOf watcher(handle->descriptor());
     handle->readInBackgroundAndNotify();
     put(*pipe, "x");
+    ASSERT_TRUE(test::runUntil([&] { return reader.pieces.size() == 1; }));
+    handle->readInBackgroundAndNotify();
+    put(*pipe, "y");
     std::thread([&] {
         pipe.reset();
         handle.reset();
     }).join();
-    QCoreApplication::processEvents(); // its watcher is still there and sees the bytes
+    ASSERT_TRUE(watcher.found) << "it goes on the main thread";
+    QEvent bytes(QEvent::SockAct); // as the event loop sends it that has looked before
+    QCoreApplication::sendEvent(watcher.found, &bytes);
+    EXPECT_EQ(reader.pieces.size(), 1U);
     test::runPosted();
-    EXPECT_TRUE(reader.pieces.empty());
+    EXPECT_FALSE(watcher.found);
 }
 
 TEST(FileHandle, BlockingReadsGiveWhatIsThereAndThenTheEnd)
@@ -158,4 +199,42 @@ TEST(FileHandle, BlockingReadsGiveWhatIsThereAndThenTheEnd)
     pipe.closeWriteEnd();
     EXPECT_EQ(pipe.fileHandleForReading()->readDataToEndOfFile(), "def");
     EXPECT_TRUE(pipe.fileHandleForReading()->availableData().isEmpty());
+}
+
+TEST(FileHandle, SmallPiecesGatherUntilTheirMomentIsOver)
+{
+    const Pipe pipe;
+    const auto& handle = pipe.fileHandleForReading();
+    const Reader reader(handle.get());
+    {
+        const test::EndlessMoment moment;
+        handle->readInBackgroundAndNotify();
+        put(pipe, "one ");
+        for (int turn = 0; turn < 10; ++turn)
+            QCoreApplication::processEvents();
+        EXPECT_TRUE(reader.pieces.empty());
+        put(pipe, "two");
+        handle->momentIsOver();
+    }
+    ASSERT_TRUE(test::runUntil([&] { return !reader.pieces.empty(); }));
+    EXPECT_EQ(reader.pieces, std::vector<QByteArray>({"one two"}));
+}
+
+TEST(FileHandle, WhereMuchIsWrittenTheNextReadWaitsForNoMoment)
+{
+    const Pipe pipe;
+    const auto& handle = pipe.fileHandleForReading();
+    const Reader reader(handle.get());
+    const test::EndlessMoment moment;
+    handle->readInBackgroundAndNotify();
+    put(pipe, QByteArray(20000, 'x'));
+    handle->momentIsOver();
+    ASSERT_TRUE(test::runUntil([&] { return reader.pieces.size() == 1; }));
+    handle->readInBackgroundAndNotify();
+    put(pipe, "small");
+    ASSERT_TRUE(test::runUntil([&] { return reader.pieces.size() == 2; }));
+    handle->readInBackgroundAndNotify();
+    put(pipe, "again");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(reader.pieces.size(), 2U) << "behind a small piece it does again";
 }
