@@ -72,25 +72,26 @@ std::shared_ptr<ZOLTTask> toAppleLossless(const EncodeJob& job)
 const std::vector<EncodeRoute>& routes()
 {
     using enum WorkItem::Existing;
+    using enum EncodeRoute::Deletion;
     static const std::vector<EncodeRoute> rows{
-        {C::SHN, {}, {u"shntool"_s, u"shorten"_s}, true, false, Refused, true, toShorten},
-        {C::FLAC, {C::SHN, C::APE}, {u"shntool"_s, u"flac"_s}, true, false, Refused, true, toFlac},
-        {C::FLAC, {C::M4A}, {u"flac"_s, u"metaflac"_s}, false, true, Refused, false, toFlac},
-        {C::FLAC, {C::AIF, C::AIFF}, {u"flac"_s, u"metaflac"_s}, false, false, Refused, true, toFlac},
-        {C::FLAC, {}, {u"flac"_s}, false, false, Refused, true, toFlac},
-        {C::APE, {C::M4A}, {u"mac"_s}, false, true, Overwritten, false, alacToApe},
-        {C::APE, {C::AIF, C::AIFF}, {u"mac"_s}, false, true, Overwritten, true, toApe},
-        {C::APE, {}, {u"mac"_s}, false, false, Overwritten, true, toApe},
-        {C::WV, {C::M4A}, {u"wavpack"_s}, false, true, Refused, false, alacToWavpack},
-        {C::WV, {C::AIF, C::AIFF}, {u"wavpack"_s}, false, true, Refused, true, toWavpack},
-        {C::WV, {}, {u"wavpack"_s}, false, false, Refused, true, toWavpack},
-        {C::TTA, {C::M4A}, {u"ttaenc"_s}, false, true, Overwritten, false, alacToTrueAudio},
-        {C::TTA, {C::AIF, C::AIFF}, {u"ttaenc"_s}, false, true, Overwritten, true, toTrueAudio},
-        {C::TTA, {}, {u"ttaenc"_s}, false, false, Overwritten, true, toTrueAudio},
-        {C::M4A, {C::SHN}, {u"shntool"_s, u"AtomicParsley"_s}, true, true, Overwritten, true, toAppleLossless},
-        {C::M4A, {C::FLAC}, {u"flac"_s, u"AtomicParsley"_s}, false, true, Overwritten, true, toAppleLossless},
-        {C::M4A, {C::APE}, {u"mac"_s, u"AtomicParsley"_s}, false, true, Overwritten, true, toAppleLossless},
-        {C::M4A, {}, {u"AtomicParsley"_s}, false, false, Overwritten, true, toAppleLossless},
+        {C::SHN, {}, {u"shntool"_s, u"shorten"_s}, true, false, Refused, AsSet, toShorten},
+        {C::FLAC, {C::SHN, C::APE}, {u"shntool"_s, u"flac"_s}, true, false, Refused, ForGood, toFlac},
+        {C::FLAC, {C::M4A}, {u"flac"_s, u"metaflac"_s}, false, true, Refused, Impossible, toFlac},
+        {C::FLAC, {C::AIF, C::AIFF}, {u"flac"_s, u"metaflac"_s}, false, false, Refused, ForGood, toFlac},
+        {C::FLAC, {}, {u"flac"_s}, false, false, Refused, ForGood, toFlac},
+        {C::APE, {C::M4A}, {u"mac"_s}, false, true, Overwritten, Impossible, alacToApe},
+        {C::APE, {C::AIF, C::AIFF}, {u"mac"_s}, false, true, Overwritten, AsSet, toApe},
+        {C::APE, {}, {u"mac"_s}, false, false, Overwritten, AsSet, toApe},
+        {C::WV, {C::M4A}, {u"wavpack"_s}, false, true, Refused, Impossible, alacToWavpack},
+        {C::WV, {C::AIF, C::AIFF}, {u"wavpack"_s}, false, true, Refused, AsSet, toWavpack},
+        {C::WV, {}, {u"wavpack"_s}, false, false, Refused, AsSet, toWavpack},
+        {C::TTA, {C::M4A}, {u"ttaenc"_s}, false, true, Overwritten, Impossible, alacToTrueAudio},
+        {C::TTA, {C::AIF, C::AIFF}, {u"ttaenc"_s}, false, true, Overwritten, AsSet, toTrueAudio},
+        {C::TTA, {}, {u"ttaenc"_s}, false, false, Overwritten, AsSet, toTrueAudio},
+        {C::M4A, {C::SHN}, {u"shntool"_s, u"AtomicParsley"_s}, true, true, Overwritten, AsSet, toAppleLossless},
+        {C::M4A, {C::FLAC}, {u"flac"_s, u"AtomicParsley"_s}, false, true, Overwritten, AsSet, toAppleLossless},
+        {C::M4A, {C::APE}, {u"mac"_s, u"AtomicParsley"_s}, false, true, Overwritten, AsSet, toAppleLossless},
+        {C::M4A, {}, {u"AtomicParsley"_s}, false, false, Overwritten, AsSet, toAppleLossless},
     };
     return rows;
 }

@@ -23,13 +23,20 @@ struct EncodeJob
 /// One row; the first that fits a source counts.
 struct EncodeRoute
 {
+    /// What its task makes of a source that is to be deleted.
+    enum class Deletion {
+        Impossible, ///< it cannot, and says so
+        AsSet,      ///< it is gone, or in the trash
+        ForGood     ///< it never goes to the trash
+    };
+
     QString target;      ///< a constant of the formats
     QStringList sources; ///< extensions in upper case; empty for any
     QStringList tools;
     bool readsBySHNTool; ///< which runs a tool of the source's kind in turn
     bool staged;         ///< through a temporary WAV in the output folder
     WorkItem::Existing existing;
-    bool canDelete; ///< whether its task can delete the source
+    Deletion deletion;
     std::shared_ptr<ZOLTTask> (*task)(const EncodeJob& job);
 
     /// Where the output of a source goes.

@@ -180,11 +180,12 @@ void EncodeTab::plan(WorkPlan& plan, qsizetype row, const QString& format) const
                           .staged = route->staged,
                           .caution = caution(*route, type)});
     plan.tools += toolsOf(*route, type);
+    if (route->deletion == EncodeRoute::Deletion::ForGood) plan.neverToTrash = true;
 }
 
 QString EncodeTab::caution(const EncodeRoute& route, const QString& type) const
 {
-    if (deleteOriginalsButton->state() && !route.canDelete)
+    if (deleteOriginalsButton->state() && route.deletion == EncodeRoute::Deletion::Impossible)
         return u"The original of an %1 file cannot be deleted after encoding to %2: the command stops at the first of "
                "them"_s.arg(type, route.target);
     return declinedInWords(route.target, type);

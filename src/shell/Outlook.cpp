@@ -23,8 +23,8 @@ QString deletion(const WorkPlan& plan)
     if (!plan.deletes) return QString();
     const auto count = qsizetype(plan.items.size());
     const QString originals = count == 1 ? u"original"_s : counted(count, u"original"_s);
-    return (Util::deletesToTrash() ? u", and move the %1 to the trash"_s : u", and delete the %1 for good"_s)
-        .arg(originals);
+    const bool toTrash = Util::deletesToTrash() && !plan.neverToTrash;
+    return (toTrash ? u", and move the %1 to the trash"_s : u", and delete the %1 for good"_s).arg(originals);
 }
 
 } // namespace

@@ -29,6 +29,12 @@ QString previewLine()
                                                                                      u"01"_s);
 }
 
+/// Whoever shows the setting follows, the preferences too.
+void tellOfDeletion()
+{
+    NotificationCenter::standard().post({.name = PreferencesController::deletionChanged});
+}
+
 } // namespace
 
 int PreferencesController::mostThreads()
@@ -49,6 +55,7 @@ PreferencesController::PreferencesController()
 PreferencesController::~PreferencesController()
 {
     NotificationCenter::standard().removeObserver(this, C::ZOLTMaxThreadsChangedNotification, nullptr);
+    NotificationCenter::standard().removeObserver(this, deletionChanged, nullptr);
 }
 
 void PreferencesController::bindControls()
@@ -60,7 +67,7 @@ void PreferencesController::bindControls()
     showDeletion();
     maxThreadsStepper->setAction([this] { maxThreadsChanged(maxThreadsStepper.get()); });
     shnlenTrackListingFormat->setAction([this] { controlTextDidChange(*shnlenTrackListingFormat); });
-    trashOrDelete->setAction([this] { tellOfDeletion(); });
+    trashOrDelete->setAction([] { tellOfDeletion(); });
     restoreGeneralButton->setAction([this] { restoreGeneral(); });
     restoreMetadataButton->setAction([this] { restoreMetadata(); });
     // The queue's panel sets the same number.
@@ -69,6 +76,11 @@ void PreferencesController::bindControls()
                                                    const int* tasks = std::any_cast<int>(&notification.object);
                                                    if (tasks) showMaxThreads(*tasks);
                                                });
+    // The pages set it too.
+    NotificationCenter::standard().addObserver(this, deletionChanged, nullptr, [this](const Notification&) {
+        showDeletion();
+        showComplaint();
+    });
 }
 
 void PreferencesController::initData()
@@ -163,7 +175,6 @@ void PreferencesController::restoreGeneral()
         settings.remove(key);
     maxThreadsStepper->setIntValue(settings.integerForKey(threadsKey));
     maxThreadsChanged(nullptr);
-    showDeletion();
     tellOfDeletion();
 }
 
@@ -180,15 +191,15 @@ void PreferencesController::showMaxThreads(int tasks)
     maxThreadsStepperText->setIntValue(maxThreadsStepper->intValue());
 }
 
+void PreferencesController::setDeletion(int index)
+{
+    UserDefaults::standard().set(deletionKey, index);
+    tellOfDeletion();
+}
+
 void PreferencesController::showDeletion()
 {
     trashOrDelete->selectIndex(Util::deletesToTrash() ? 1 : 0);
-}
-
-void PreferencesController::tellOfDeletion()
-{
-    showComplaint();
-    NotificationCenter::standard().post({.name = deletionChanged});
 }
 
 void PreferencesController::showPreview()

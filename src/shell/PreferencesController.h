@@ -68,6 +68,9 @@ public:
     void showWindow();
     const std::shared_ptr<Window>& window() const { return window_; }
 
+    /// Saves what becomes of deleted files and tells everybody, whoever shows the setting. Main thread.
+    /// @param index  of the choice: 0 for good, 1 to the trash
+    static void setDeletion(int index);
     /// The notification that what becomes of deleted files is another thing now. Main thread.
     static inline const QString deletionChanged = QStringLiteral("deletionChanged");
 
@@ -78,7 +81,6 @@ private:
     void bindControls();
     void showMaxThreads(int tasks);
     void showDeletion();
-    void tellOfDeletion();
     void showPreview();
     void showComplaint();
 

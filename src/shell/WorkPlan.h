@@ -54,6 +54,7 @@ struct WorkPlan
     bool indivisible = false;    ///< the list is worked on as a whole: no row of it can be left out for a problem
     QList<qsizetype> passedOver; ///< rows that the command makes nothing of
     bool deletes = false;        ///< the sources go after success
+    bool neverToTrash = false;   ///< they are gone for good then, whatever the setting says
     QStringList tools;           ///< that the command runs
     QString words;               ///< "23 FLAC files to WAV"; with no item, a sentence that says so
     bool besideSources = false;  ///< outputs stand beside their sources

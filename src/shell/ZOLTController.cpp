@@ -195,6 +195,14 @@ QStringList ZOLTController::getFilesFileManager(const QString& path) const
     return files;
 }
 
+QString ZOLTController::folderInFront() const
+{
+    const auto item = selectedTabViewItem();
+    const BaseTab* const tab = item ? tabOfLabel(item->label()) : nullptr;
+    if (!tab || tab->fileNames().isEmpty()) return {};
+    return path::deletingLastComponent(tab->fileNames().at(0));
+}
+
 void ZOLTController::addFiles(const QStringList& paths)
 {
     const auto item = selectedTabViewItem();

@@ -91,6 +91,8 @@ public:
     /// What an empty list of that tab offers to take, in order: those, and M4A where it takes some of them.
     QStringList offeredExtensions(const QString& label) const;
     BaseTab* tabOfLabel(const QString& label) const { return tabMap_.value(label); }
+    /// Where the first file of the tab in front lies; empty for an empty list.
+    QString folderInFront() const;
 
 private:
     enum TabIndex { DecodeIndex, EncodeIndex, ChecksumIndex };

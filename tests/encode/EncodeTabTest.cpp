@@ -586,6 +586,14 @@ TEST_F(EncodePlan, StopAtAnAppleLosslessSourceIsToldBeforehand)
     EXPECT_TRUE(caution(u"TTA"_s, u"a.m4a"_s).isEmpty());
 }
 
+TEST_F(EncodePlan, OriginalsOfFlacFilesAreToldToMissTheTrash)
+{
+    for (const QString& source : {u"a.wav"_s, u"a.aiff"_s, u"a.shn"_s, u"a.ape"_s})
+        EXPECT_TRUE(planned(u"FLAC"_s, {source}).neverToTrash) << source.toStdString();
+    for (const QString& target : {u"SHN"_s, u"WV"_s, u"TTA"_s, u"APE"_s, u"M4A"_s})
+        EXPECT_FALSE(planned(target, {u"a.wav"_s}).neverToTrash) << target.toStdString();
+}
+
 TEST_F(EncodePlan, PlacesFollowTheChoices)
 {
     tab.deleteOriginalsButton->setState(true);

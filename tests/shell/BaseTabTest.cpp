@@ -90,6 +90,21 @@ TEST_F(BaseTabs, OrderIsLiteralAndCaseSensitiveOnTheWholePath)
               QStringList({u"/B/1.flac"_s, u"/a/10.flac"_s, u"/a/2.flac"_s, u"/b/1.flac"_s}));
 }
 
+TEST_F(BaseTabs, EachAdditionAndClearingIsShownAndAdditionsAreTold)
+{
+    const auto reloads = [this] { return decode.tableView->reloads(); };
+    unsigned before = reloads();
+    decode.addFile(u"/b.txt"_s); // judged by nobody
+    decode.addFile(u"/a.flac"_s);
+    EXPECT_EQ(decode.fileNames().copy(), QStringList({u"/a.flac"_s, u"/b.txt"_s}));
+    EXPECT_EQ(decode.additions, 2);
+    EXPECT_GE(reloads(), before + 2);
+    before = reloads();
+    decode.clearButtonClick(nullptr);
+    EXPECT_TRUE(decode.fileNames().isEmpty());
+    EXPECT_GT(reloads(), before);
+}
+
 TEST_F(BaseTabs, ClearingAnEmptyListDoesNothingVisible)
 {
     decode.clearButtonClick(nullptr);

@@ -1,6 +1,7 @@
 #include "ShellFixture.h"
 
 #include "engine/ZOLTTask.h"
+#include "shell/PreferencesController.h"
 
 #include <QProcess>
 
@@ -21,6 +22,35 @@ TEST_F(Controller, AboutTabShowsNameVersionAndBuild)
 {
     EXPECT_EQ(controller.ZoltTitleTextField->stringValue(), u"Zolt Toolkit 1.0"_s);
     EXPECT_EQ(controller.buildTextField->stringValue(), u"(Build 1)"_s);
+}
+
+TEST_F(Controller, PreferencesAreReadyOnceTheInterfaceIsThereAndComeWhenAskedFor)
+{
+    const Window& window = *controller.preferencesController().window();
+    EXPECT_TRUE(window.toolbar());
+    EXPECT_FALSE(window.isVisible());
+    controller.showPreferencePanel(nullptr);
+    EXPECT_TRUE(window.isVisible());
+}
+
+TEST_F(Controller, TabsWithTrackNamesGetTheirWindowAtTheEndOfLaunching)
+{
+    struct NamedTab : PlainTab
+    {
+        void setTrackNameWindow(const std::shared_ptr<TrackNameInputController>& window) override { names = window; }
+        std::shared_ptr<TrackNameInputController> names;
+    };
+    ZOLTController fresh;
+    NamedTab shntool, named, other;
+    fresh.addTab(shntool, Constants::SHNTOOL);
+    fresh.addTab(named, Constants::TAGS);
+    fresh.addTab(other, Constants::ENCODE);
+    EXPECT_FALSE(shntool.names || named.names);
+    fresh.applicationDidFinishLaunching();
+    EXPECT_TRUE(shntool.names);
+    EXPECT_EQ(shntool.names, fresh.trackNameInputController());
+    EXPECT_EQ(named.names, fresh.trackNameInputController());
+    EXPECT_FALSE(other.names);
 }
 
 TEST_F(Controller, TheTabInFrontIsToldAtTheEndOfLaunching)
@@ -48,6 +78,17 @@ TEST_F(Controller, FolderFromOutsideIsFilteredWithNoAlert)
     controller.applicationOpenFiles({folder()});
     EXPECT_EQ(decode.fileNames().copy(), QStringList{folder() + u"/show/a.flac"_s});
     EXPECT_TRUE(panels_.alerts().empty());
+}
+
+TEST_F(Controller, TheFolderInFrontIsThatOfTheFirstFile)
+{
+    EXPECT_EQ(controller.folderInFront(), QString());
+    controller.addFiles({u"/b/2.flac"_s, u"/a/1.flac"_s});
+    EXPECT_EQ(controller.folderInFront(), u"/a"_s);
+    select(encodeIndex);
+    EXPECT_EQ(controller.folderInFront(), QString());
+    select(aboutIndex);
+    EXPECT_EQ(controller.folderInFront(), QString());
 }
 
 TEST_F(Controller, AboutTabInFrontRoutesByExtension)
@@ -80,6 +121,17 @@ TEST_F(Controller, FileThatNoTabTakesSelectsTheEncodeTabAndGoesNowhere)
     EXPECT_TRUE(encode.fileNames().isEmpty() && decode.fileNames().isEmpty() && checksum.fileNames().isEmpty());
 }
 
+TEST_F(Controller, WhatFileManagersLeaveGoesNowhereFromOutside)
+{
+    const QStringList left{u"/show/.DS_Store"_s, u"/show/.TOC.plist"_s};
+    select(utilIndex); // takes any other file
+    controller.addFiles(left);
+    EXPECT_TRUE(util.fileNames().isEmpty());
+    select(aboutIndex);
+    controller.addFiles(left);
+    EXPECT_EQ(selected(), aboutIndex);
+}
+
 TEST_F(Controller, LastPathDecidesWhichTabIsSelected)
 {
     select(aboutIndex);
@@ -95,6 +147,9 @@ TEST_F(Controller, OddExtensionEntersByContentThroughTheTabButNotFromOutside)
     EXPECT_TRUE(encode.fileNames().isEmpty());
     encode.addFiles({odd});
     EXPECT_EQ(encode.fileNames().count(), 1);
+    EXPECT_TRUE(controller.isValidFilePath(Constants::LOSSY, odd));
+    for (const QString& label : {Constants::DECODE, Constants::TAGS})
+        EXPECT_FALSE(controller.isValidFilePath(label, odd)) << "no plain audio there: " << label.toStdString();
 }
 
 TEST_F(Controller, ChecksumTakesAllAndUtilHasNoEntry)

@@ -1,9 +1,15 @@
 #include "shell/FileList.h"
 
 #include "platform/errors/Exceptions.h"
+#include "support/HeldMutex.h"
 
 using namespace zolt;
 using namespace Qt::StringLiterals;
+
+namespace zolt::test {
+std::mutex& mutexOf(const FileList&);
+template struct OpenMutex<FileList, &FileList::mutex_>;
+} // namespace zolt::test
 
 TEST(FileList, IsSortedLiterallyAndKeepsAPathThatComesTwice)
 {
@@ -42,4 +48,21 @@ TEST(FileList, ThreadsFillItAndReadItSideBySide)
     const QStringList all = list.copy();
     EXPECT_EQ(all.size(), threads * each * paths);
     EXPECT_TRUE(std::is_sorted(all.begin(), all.end()));
+}
+
+TEST(FileList, NobodyTouchesThePathsWhileAnotherDoes)
+{
+    FileList list({u"/a"_s, u"/b"_s});
+    const std::function<void()> operations[] = {
+        [&] { list.copy(); },
+        [&] { list.count(); },
+        [&] { list.isEmpty(); },
+        [&] { list.at(0); },
+        [&] { list.addSorted({u"/c"_s}); },
+        [&] { list.removeAt({0}); },
+        [&] { list.remove({u"/b"_s}); },
+        [&] { list.clear(); },
+    };
+    for (std::size_t index = 0; index < std::size(operations); ++index)
+        EXPECT_TRUE(test::waitsFor(test::mutexOf(list), operations[index])) << "operation " << index;
 }

@@ -1,9 +1,11 @@
 #include "shell/Outlook.h"
 
+#include "platform/desktop/UserDefaults.h"
 #include "shell/Wording.h"
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QSet>
 
 namespace zolt {
@@ -103,6 +105,16 @@ TEST_F(OutlookTest, SpeaksOfOneFileInTheSingular)
     plan.deletes = true;
     EXPECT_EQ(told({u"/a/1.flac"_s}).intention,
               u"1 FLAC file to WAV beside its source, and delete the original for good"_s);
+}
+
+TEST_F(OutlookTest, TellsOfTheTrashWhereTheOriginalsGoThere)
+{
+    UserDefaults::standard().set(u"trashOrDelete"_s, 1);
+    const auto back = qScopeGuard([] { UserDefaults::standard().remove(u"trashOrDelete"_s); });
+    plan.deletes = true;
+    EXPECT_TRUE(told({u"/a/1.flac"_s}).intention.endsWith(u", and move the original to the trash"_s));
+    plan.neverToTrash = true;
+    EXPECT_TRUE(told({u"/a/1.flac"_s}).intention.endsWith(u", and delete the original for good"_s));
 }
 
 TEST_F(OutlookTest, TellsOfDeletionAndOfTheFolder)

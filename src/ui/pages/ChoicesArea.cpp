@@ -8,6 +8,8 @@
 #include <QLayout>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QStyle>
+#include <QStyleOptionSpinBox>
 
 namespace zolt {
 
@@ -16,6 +18,7 @@ namespace {
 constexpr int narrowest = 220; // units; below it the choices scroll sideways too
 constexpr int lowest = 120;
 constexpr int headingRoom = 8; // units above a heading
+constexpr int gap = 6;         // units between the choices and their scroll bar
 
 /// A choice that the wheel would change; a scroll bar is none.
 bool turnsWithTheWheel(const QWidget& widget)
@@ -34,6 +37,19 @@ void makeHeading(QLabel& label)
     label.setContentsMargins(0, headingRoom, 0, 0);
 }
 
+/// Without the number, which stands elsewhere, and without its room.
+void leaveArrows(QWidget& spinBox)
+{
+    constexpr int frame = 4; // units on both sides together
+    spinBox.findChild<QLineEdit*>()->hide();
+    QStyleOptionSpinBox option;
+    option.initFrom(&spinBox);
+    option.rect = QRect(QPoint(), spinBox.sizeHint());
+    const QStyle& style = *spinBox.style();
+    const QRect arrow = style.subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, &spinBox);
+    spinBox.setFixedWidth(arrow.width() + frame);
+}
+
 /// A slider looks the same whether it can be moved or not: its label tells.
 void showOnLabels(const QWidget& choice)
 {
@@ -49,16 +65,17 @@ ChoicesArea::ChoicesArea(QWidget* parent) : QScrollArea(parent)
     setWidgetResizable(true);
     setFrameShape(NoFrame);
     setFocusPolicy(Qt::NoFocus);
+    verticalScrollBar()->installEventFilter(this);
 }
 
 QWidget& ChoicesArea::fill(void (*setUp)(QWidget&))
 {
     auto* const choices = new QWidget;
     setUp(*choices);
-    if (choices->layout()) choices->layout()->setContentsMargins(0, 0, 0, 0);
     for (QWidget* const child : choices->findChildren<QWidget*>())
         tend(*child);
     setWidget(choices);
+    keepGap(false);
     // The page's own colour shows through.
     choices->setAutoFillBackground(false);
     viewport()->setAutoFillBackground(false);
@@ -72,7 +89,7 @@ void ChoicesArea::tend(QWidget& child)
     if (auto* const line = qobject_cast<QLineEdit*>(&child); line && !line->property("takesFolders").toBool())
         line->setAcceptDrops(false); // a file that falls here is for the list
     if (label && label->buddy()) label->buddy()->installEventFilter(this);
-    if (child.property("arrowsOnly").toBool()) child.findChild<QLineEdit*>()->hide(); // its number stands elsewhere
+    if (child.property("arrowsOnly").toBool()) leaveArrows(child);
     if (!turnsWithTheWheel(child)) return;
     child.setFocusPolicy(Qt::StrongFocus);
     child.installEventFilter(this);
@@ -85,8 +102,17 @@ bool ChoicesArea::isPassedBy(const QObject& watched) const
     return control && widget() && widget()->isAncestorOf(control) && !control->hasFocus();
 }
 
+void ChoicesArea::keepGap(bool scrolls)
+{
+    if (!widget() || !widget()->layout()) return;
+    const int room = scrolls ? gap : 0;
+    widget()->layout()->setContentsMargins(isRightToLeft() ? room : 0, 0, isRightToLeft() ? 0 : room, 0);
+}
+
 bool ChoicesArea::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == verticalScrollBar() && event->type() == QEvent::Show) keepGap(true);
+    if (watched == verticalScrollBar() && event->type() == QEvent::Hide) keepGap(false);
     if (event->type() == QEvent::EnabledChange) showOnLabels(*static_cast<QWidget*>(watched));
     if (event->type() == QEvent::Wheel && isPassedBy(*watched)) {
         event->ignore();
@@ -99,7 +125,9 @@ QSize ChoicesArea::sizeHint() const
 {
     if (!widget()) return QScrollArea::sizeHint();
     const QSize content = widget()->minimumSizeHint();
-    return {content.width() + verticalScrollBar()->sizeHint().width(), content.height()};
+    const QMargins margins = widget()->layout() ? widget()->layout()->contentsMargins() : QMargins();
+    const int bar = gap + verticalScrollBar()->sizeHint().width(); // kept free, so that nothing moves when it comes
+    return {content.width() - margins.left() - margins.right() + bar, content.height()};
 }
 
 QSize ChoicesArea::minimumSizeHint() const

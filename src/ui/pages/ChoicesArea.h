@@ -25,6 +25,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// Keeps the choices off their scroll bar while it is there.
+    void keepGap(bool scrolls);
     void tend(QWidget& child);
     bool isPassedBy(const QObject& watched) const;
 };

@@ -9,6 +9,7 @@
 #include "ui/binding/Bindings.h"
 #include "ui/files/FileListView.h"
 #include "ui/files/FilesPanel.h"
+#include "ui/pages/DeletionChoice.h"
 #include "ui/pages/DestinationField.h"
 #include "ui/panels/AlertContext.h"
 #include "ui_CommandPage.h"
@@ -104,6 +105,8 @@ void CommandPage::bindOutlets()
         else if (!table || *table != tab_.tableView)
             bindings.bind(outlet); // the list has its panel
     }
+    auto* const deletion = static_cast<DeletionChoice*>(choices_->findChild<QComboBox*>(u"deletionChoice"_s));
+    if (deletion) deletion->follow(*choices_->findChild<QAbstractButton*>(u"deleteOriginalsButton"_s));
 }
 
 DestinationField* CommandPage::destination() const

@@ -77,5 +77,15 @@ TEST_F(ChoicesAreaTest, OverATextItScrollsTheText)
     EXPECT_EQ(scrolled(), 0);
 }
 
+TEST_F(ChoicesAreaTest, TheChoicesKeepOffTheirScrollBarWithoutMovingThePage)
+{
+    const int width = area_.sizeHint().width();
+    EXPECT_EQ(area_.widget()->layout()->contentsMargins().right(), 6);
+    area_.resize(300, 2000);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !area_.verticalScrollBar()->isVisible(); }));
+    EXPECT_EQ(area_.widget()->layout()->contentsMargins().right(), 0);
+    EXPECT_EQ(area_.sizeHint().width(), width);
+}
+
 } // namespace
 } // namespace zolt::test
