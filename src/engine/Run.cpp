@@ -21,6 +21,11 @@ Outcome outcomeOf(const ZOLTTask& task)
     return task.error() ? Outcome::Failed : Outcome::Complete;
 }
 
+qsizetype Run::failedRows() const
+{
+    return std::count_if(rows.begin(), rows.end(), [](const RunRow& row) { return row.failed(); });
+}
+
 QString inWords(const Run& run)
 {
     return u"%1 complete, %2 failed, %3 canceled, %4"_s.arg(grouped(run.complete), grouped(run.failed),

@@ -62,6 +62,8 @@ struct Run
 
     qsizetype ended() const { return complete + failed + canceled; }
     qsizetype count() const { return qsizetype(rows.size()); }
+    /// How many rows are not as they should be: also those that are complete with a report that says so.
+    qsizetype failedRows() const;
 };
 
 /// "28 complete, 2 failed, 0 canceled, 0:07".

@@ -37,12 +37,14 @@ OptionalText firstTaken(const QStringList& paths)
     return taken == paths.end() ? std::nullopt : OptionalText(*taken);
 }
 
-void moveFiles(const QStringList& files, const QStringList& paths)
+qsizetype moveFiles(const QStringList& files, const QStringList& paths)
 {
+    qsizetype moved = 0;
     for (qsizetype index = 0; index < files.size(); ++index) {
         qCInfo(utilLog).noquote() << "moving" << files[index] << "to" << paths[index];
-        moveItem(files[index], paths[index]);
+        if (moveItem(files[index], paths[index])) ++moved;
     }
+    return moved;
 }
 
 } // namespace zolt

@@ -13,7 +13,7 @@ QStringList renamedPaths(const QStringList& files, const QString& prefix);
 /// The first of the paths at which something stands already; nothing if all are free.
 OptionalText firstTaken(const QStringList& paths);
 
-/// Moves each file to the path of the same index. What cannot be moved stays without a word but for the log.
-void moveFiles(const QStringList& files, const QStringList& paths);
+/// Moves each file to the path of the same index; what cannot be moved stays. @return how many were moved
+qsizetype moveFiles(const QStringList& files, const QStringList& paths);
 
 } // namespace zolt

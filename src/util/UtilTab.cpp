@@ -4,6 +4,7 @@
 #include "engine/ZOLTTaskResults.h"
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
+#include "platform/text/Counts.h"
 #include "shell/Constants.h"
 #include "shell/ZOLTStringGetterPanel.h"
 #include "util/BatchRename.h"
@@ -135,8 +136,10 @@ void UtilTab::rename()
     if (!prefix || prefix->isEmpty()) return clearFiles();
     const QStringList files = fileNames().copy(), paths = renamedPaths(files, *prefix);
     if (const OptionalText taken = firstTaken(paths)) return complain(u"File at \"%1\" already exists"_s.arg(*taken));
-    moveFiles(files, paths);
+    const qsizetype moved = moveFiles(files, paths), kept = files.size() - moved;
     clearFiles();
+    scanNote->setStringValue(counted(moved, u"file"_s) + u" renamed"_s +
+                             (kept > 0 ? u"; %1 could not be"_s.arg(kept) : QString()));
 }
 
 void UtilTab::addReplayGain()

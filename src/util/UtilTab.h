@@ -94,7 +94,8 @@ public:
     std::shared_ptr<TextField> dvdAudioDiscTimeStaticText = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<TextField> dvdAudioDiscSizeStaticText = std::make_shared<TextField>(TextField::labelStyle());
     std::shared_ptr<Button> tracksOfDiscButton = std::make_shared<Button>();
-    std::shared_ptr<TextField> scanNote = std::make_shared<TextField>(TextField::labelStyle()); ///< why a list went
+    std::shared_ptr<TextField> scanNote =
+        std::make_shared<TextField>(TextField::labelStyle()); ///< why a list went, or what became of it
 
 private:
     /// One of the commands, by its title.

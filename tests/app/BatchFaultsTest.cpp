@@ -16,6 +16,7 @@ using namespace zolt::test;
 using namespace Qt::StringLiterals;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 using testing::UnorderedElementsAre;
 
 namespace {
@@ -125,6 +126,51 @@ TEST_F(BatchFaults, ExistingOutputsAreLeftOutWhereAskedFor)
     const auto second = run({u"decode"_s, u"--skip-existing"_s, u"a.flac"_s, u"b.flac"_s});
     EXPECT_EQ(second.status, 0) << "all was done before";
     EXPECT_TRUE(second.rows.isEmpty());
+}
+
+TEST_F(BatchFaults, OutputsOfEitherFateAreLeftOutWhereAskedFor)
+{
+    makeFlac(in(u"a.flac"_s));
+    write(in(u"a.wav"_s), "stays");
+    write(in(u"b.tta"_s), "a decoder that overwrites");
+    write(in(u"b.wav"_s), "stays too");
+    const auto outcome = run({u"decode"_s, u"--skip-existing"_s, u"a.flac"_s, u"b.tta"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors.toStdString();
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("2 files left out"));
+    EXPECT_EQ(contents(in(u"b.wav"_s)), "stays too");
+}
+
+TEST_F(BatchFaults, AListIsMadeInAFolderThatIsNotThere)
+{
+    makeFlac(in(u"a.flac"_s));
+    for (const QString& kind : {u"MD5"_s, u"ST5"_s, u"FFP"_s}) {
+        const QString list = u"lists/%1/sums"_s.arg(kind);
+        const auto outcome = run({u"checksum"_s, u"create"_s, u"--kind"_s, kind, u"--out"_s, list, u"a.flac"_s});
+        EXPECT_EQ(outcome.status, 0) << outcome.errors.toStdString();
+        EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("made the folder"));
+        EXPECT_TRUE(QFile::exists(in(list))) << kind.toStdString();
+        const bool hasRow = !outcome.rows.isEmpty();
+        EXPECT_EQ(hasRow, kind != u"FFP") << "made without a task";
+        EXPECT_NE(hasRow, outcome.errors.contains(u"wrote "_s + in(list)));
+    }
+}
+
+TEST_F(BatchFaults, AListThatCannotBeWrittenIsNoSuccess)
+{
+    makeFlac(in(u"a.flac"_s));
+    write(in(u"file"_s), "in the way");
+    QDir().mkpath(in(u"folder"_s));
+    const auto creation = [&](const QString& kind, const QString& list) {
+        return run({u"checksum"_s, u"create"_s, u"--kind"_s, kind, u"--out"_s, list, u"a.flac"_s});
+    };
+    EXPECT_EQ(creation(u"MD5"_s, u"file/sums.md5"_s).status, 2);
+    EXPECT_EQ(creation(u"MD5"_s, u"folder"_s).status, 2);
+    for (const QString& kind : {u"MD5"_s, u"FFP"_s}) {
+        const auto outcome = creation(kind, u"/proc/sums"_s); // where root too can write nothing
+        EXPECT_NE(outcome.status, 0) << kind.toStdString();
+        EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("/proc"));
+    }
+    EXPECT_NE(run({u"shntool"_s, u"cue"_s, u"--out"_s, u"/proc/show.cue"_s, u"a.flac"_s}).status, 0);
 }
 
 TEST_F(BatchFaults, AListThatNamesABadFileEndsWithOne)
@@ -252,11 +298,26 @@ TEST_F(BatchFaults, EachBadInputIsNamedAndTheOthersAreDone)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  good.flac"_s));
     EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("missing.flac: No such file or directory"));
-    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("noext: nothing here can decode"));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("noext: decode does not take files of this kind"));
     EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("notes.txt: decode does not take files of this kind"));
     EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("later.xyz.wv2: No such file"));
     EXPECT_THAT(outcome.errors.toStdString(),
                 HasSubstr("Some files types were not recognized by this tab and were skipped"));
+}
+
+TEST_F(BatchFaults, FilesOfOtherKindsInAFolderAreNoFault)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"show"_s)));
+    makeFlac(in(u"show/a.flac"_s));
+    write(in(u"show/notes.txt"_s), "text");
+    ASSERT_EQ(run({u"checksum"_s, u"create"_s, u"show"_s}).status, 0);
+    const auto outcome = run({u"checksum"_s, u"verify"_s, u"show"_s});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors.toStdString();
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("2 files of other kinds left alone\n"));
+    EXPECT_THAT(outcome.errors.toStdString(), Not(HasSubstr("notes.txt")));
+    const auto named = run({u"checksum"_s, u"verify"_s, u"show"_s, u"show/notes.txt"_s});
+    EXPECT_EQ(named.status, 1) << "one that is asked for by its name is told";
+    EXPECT_THAT(named.errors.toStdString(), HasSubstr("notes.txt: checksum verify does not take files of this kind"));
 }
 
 TEST_F(BatchFaults, WhatAWalkFindsAndCannotBeReadIsNamed)

@@ -127,6 +127,7 @@ TEST_F(BatchInterrupt, CtrlCCancelsAndLetsTheRunningToolEnd)
     EXPECT_THAT(outcome.rows,
                 UnorderedElementsAre(u"Canceled  1.flac"_s, u"Canceled  2.flac"_s, u"Canceled  3.flac"_s));
     EXPECT_TRUE(contents(in(u"1.wav"_s)).startsWith("RIFF")) << "the running tool went on to its end";
+    EXPECT_FALSE(QFile::exists(in(u"2.wav"_s)) || QFile::exists(in(u"3.wav"_s)));
     expectSourcesKept();
 }
 

@@ -13,7 +13,10 @@ const std::vector<CommandSyntax>& commands()
          {{u"format"_s, u"FORMAT"_s, {u"WAV"_s, u"AIFF"_s}, u"format"_s},
           {u"out"_s, u"DIR"_s, {}, u"where"_s},
           {u"hard"_s, {}, {}, u"hard"_s}}},
-        {u"sum test"_s, u"tests sums"_s, {{u"deep"_s, {}, {}, u"deep"_s}}},
+        {u"sum test"_s,
+         u"tests sums"_s,
+         {{u"deep"_s, {}, {}, u"deep"_s},
+          {u"kind"_s, u"KIND"_s, {u"ONE"_s, u"ANOTHER"_s, u"A-THIRD"_s, u"A-FOURTH"_s}, u"which"_s}}},
         {u"sum make"_s, u"makes sums"_s, {}, false},
     };
     return table;
@@ -123,4 +126,12 @@ TEST(BatchOptions, HelpNamesEveryOption)
     for (const QString& option : {u"--format WAV|AIFF"_s, u"--out DIR"_s, u"--hard"_s, u"--jobs N"_s, u"--yes"_s}) {
         EXPECT_TRUE(help.contains(option)) << option.toStdString();
     }
+}
+
+TEST(BatchOptions, HelpTellsOptionsFromTheirWordsHoweverLongTheyAre)
+{
+    const QString help = helpText(commands(), u"sum test"_s);
+    EXPECT_TRUE(help.contains(u"\n  --kind ONE|ANOTHER|A-THIRD|A-FOURTH  which\n"_s)) << help.toStdString();
+    EXPECT_TRUE(help.contains(u"\n  --deep                               deep\n"_s)) << help.toStdString();
+    EXPECT_TRUE(help.contains(u"\n  --jobs N                             how many"_s)) << help.toStdString();
 }

@@ -109,11 +109,13 @@ TEST_F(BatchTags, AShowIsNamedFromACueSheetWithItsAlbumAndArtist)
 TEST_F(BatchTags, ShowsTextForPeople)
 {
     flac(u"a.flac"_s);
-    setTagsElsewhere(in(u"a.flac"_s), {u"TITLE=Ночь"_s, u"COMMENT=two\nlines"_s, u"MOOD=calm"_s});
+    setTagsElsewhere(in(u"a.flac"_s),
+                     {u"TITLE=Ночь"_s, u"COMMENT=two\nlines"_s, u"MOOD=calm"_s, u"A_NAME_OF_SOME_LENGTH=1"_s});
     addArtElsewhere(in(u"a.flac"_s), samples.picture("png"), u"image/png"_s);
     const auto outcome = run({u"tags"_s, u"show"_s, u"a.flac"_s});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, in(u"a.flac"_s) + u"\n  title         Ночь\n  comment       two\\nlines\n"
+                                                "  A_NAME_OF_SOME_LENGTH 1\n"
                                                 "  MOOD          calm\n  cover         PNG, 60 × 40, %1\n"_s.arg(
                                                     zolt::sizeInWords(QFileInfo(samples.picture("png")).size())));
 }
@@ -128,6 +130,14 @@ TEST_F(BatchTags, ShowsJsonForPrograms)
     EXPECT_EQ(tags[u"disc-total"_s].toString(), u"2"_s);
     EXPECT_EQ(tags[u"custom"_s].toObject()[u"MOOD"_s].toString(), u"calm"_s);
     EXPECT_FALSE(tags.contains(u"cover"_s));
+}
+
+TEST_F(BatchTags, AFileThatIsNotWhatItsNameSaysIsNamed)
+{
+    write(in(u"a.flac"_s), "no sound");
+    const auto outcome = run({u"tags"_s, u"show"_s, u"a.flac"_s});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("a.flac: this is no FLAC file"));
 }
 
 TEST_F(BatchTags, AFileThatCannotBeReadIsNamedAndTheOthersAreShown)
@@ -188,7 +198,8 @@ TEST_F(BatchTags, EmptyingSeveralFilesHasToBeMeant)
     EXPECT_EQ(refused.status, 2);
     EXPECT_THAT(
         refused.errors.toStdString(),
-        HasSubstr("Artist, date, disc, comment, genre, composer, discs and tracks will be emptied in 2 files."));
+        HasSubstr(
+            "Artist, date, disc, comment, genre, composer, disc total and track total will be emptied in 2 files."));
     EXPECT_THAT(refused.errors.toStdString(), HasSubstr("--yes"));
     EXPECT_EQ(shown(u"a.flac"_s)[u"genre"_s].toString(), u"Jam"_s);
     EXPECT_EQ(set(QStringList{u"--yes"_s} + arguments).status, 0);

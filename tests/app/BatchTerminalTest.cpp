@@ -19,7 +19,7 @@ using testing::Not;
 
 namespace {
 
-/// A run at a terminal: what the program writes and reads goes through a pseudo-terminal of 80 by 24.
+/// A run at a terminal: what the program writes and reads goes through a pseudo-terminal of 80 columns.
 class BatchTerminal : public BatchTest
 {
 protected:
@@ -28,7 +28,7 @@ protected:
         if (terminal_ >= 0) ::close(terminal_);
     }
 
-    void startAtTerminal(const QStringList& arguments)
+    void startAtTerminal(const QStringList& arguments, unsigned short lines = 24)
     {
         std::vector<QByteArray> texts{QByteArray(ZOLT_BATCH)};
         for (const QString& argument : arguments)
@@ -45,7 +45,7 @@ protected:
             environmentPointers.push_back(each.data());
         environmentPointers.push_back(nullptr);
         const QByteArray directory = QFile::encodeName(in({}));
-        winsize size = {24, 80, 0, 0};
+        winsize size = {lines, 80, 0, 0};
         child_ = ::forkpty(&terminal_, nullptr, nullptr, &size);
         if (child_ != 0) return;
         if (::chdir(directory.constData()) == 0) ::execve(pointers[0], pointers.data(), environmentPointers.data());
@@ -136,6 +136,22 @@ TEST_F(BatchTerminal, ShowsRunningRowsAndClearsThem)
     EXPECT_THAT(seen(), HasSubstr("Complete  a.flac"));
     const std::string afterwards = seen().substr(seen().rfind("Complete"));
     EXPECT_THAT(afterwards, Not(HasSubstr("to go")));
+}
+
+TEST_F(BatchTerminal, RunningRowsLeaveALineForTheirCountAndOneForTheCursor)
+{
+    standInForFlac(u"while [ ! -e \"$dir/go\" ]; do sleep 0.01; done\nexec \"$real\" \"$@\"\n"_s);
+    QStringList files;
+    for (int file = 0; file < 6; ++file) {
+        files += u"%1.flac"_s.arg(file);
+        makeFlac(in(files.last()));
+    }
+    startAtTerminal(QStringList{u"decode"_s, u"--jobs"_s, u"6"_s} + files, 5);
+    readUntil("6 to go\r\n");
+    const std::string shown = seen().substr(seen().rfind("\x1b[J") + 1); // all of it if it is the first
+    EXPECT_EQ(QByteArray::fromStdString(shown).count(".flac  "), 3) << shown;
+    write(in(u"go"_s), {});
+    EXPECT_EQ(finishStatus(), 0);
 }
 
 TEST_F(BatchTerminal, CtrlCReachesTheProgramAlone)

@@ -63,6 +63,8 @@ TEST_F(BatchUtil, RenamesToAPrefixAndANumber)
     EXPECT_EQ(outcome.status, 0) << outcome.errors.toStdString();
     EXPECT_EQ(files(u"show"_s), QStringList({u"My 01.flac"_s, u"My 02.wav"_s}));
     EXPECT_EQ(contents(in(u"show/My 02.wav"_s)), "show/b.wav");
+    EXPECT_THAT(outcome.rows, testing::ElementsAre(u"Complete  a.x.flac"_s, u"Complete  b.wav"_s));
+    EXPECT_THAT(outcome.errors.toStdString(), HasSubstr("2 complete, 0 failed, 0 canceled"));
 }
 
 TEST_F(BatchUtil, ANameThatIsTakenRenamesNothingAndFails)

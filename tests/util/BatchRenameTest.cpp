@@ -43,12 +43,22 @@ TEST_F(UtilTest, RenamesAThousandFilesAtOnce)
     tab.setPrefix(u"show "_s);
     tab.executeCommand(nullptr);
     EXPECT_TRUE(tab.fileNames().isEmpty());
+    EXPECT_EQ(tab.scanNote->stringValue(), u"1,000 files renamed"_s);
     const QStringList renamed = directoryOf(pathOf(u"in"_s));
     EXPECT_EQ(renamed.size(), 1000);
     EXPECT_TRUE(renamed.contains(u"show 01.wav"_s) && renamed.contains(u"show 1000.wav"_s));
     QFile last(pathOf(u"in/show 1000.wav"_s));
     ASSERT_TRUE(last.open(QIODevice::ReadOnly));
     EXPECT_EQ(last.readAll(), "999");
+}
+
+TEST_F(UtilTest, AFileThatCannotBeRenamedIsCounted)
+{
+    choose(UtilTab::renaming);
+    tab.addFiles({file(u"a.wav"_s), pathOf(u"gone/b.wav"_s)});
+    tab.setPrefix(u"x"_s);
+    tab.executeCommand(nullptr);
+    EXPECT_EQ(tab.scanNote->stringValue(), u"1 file renamed; 1 could not be"_s);
 }
 
 TEST_F(UtilTest, OneNameThatIsTakenKeepsAllFilesAndTheList)

@@ -158,18 +158,25 @@ QString spelled(const OptionSyntax& option)
     return u"--%1 %2"_s.arg(option.name, option.choices.isEmpty() ? option.value : option.choices.join(u'|'));
 }
 
+/// One line for each option; what they do begins in one column.
 QString optionLines(const std::vector<OptionSyntax>& options)
 {
+    constexpr qsizetype gap = 2;
+    qsizetype width = 0;
+    for (const OptionSyntax& option : options)
+        width = std::max(width, spelled(option).size() + gap);
     QString lines;
     for (const OptionSyntax& option : options)
-        lines += u"  %1%2\n"_s.arg(spelled(option).leftJustified(26), option.help);
+        lines += u"  %1%2\n"_s.arg(spelled(option).leftJustified(width), option.help);
     return lines;
 }
 
 QString commandHelp(const CommandSyntax& command)
 {
+    std::vector<OptionSyntax> options = command.options;
+    options.insert(options.end(), commonOptions().begin(), commonOptions().end());
     return u"Usage: zolt-batch %1 [OPTION...] FILE|FOLDER...\n%2\n\n"_s.arg(command.name, command.summary) +
-           optionLines(command.options) + optionLines(commonOptions());
+           optionLines(options);
 }
 
 } // namespace

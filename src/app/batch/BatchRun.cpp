@@ -19,8 +19,11 @@
 #include "shell/ZOLTController.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QEventLoop>
+#include <QSet>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
 
@@ -78,6 +81,34 @@ bool preventsStart(OutlookProblem::Kind kind)
 {
     using Kind = OutlookProblem::Kind;
     return kind == Kind::MissingTool || kind == Kind::MissingFolder || kind == Kind::Collision;
+}
+
+/// Whether the command writes its option's one file, such as a list of sums: no tool tells if that fails.
+bool writesOneFile(const CommandSyntax& syntax)
+{
+    return std::any_of(syntax.options.begin(), syntax.options.end(),
+                       [](const OptionSyntax& each) { return each.name == u"out" && each.value == u"FILE"; });
+}
+
+/// A sentence for the user why nothing can be written at the path; empty where something may.
+QString faultOfNewFile(const QString& path)
+{
+    const QString folder = path::deletingLastComponent(path);
+    if (isDirectory(path)) return onOneLine(path) + u" is a folder"_s;
+    if (!isDirectory(folder)) return u"the folder %1 is not there"_s.arg(onOneLine(folder));
+    if (!LocalDisk().isWritable(folder)) return u"the folder %1 cannot be written to"_s.arg(onOneLine(folder));
+    return {};
+}
+
+/// The rows of a command without tasks, to be summed up as those of the queue are.
+Run runOf(const std::vector<RunRow>& rows, qint64 milliseconds)
+{
+    Run run{.rows = {rows.begin(), rows.end()}, .milliseconds = milliseconds};
+    const auto count = [&rows](Outcome outcome) { return std::ranges::count(rows, outcome, &RunRow::outcome); };
+    run.complete = count(Outcome::Complete);
+    run.failed = count(Outcome::Failed);
+    run.canceled = count(Outcome::Canceled);
+    return run;
 }
 
 void takeUpSignals()
@@ -139,19 +170,44 @@ void BatchRun::answer(const BaseTab& tab)
 void BatchRun::work(BaseTab& tab)
 {
     makeFolder(tab);
+    if (!canWriteFile(tab)) return;
     if (command_.ready && !command_.ready(tab, options_)) return;
     if (!mayStart(tab)) return;
     if (command_.atOnce) return workAtOnce(tab);
     press(tab);
     waitForAll();
+    tellOfFile();
+}
+
+/// Of the one file that the command writes: what no row tells.
+void BatchRun::tellOfFile()
+{
+    if (file_.isEmpty() || !pressed_ || anyFailed_ || signal_ != 0) return;
+    if (!exists(file_)) return refuse(onOneLine(file_) + u" could not be written"_s);
+    if (!program_->record().current()) rows_->note(u"wrote "_s + onOneLine(file_));
+}
+
+/// Finds out which file it is that the command writes, if it is one.
+bool BatchRun::canWriteFile(const BaseTab& tab)
+{
+    if (!writesOneFile(command_.syntax)) return true;
+    const WorkPlan plan = tab.workPlan();
+    const bool isKnown = !plan.items.empty() && !plan.items.front().outputs.isEmpty();
+    file_ = options_.value(u"out"_s, isKnown ? plan.items.front().outputs.first() : QString());
+    const QString fault = file_.isEmpty() ? QString() : faultOfNewFile(file_);
+    if (!fault.isEmpty()) refuse(fault);
+    return fault.isEmpty();
 }
 
 void BatchRun::workAtOnce(BaseTab& tab)
 {
+    QElapsedTimer sinceStart;
+    sinceStart.start();
     const Done done = command_.atOnce(tab, options_, [this] {
         takeUpSignals();
         return signal_ == 0;
     });
+    const qint64 milliseconds = sinceStart.elapsed();
     print(stdout, done.text);
     for (const RunRow& row : done.rows) {
         rowAdded(row);
@@ -161,6 +217,7 @@ void BatchRun::workAtOnce(BaseTab& tab)
     for (const QString& fault : done.faults)
         refuse(onOneLine(fault));
     pressed_ = !done.rows.empty() || !done.text.isEmpty();
+    if (!done.rows.empty()) atOnce_ = runOf(done.rows, milliseconds);
 }
 
 void BatchRun::refuse(const QString& text)
@@ -176,6 +233,7 @@ bool BatchRun::enterFiles(BaseTab& tab)
     if (signal_ != 0) return false; // given up halfway: nothing can be said of what is not there
     for (const QString& each : leftOut)
         refuse(each);
+    if (inputs.otherKinds() > 0) rows_->note(counted(inputs.otherKinds(), u"file"_s) + u" of other kinds left alone"_s);
     const QString said = command_.note ? command_.note(tab) : QString();
     if (!said.isEmpty()) refuse(onOneLine(said));
     if (tab.fileNames().isEmpty()) rows_->note(u"nothing to %1"_s.arg(options_.command));
@@ -184,15 +242,22 @@ bool BatchRun::enterFiles(BaseTab& tab)
 
 void BatchRun::makeFolder(const BaseTab& tab)
 {
-    const QString folder = textOrEmpty(tab.destination());
+    const bool isFile = writesOneFile(command_.syntax) && options_.has(u"out"_s);
+    const QString folder =
+        isFile ? path::deletingLastComponent(options_.value(u"out"_s)) : textOrEmpty(tab.destination());
     if (folder.isEmpty() || exists(folder)) return;
     if (makeDirectories(folder)) rows_->note(u"made the folder "_s + onOneLine(folder));
 }
 
 void BatchRun::leaveOut(const Outlook& outlook)
 {
-    const auto* const existing = outlook.problem(OutlookProblem::Kind::Existing);
-    if (existing && options_.has(u"skip-existing"_s)) leftOut_ = existing->rows;
+    if (!options_.has(u"skip-existing"_s)) return;
+    QSet<qsizetype> rows;
+    for (const OutlookProblem& problem : outlook.problems) {
+        if (problem.kind == OutlookProblem::Kind::Existing) rows.unite({problem.rows.begin(), problem.rows.end()});
+    }
+    leftOut_ = rows.values();
+    std::sort(leftOut_.begin(), leftOut_.end());
     if (!leftOut_.isEmpty()) rows_->note(counted(leftOut_.size(), u"file"_s) + u" left out: the outputs exist"_s);
 }
 
@@ -306,7 +371,8 @@ void BatchRun::printReports() const
 
 void BatchRun::printSummary() const
 {
-    if (const Run* const run = program_->record().current()) print(stderr, inWords(*run) + u'\n');
+    const Run* const run = atOnce_ ? &*atOnce_ : program_->record().current();
+    if (run) print(stderr, inWords(*run) + u'\n');
 }
 
 int BatchRun::status() const

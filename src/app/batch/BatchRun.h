@@ -45,6 +45,8 @@ private:
 
     bool enterFiles(BaseTab& tab);
     void makeFolder(const BaseTab& tab);
+    bool canWriteFile(const BaseTab& tab);
+    void tellOfFile();
     bool mayStart(const BaseTab& tab);
     void leaveOut(const Outlook& outlook);
     void answer(const BaseTab& tab);
@@ -71,6 +73,8 @@ private:
     std::unique_ptr<Program> program_;
     QTimer stopTick_;
     QHash<QString, QStringList> outputs_; ///< by source
+    QString file_;                        ///< the one that the command writes; empty for another command
+    std::optional<Run> atOnce_;           ///< of a command without tasks
     QList<qsizetype> leftOut_;            ///< rows of the list whose output exists already
     bool pressed_ = false;
     bool anyFailed_ = false;

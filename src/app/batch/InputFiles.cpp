@@ -56,7 +56,7 @@ QStringList InputFiles::enterReadable()
     for (const QString& path : readable) {
         // What the tab took and put out again it has told itself.
         if (listed.contains(path) || isDirectory(path) || (files.isEmpty() && tab_.isValid(path))) continue;
-        leftOut.append(u"%1: %2 does not take files of this kind"_s.arg(onOneLine(path), options_.command));
+        leftOut.append(otherKind(path));
     }
     return leftOut;
 }
@@ -71,24 +71,29 @@ void InputFiles::removeRepeated()
     if (!rows.isEmpty()) tab_.removeRows(rows);
 }
 
-QString InputFiles::faultInList(const QString& file, bool passedOver) const
+QString InputFiles::otherKind(const QString& file) const
 {
-    const QString fault = faultOf(file); // of what a walk has found
-    if (!fault.isEmpty() || !passedOver) return fault;
-    return u"%1: nothing here can %2 a file of this kind"_s.arg(onOneLine(file), options_.command);
+    return u"%1: %2 does not take files of this kind"_s.arg(onOneLine(file), options_.command);
 }
 
 QStringList InputFiles::removeUnhandled()
 {
     const WorkPlan plan = tab_.workPlan();
     const QSet<qsizetype> passedOver(plan.passedOver.begin(), plan.passedOver.end());
+    const QSet<QString> given(options_.files.begin(), options_.files.end());
     QStringList leftOut;
     QList<qsizetype> rows;
     for (qsizetype row = 0; row < plan.files.size(); ++row) {
-        const QString fault = faultInList(plan.files[row], passedOver.contains(row));
-        if (fault.isEmpty()) continue;
-        leftOut.append(fault);
+        const QString& file = plan.files[row];
+        const QString fault = faultOf(file); // of what a walk has found
+        if (fault.isEmpty() && !passedOver.contains(row)) continue;
         rows.append(row);
+        if (!fault.isEmpty())
+            leftOut.append(fault);
+        else if (given.contains(file))
+            leftOut.append(otherKind(file));
+        else
+            ++otherKinds_;
     }
     if (!rows.isEmpty()) tab_.removeRows(rows);
     return leftOut;

@@ -23,15 +23,18 @@ public:
 
     /// @return a sentence for the user about each input that is left out
     QStringList enter();
+    /// How many files of folders are left out because the command is for other kinds: nobody asked for just these.
+    qsizetype otherKinds() const { return otherKinds_; }
 
 private:
     QStringList enterReadable();
     void removeRepeated();
     QStringList removeUnhandled();
-    QString faultInList(const QString& file, bool passedOver) const;
+    QString otherKind(const QString& file) const;
 
     BaseTab& tab_;
     const BatchOptions& options_;
+    qsizetype otherKinds_ = 0;
 };
 
 } // namespace batch

@@ -4,9 +4,11 @@
 #include "platform/errors/Exceptions.h"
 #include "platform/files/FileNames.h"
 #include "tags/CoverInWords.h"
+#include "tags/FileKind.h"
 #include "tags/TagFields.h"
 #include "tags/TagRoutes.h"
 
+#include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -18,8 +20,16 @@ namespace {
 
 QString line(const QString& name, const QString& value)
 {
-    constexpr int width = 14;
-    return value.isEmpty() ? QString() : u"  %1%2\n"_s.arg(name.leftJustified(width), onOneLine(value));
+    constexpr int width = 13;
+    return value.isEmpty() ? QString() : u"  %1 %2\n"_s.arg(name.leftJustified(width), onOneLine(value));
+}
+
+/// Where the letters at a file's start tell that it is not what its name says; the reader just finds no tags in it.
+bool isOtherThanNamed(const QString& path)
+{
+    static const QHash<QString, const char*> letters{{u"FLAC"_s, "fLaC"}, {u"WV"_s, "wvpk"}, {u"APE"_s, "MAC "}};
+    const auto found = letters.constFind(path::extension(path).toUpper());
+    return found != letters.constEnd() && !startsWithLetters(path, *found);
 }
 
 QJsonObject factsOf(const Image& art)
@@ -37,6 +47,8 @@ TagsListing::TagsListing(QString path) : path_(std::move(path)), tags_(std::make
     const TagRoute* const route = tagRouteFor(path_);
     try {
         if (route) tags_ = route->read(path_);
+        if (isOtherThanNamed(path_))
+            fault_ = u"%1: this is no %2 file"_s.arg(onOneLine(path_), path::extension(path_).toUpper());
     } catch (const PlatformException& fault) {
         fault_ = onOneLine(path_) + u": "_s + fault.reason();
     }

@@ -25,6 +25,19 @@ OptionSyntax folderOption()
     return {u"out"_s, u"DIR"_s, {}, u"writes into DIR; needed"_s, true};
 }
 
+/// Presses the tab; a file is renamed when its old name is gone.
+Done rename(BaseTab& tab, const BatchOptions&, const std::function<bool()>&)
+{
+    const QStringList files = tab.fileNames().copy();
+    tab.executeCommand(nullptr);
+    Done done;
+    for (const QString& file : files)
+        done.rows.push_back({.title = path::lastComponent(file),
+                             .source = file,
+                             .outcome = exists(file) ? Outcome::Failed : Outcome::Complete});
+    return done;
+}
+
 BatchCommand renameCommand()
 {
     return {.syntax = {u"util rename"_s,
@@ -34,7 +47,8 @@ BatchCommand renameCommand()
                 auto& tab = chosen(program, UtilTab::renaming);
                 tab.setPrefix(options.value(u"prefix"_s));
                 return tab;
-            }};
+            },
+            .atOnce = rename};
 }
 
 BatchCommand gainCommand()
