@@ -23,8 +23,8 @@ const std::vector<TagField>& tagFields()
         {u"commentText"_s, u"comment"_s, u"comment"_s, &R::commentText, &R::setCommentText},
         {u"genreText"_s, u"genre"_s, u"genre"_s, &R::genreText, &R::setGenreText},
         {u"composerText"_s, u"composer"_s, u"composer"_s, &R::composerText, &R::setComposerText},
-        {u"discTotalText"_s, u"discs"_s, u"disc-total"_s, &R::discTotalText, &R::setDiscTotalText},
-        {u"trackTotalText"_s, u"tracks"_s, u"track-total"_s, &R::trackTotalText, &R::setTrackTotalText},
+        {u"discTotalText"_s, u"disc total"_s, u"disc-total"_s, &R::discTotalText, &R::setDiscTotalText},
+        {u"trackTotalText"_s, u"track total"_s, u"track-total"_s, &R::trackTotalText, &R::setTrackTotalText},
     };
     return all;
 }

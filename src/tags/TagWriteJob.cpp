@@ -48,9 +48,16 @@ TagsObject TagWriteJob::recordFor(const Row& row) const
 void TagWriteJob::tellIn(WorkPlan& plan) const
 {
     for (const Row& row : rows)
-        plan.items.push_back({.row = row.row, .source = row.path});
+        plan.items.push_back({.row = row.row, .source = row.path, .caution = cautionOf(row)});
     plan.words = words();
     if (!rows.isEmpty()) plan.cautions += cautions();
+}
+
+QString TagWriteJob::cautionOf(const Row& row) const
+{
+    if (!isNamed || row.row < names.size()) return {};
+    if (names.isEmpty()) return u"There are no track names yet."_s;
+    return u"The track names end at row %1: enter more of them, or leave out what is behind it."_s.arg(names.size());
 }
 
 /// "Write artist and album to 12 files".
@@ -91,9 +98,9 @@ QStringList TagWriteJob::cautions() const
         if (has({C::FLAC})) all += u"FLAC files lose every tag and picture that is not shown here."_s;
         if (artIsUnreadable) all += u"The picture that cannot be shown here is removed from the file."_s;
     }
-    if (tags.albumArt() && has({C::MP3})) all += u"MP3 files keep the covers that they have beside it."_s;
+    if (tags.albumArt() && has({C::MP3})) all += u"MP3 files keep the covers that they have; this one is added."_s;
     if (tags.albumArt() && !writesEmpty && has({C::FLAC}))
-        all += u"FLAC files keep the covers that they have beside it."_s;
+        all += u"FLAC files keep the covers that they have; this one is added."_s;
     if (tags.albumArt() && has({C::WV, C::APE})) all += u"WV and APE files hold no cover."_s;
     if (removesArt && (!writesEmpty || has({C::M4A})))
         all += has({C::M4A}) ? u"The cover stays in the file: of M4A files it can only be replaced."_s

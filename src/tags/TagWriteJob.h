@@ -34,6 +34,7 @@ struct TagWriteJob
 
 private:
     QString words() const;
+    QString cautionOf(const Row& row) const;
     QStringList cautions() const;
     QString emptied() const;
     bool has(const QStringList& kinds) const;

@@ -212,7 +212,8 @@ TagsObject TagsTab::sharedRecord(bool isOne) const
     for (const TagField& field : isOne ? std::span(tagFields()) : sharedTagFields())
         (tags.*field.setText)(control(field).stringValue());
     if (albumArtImageView->image()) tags.setAlbumArt(albumArtImageView->image());
-    if (const auto& custom = customTagsPanel_.customTagDictionary()) tags.setCustomTagsDictionary(*custom);
+    // The dictionary may be that of a file shown before; a write makes it anew from the texts.
+    if (customTagsPanel_.customTagDictionary()) tags.setCustomTagsDictionary(customTagsPanel_.tagsInTexts());
     return tags;
 }
 

@@ -71,10 +71,15 @@ void ZOLTCustomTagsPanel::fillTags(const std::optional<CustomTags>& tags)
 
 void ZOLTCustomTagsPanel::fillTagsDictionary()
 {
-    customTagDictionary_.emplace();
+    customTagDictionary_ = tagsInTexts();
+}
+
+CustomTags ZOLTCustomTagsPanel::tagsInTexts() const
+{
+    CustomTags tags;
     for (int count = 1; count <= pairCount; ++count)
-        customTagDictionary_->insert(stringValue(nameText(count)->stringValue()),
-                                     stringValue(valueText(count)->stringValue()));
+        tags.insert(stringValue(nameText(count)->stringValue()), stringValue(valueText(count)->stringValue()));
+    return tags;
 }
 
 void ZOLTCustomTagsPanel::clearTags()

@@ -30,6 +30,8 @@ public:
     void fillTags(const std::optional<CustomTags>& tags);
     /// Makes the dictionary anew from the sixteen texts, trimmed. Kept: blank pairs are one entry of empty texts.
     void fillTagsDictionary();
+    /// What fillTagsDictionary would make of the texts now.
+    CustomTags tagsInTexts() const;
     /// Empties the texts; the dictionary stays.
     void clearTags();
     /// Sets a pair. @param count  1 to 8; any other does nothing

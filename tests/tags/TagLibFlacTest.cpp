@@ -213,6 +213,21 @@ TEST(TagLibFlac, PictureIsWrittenAsPngWithItsSizeAndDepth)
               tags.albumArt()->drawn().convertToFormat(QImage::Format_RGB32));
 }
 
+TEST(TagLibFlac, OfAPictureInSeveralSizesTheLastIsWritten)
+{
+    TagFiles files;
+    const QByteArray narrow = contentOf(files.picture("png", 16)), wide = contentOf(files.picture("png", 32));
+    const auto number = [](quint32 value) { return QByteArray(reinterpret_cast<const char*>(&value), 4); };
+    QByteArray icon = QByteArray::fromHex("000001000200"); // two entries, each pointing at a PNG
+    icon += QByteArray::fromHex("1028000001002000") + number(narrow.size()) + number(38);
+    icon += QByteArray::fromHex("2028000001002000") + number(wide.size()) + number(38 + narrow.size());
+    TagsObject tags;
+    tags.setAlbumArt(Image::fromData(icon + narrow + wide));
+    write(files.flac(), tags);
+    const QString shown = printed(u"metaflac"_s, {u"--list"_s, u"--block-type=PICTURE"_s, files.flac()});
+    EXPECT_TRUE(shown.contains(u"width: 32"_s)) << shown.toStdString();
+}
+
 TEST(TagLibFlac, PictureWrittenTwiceIsThereTwice)
 {
     TagFiles files;

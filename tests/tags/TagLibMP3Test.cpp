@@ -1,6 +1,8 @@
 #include "tags/TagLibTagsHelper.h"
 
 #include "platform/errors/Exceptions.h"
+#include "support/FileSizeLimit.h"
+#include "support/LogCapture.h"
 #include "tags/Id3Samples.h"
 #include "tags/TagFiles.h"
 
@@ -129,6 +131,22 @@ TEST(TagLibMP3, TrackOfTheOldestTagFollows)
     write(files.mp3(), numbered(u"9"_s, u"12"_s, std::nullopt, std::nullopt));
     EXPECT_EQ(contentOf(files.mp3()).right(2).at(0), '\x09');
     EXPECT_EQ(textsOf(rawFrames(files.mp3()), u"TRCK"_s), QStringList(u"9/12"_s));
+}
+
+TEST(TagLibMP3, FileOfAnotherKindThatHoldsFramesOfThisOneIsLeftAlone)
+{
+    TagFiles files;
+    const QByteArray sound = contentOf(files.mp3());
+    for (const QByteArray& start : {QByteArray("\0\0\0\x20"
+                                               "ftypM4A ",
+                                               12),
+                                    QByteArray("fLaC"), QByteArray("OggS"), QByteArray("RIFF"), QByteArray("FORM"),
+                                    QByteArray("MAC "), QByteArray("wvpk"), QByteArray("TTA1"), QByteArray("ajkg"),
+                                    QByteArray("caff"), QByteArray("\x1a\x45\xdf\xa3")}) {
+        writeContent(files.mp3(), start + sound);
+        EXPECT_THROW(write(files.mp3(), texts()), AssertionException) << start.toStdString();
+        EXPECT_EQ(contentOf(files.mp3()), start + sound) << start.toStdString();
+    }
 }
 
 TEST(TagLibMP3, TagThatTheLibraryCannotReadWholeIsLeftAlone)
@@ -361,4 +379,24 @@ TEST(TagLibMP3, FieldsOfOtherTagsInTheFileAreEmptiedToo)
     write(files.mp3(), TagsObject(), true);
     EXPECT_TRUE(isBlank(*helper.tagsForMP3File(files.mp3())));
     EXPECT_FALSE(contentOf(files.mp3()).contains("an older title"));
+}
+
+TEST(TagLibMP3, TagBehindTheSoundNeedsItsRoomToo)
+{
+    const LogCapture log;
+    TagFiles files;
+    TagsObject tags;
+    tags.setTitleText(u"short"_s);
+    write(files.mp3(), tags); // which leaves padding ahead of the sound
+    const QByteArray title = QByteArray("\3\0\0\0\0\0\0\0Title\0old", 17);
+    const QByteArray facts = QByteArray("\xd0\7\0\0\x31\0\0\0\1\0\0\0\0\0\0\0", 16) + QByteArray(8, '\0');
+    const QByteArray before = contentOf(files.mp3()) + title + "APETAGEX" + facts;
+    writeContent(files.mp3(), before);
+    ASSERT_EQ(helper.tagsForMP3File(files.mp3())->titleText(), u"short"_s);
+    tags.setTitleText(QString(700, u'x'));
+    {
+        const FileSizeLimit limit(before.size());
+        EXPECT_TRUE(helper.writeTagsForMP3FileTagObjectWriteEmptyTags(files.mp3(), tags, false));
+    }
+    EXPECT_EQ(contentOf(files.mp3()), before);
 }

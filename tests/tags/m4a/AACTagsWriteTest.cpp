@@ -8,7 +8,12 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <QRegularExpression>
+
 #include <libavcodec/version.h>
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 using namespace zolt;
 using namespace zolt::test;
@@ -125,6 +130,37 @@ TEST_F(AACTagsWrite, AFileIsOptimisedAlsoForAnEmptyRecord)
     write(path, TagsObject());
     EXPECT_EQ(atomNames(contentOf(path)), QByteArrayList({"ftyp", "moov", "mdat"}));
     EXPECT_EQ(itemsOf(path), items);
+}
+
+namespace {
+
+/// The names that come up in a folder while the work is done.
+QStringList namesMade(const QString& folder, const std::function<void()>& work)
+{
+    const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
+    EXPECT_GE(inotify_add_watch(watch, QFile::encodeName(folder).constData(), IN_CREATE), 0);
+    work();
+    alignas(inotify_event) char events[4096];
+    const ssize_t size = ::read(watch, events, sizeof events);
+    ::close(watch);
+    QStringList names;
+    for (ssize_t at = 0; at < size;) {
+        const auto* const event = reinterpret_cast<const inotify_event*>(events + at);
+        names += QFile::decodeName(event->name);
+        at += ssize_t(sizeof(inotify_event) + event->len);
+    }
+    return names;
+}
+
+} // namespace
+
+TEST_F(AACTagsWrite, TheNewFileIsMadeBesideTheOldOneWithItsExtension)
+{
+    const QString file = files_.lossless();
+    const QStringList made = namesMade(QFileInfo(file).path(), [&] { write(file, fullRecord()); });
+    ASSERT_EQ(made.size(), 1) << made.join(u' ').toStdString();
+    static const QRegularExpression form(u"^Zolt-[0-9a-f]{8}-[A-Za-z0-9]{8}\\.m4a$"_s);
+    EXPECT_TRUE(form.match(made.first()).hasMatch()) << made.first().toStdString();
 }
 
 TEST_F(AACTagsWrite, DifficultTextsComeBack)

@@ -134,10 +134,10 @@ TEST_F(TagsTabTest, ThePlanSaysWhatGoesWhere)
     EXPECT_EQ(tab.workPlan().words, u"Write title, track, artist and album to 2 files"_s);
     EXPECT_TRUE(tab.workPlan().cautions.isEmpty());
     tab.setWriteEmptyTags(true);
-    EXPECT_THAT(
-        tab.workPlan().cautions,
-        testing::ElementsAre(u"Date, disc, comment, genre, composer, discs and tracks will be emptied in 2 files."_s,
-                             u"FLAC files lose every tag and picture that is not shown here."_s));
+    EXPECT_THAT(tab.workPlan().cautions,
+                testing::ElementsAre(
+                    u"Date, disc, comment, genre, composer, disc total and track total will be emptied in 2 files."_s,
+                    u"FLAC files lose every tag and picture that is not shown here."_s));
 }
 
 TEST_F(TagsTabTest, ThePlanSaysWhatBecomesOfCoversAndCustomTags)
@@ -151,13 +151,42 @@ TEST_F(TagsTabTest, ThePlanSaysWhatBecomesOfCoversAndCustomTags)
     EXPECT_THAT(tab.workPlan().cautions, IsEmpty());
     tab.albumArtImageView->replaceImage(cover);
     EXPECT_EQ(tab.workPlan().words, u"Write cover to 4 files"_s);
-    EXPECT_THAT(tab.workPlan().cautions, ElementsAre(u"MP3 files keep the covers that they have beside it."_s,
-                                                     u"FLAC files keep the covers that they have beside it."_s,
+    EXPECT_THAT(tab.workPlan().cautions, ElementsAre(u"MP3 files keep the covers that they have; this one is added."_s,
+                                                     u"FLAC files keep the covers that they have; this one is added."_s,
                                                      u"WV and APE files hold no cover."_s));
     tab.albumArtImageView->replaceImage(nullptr);
-    tab.customTagsPanel().setCustomTagDictionary(CustomTags{{u"MOOD"_s, u"calm"_s}});
+    tab.customTagsPanel().fillTags(CustomTags{{u"MOOD"_s, u"calm"_s}});
     EXPECT_EQ(tab.workPlan().words, u"Write custom tags to 4 files"_s);
     EXPECT_THAT(tab.workPlan().cautions, ElementsAre(u"Custom tags go to FLAC files alone."_s));
+}
+
+TEST_F(TagsTabTest, ThePlanForgetsTheCustomTagsOfTheFileShownBefore)
+{
+    list({u"a.flac"_s, u"b.flac"_s}, samples.flac());
+    setTagsElsewhere(tab.fileNames().at(0), {u"MOOD=calm"_s});
+    select({0});
+    EXPECT_EQ(tab.workPlan().words, u"Write custom tags to 1 file"_s);
+    select({0, 1});
+    EXPECT_EQ(tab.workPlan().words, u"Write nothing to 2 files"_s);
+}
+
+TEST_F(TagsTabTest, ThePlanSaysWhichRowsHaveNoName)
+{
+    list({u"a.flac"_s, u"b.flac"_s, u"c.flac"_s}, samples.flac());
+    select({0, 1, 2});
+    tab.setAutoName(true);
+    const auto cautions = [this] {
+        QStringList all;
+        for (const WorkItem& item : tab.workPlan().items)
+            all += item.caution;
+        return all;
+    };
+    EXPECT_THAT(cautions(), testing::Each(u"There are no track names yet."_s));
+    controller.trackNameInputController()->setNames(u"One\nTwo\n"_s);
+    controller.trackNameInputController()->inputOK(nullptr);
+    EXPECT_THAT(cautions(), ElementsAre(QString(), QString(),
+                                        u"The track names end at row 2: enter more of them, or leave out what is "
+                                        "behind it."_s));
 }
 
 TEST_F(TagsTabTest, ThePlanSaysThatACoverThatWasTakenAwayStays)
