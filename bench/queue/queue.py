@@ -4,7 +4,8 @@
     bench/queue/queue.py [--build build/release] [--rounds N] [--files N] [--many N] [--window]
 
 Runs are interleaved: each round takes every measurement once, and the medians over the rounds are compared. --window
-also decodes in the window program, on a virtual display (needs Xvfb and xdotool).
+also decodes in the window program, on a virtual display (needs Xvfb and xdotool). TMPDIR=/dev/shm keeps the noise of a
+disk that makes and removes thousands of files out of it.
 """
 import argparse
 import os

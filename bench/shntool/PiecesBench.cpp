@@ -1,7 +1,9 @@
-// What a piece of shntool's flood costs: through its dialect and a task's parser, onto the row and into the results.
+// What a piece of shntool's flood costs, and of wavpack's: through its dialect and a task's parser, onto the row and
+// into the results.
 
 #include "../queue/Clock.h"
-#include "engine/console/ShntoolDialect.h"
+#include "encode/EncodeWavpackTask.h"
+#include "engine/console/ConsoleDialect.h"
 #include "platform/desktop/UserDefaults.h"
 #include "shntool/FixTab.h"
 #include "shntool/FixTask.h"
@@ -40,26 +42,43 @@ QByteArrayList flood(const QByteArray& word)
     return pieces;
 }
 
-template <class Task> void follow(Task& task, const QByteArrayList& pieces)
+/// The same of wavpack, which writes a number and what takes back the one before at once.
+QByteArrayList wavpackFlood()
 {
-    ShntoolDialect dialect;
+    QByteArrayList pieces;
+    for (int file = 0; file < files; ++file) {
+        pieces += "creating d1t" + QByteArray::number(file) + ".wv,";
+        for (int percent = 0; percent <= 100; ++percent)
+            pieces += QByteArray(12, '\b') + QByteArray::number(percent).rightJustified(3) + "% done...";
+    }
+    return pieces;
+}
+
+template <class Task> void follow(Task& task, const QString& tool, const QByteArrayList& pieces)
+{
+    const auto dialect = dialectFor(tool, {});
     for (const QByteArray& piece : pieces) {
-        const QByteArray text = dialect.complete(piece);
+        const QByteArray text = dialect->complete(piece);
         if (!text.isEmpty()) task.processTaskOutput(decodeUtf8(text));
     }
 }
 
 /// @param make  a new task for each repetition
-template <class Make> void print(const char* name, const QByteArray& word, Make make)
+template <class Make> void print(const char* name, const QString& tool, const QByteArrayList& pieces, Make make)
 {
-    const QByteArrayList pieces = flood(word);
     double best = 1e12;
     for (int i = 0; i < repetitions; ++i) {
         const auto task = make();
-        best = std::min(best, bench::millisecondsOf([&] { follow(*task, pieces); }) * 1000.0 / double(pieces.size()));
+        best = std::min(best,
+                        bench::millisecondsOf([&] { follow(*task, tool, pieces); }) * 1000.0 / double(pieces.size()));
         task->setResults(nullptr);
     }
     std::printf("  %-8s %9.2f us\n", name, best);
+}
+
+template <class Make> void print(const char* name, const QByteArray& word, Make make)
+{
+    print(name, u"shntool"_s, flood(word), make);
 }
 
 template <class Task> auto maker()
@@ -75,7 +94,7 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     UserDefaults::standard().keepInMemory();
-    std::printf("a piece of shntool's output, best of %d runs over %d files (aim: %.0f us)\n", repetitions, files, aim);
+    std::printf("a piece of a tool's output, best of %d runs over %d files (aim: %.0f us)\n", repetitions, files, aim);
     print("join", "Joining", maker<SHNToolJoinTask>());
     print("trim", "Trimming", maker<SHNToolTrimTask>());
     print("pad", "Post-Padding", maker<SHNToolPadTask>());
@@ -87,5 +106,9 @@ int main(int argc, char** argv)
     print("fix", "Fixing", [&tab] {
         return FixTask::initFixTaskWithQueueFileNamesOutputFormatOutputPathMd5OptionFlacLevelTab(
             nullptr, tab.fileList(), u"flac"_s, u"/out"_s, FixTask::noMD5, 5, &tab);
+    });
+    print("wavpack", u"wavpack"_s, wavpackFlood(), [] {
+        return EncodeWavpackTask::initEncodeTaskWithQueueFileNameLevelOutputPath(nullptr, u"/a.wav"_s, u"-f"_s,
+                                                                                 u"/out"_s);
     });
 }

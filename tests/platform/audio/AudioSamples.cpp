@@ -44,6 +44,17 @@ QByteArray extended(double value)
            bigEndian(static_cast<uint64_t>(std::ldexp(fraction, 64)), 8);
 }
 
+/// This program's environment, in which tools take their arguments and print as UTF-8.
+std::vector<char*> environmentInUtf8()
+{
+    static char locale[] = "LC_ALL=C.UTF-8";
+    std::vector<char*> entries{locale};
+    for (char** entry = environ; *entry; ++entry)
+        if (!QByteArrayView(*entry).startsWith("LC_ALL=")) entries.push_back(*entry);
+    entries.push_back(nullptr);
+    return entries;
+}
+
 /// Starts a program with its standard output at the descriptor. @return its id, or -1
 pid_t startTool(const QStringList& command, int output)
 {
@@ -59,7 +70,8 @@ pid_t startTool(const QStringList& command, int output)
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&actions, output, 1);
     pid_t child = -1;
-    const int fault = posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environ);
+    const int fault =
+        posix_spawnp(&child, arguments[0], &actions, nullptr, arguments.data(), environmentInUtf8().data());
     posix_spawn_file_actions_destroy(&actions);
     return fault == 0 ? child : -1;
 }
