@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QPointer>
 #include <QShortcut>
+#include <QTextBlock>
+#include <QTextTable>
 
 namespace zolt {
 
@@ -14,6 +16,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int pictureWidth = 580; // fits the window
+constexpr int margin = 12;        // units around the text
+constexpr int cellRoom = 4;
 
 const char16_t otherKeys[] = u"\n## In lists, the queue and reports\n\n"
                              "| Command | Keys |\n|---|---|\n"
@@ -45,6 +49,37 @@ QString keysOf(const QMenuBar& menus)
     return text;
 }
 
+/// Over the whole width, with room around the words; the columns of tables of two are alike.
+void tidy(QTextTable& table, const QPalette& palette)
+{
+    QTextTableFormat format = table.format();
+    format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
+    format.setBorderCollapse(true);
+    format.setBorder(1);
+    format.setBorderBrush(palette.color(QPalette::Mid));
+    format.setCellPadding(cellRoom);
+    format.setCellSpacing(0);
+    if (table.columns() == 2)
+        format.setColumnWidthConstraints(
+            {QTextLength(QTextLength::PercentageLength, 65), QTextLength(QTextLength::PercentageLength, 35)});
+    table.setFormat(format);
+}
+
+void tidy(QTextDocument& text, const QPalette& palette)
+{
+    text.setDocumentMargin(margin);
+    for (QTextFrame* const frame : text.rootFrame()->childFrames()) {
+        if (auto* const table = qobject_cast<QTextTable*>(frame)) tidy(*table, palette);
+    }
+    for (QTextBlock block = text.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() == 0) continue;
+        QTextBlockFormat format;
+        format.setTopMargin(block.position() == 0 ? 0 : margin);
+        format.setBottomMargin(cellRoom);
+        QTextCursor(block).mergeBlockFormat(format);
+    }
+}
+
 /// One window of a kind; asking again brings it to the front.
 void show(QPointer<GuideWindow>& window, const QString& title, const QString& markdown, QWidget* parent)
 {
@@ -62,6 +97,7 @@ GuideWindow::GuideWindow(const QString& title, const QString& markdown, QWidget*
     setObjectName(u"guide"_s);
     setOpenExternalLinks(true);
     setMarkdown(markdown);
+    tidy(*document(), palette());
     resize(640, 560);
     fitToScreen(*this);
     for (const char16_t* const key : {u"Escape", u"Ctrl+W"})

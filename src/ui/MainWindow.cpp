@@ -3,9 +3,10 @@
 #include "platform/errors/Exceptions.h"
 #include "shell/ZOLTController.h"
 #include "ui/DroppedPaths.h"
-#include "ui/LabelSides.h"
 #include "ui/MenuActions.h"
 #include "ui/Mnemonics.h"
+#include "ui/TabOrder.h"
+#include "ui/TextSides.h"
 #include "ui/WindowPlaces.h"
 #include "ui/pages/TabPage.h"
 #include "ui_MainMenu.h"
@@ -32,7 +33,8 @@ MainWindow::MainWindow(ZOLTController& controller, const PageBuilders& pages)
     setAcceptDrops(true);
     for (std::size_t index = 0; index < tabView_->items().size(); ++index)
         addPage(int(index), pages);
-    keepLabelsOnTheirSide(*this);
+    keepTextsOnTheirSide(*this);
+    orderTabsByLayout(*centralWidget());
     menus_ = new MenuActions(*form_, controller, *this);
     tabView_->setObserver(this);
     controlChanged(*tabView_);

@@ -13,7 +13,9 @@ QString plainToolTip(const QString& text)
 
 QString inReadingOrder(const QString& text, Qt::LayoutDirection direction)
 {
-    return direction == Qt::RightToLeft && !text.isRightToLeft() ? QChar(0x200E) + text : text; // left-to-right mark
+    constexpr QChar leftToRight(0x200E);
+    const bool isInOrder = direction != Qt::RightToLeft || text.isRightToLeft() || text.startsWith(leftToRight);
+    return isInOrder ? text : leftToRight + text + leftToRight;
 }
 
 } // namespace zolt

@@ -9,8 +9,8 @@ namespace zolt {
 /// is not UTF-8 can be read.
 QString plainToolTip(const QString& text);
 
-/// The text for a place whose lines begin on that side: one that begins with a number, as "01 Intro.flac", keeps its
-/// order from right to left too.
+/// The text for a place whose lines begin on that side: one that begins with a number, as "01 Intro.flac", or ends with
+/// dots keeps its order from right to left too.
 QString inReadingOrder(const QString& text, Qt::LayoutDirection direction);
 
 } // namespace zolt

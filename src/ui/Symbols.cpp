@@ -30,7 +30,8 @@ public:
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
     {
         const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
-        paintSymbol(*painter, name_, rect, QApplication::palette().color(group, QPalette::ButtonText));
+        const auto role = mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText;
+        paintSymbol(*painter, name_, rect, QApplication::palette().color(group, role));
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {

@@ -47,6 +47,12 @@ void fitToScreen(QWidget& window)
     if (window.testAttribute(Qt::WA_Moved) && place != window.geometry()) window.setGeometry(place);
 }
 
+QSize sizeOnScreen(const QWidget& window)
+{
+    const bool framed = window.frameSize() != window.size();
+    return framed ? window.frameSize() : window.size() + QSize(0, titleBar);
+}
+
 void bringToFront(QWidget& window)
 {
     window.show();

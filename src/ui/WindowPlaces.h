@@ -16,6 +16,9 @@ void keepPlace(const QWidget& window, const QString& name);
 /// where the screen has no room for it.
 void fitToScreen(QWidget& window);
 
+/// The window's size with the title bar that it has, or may still be given before it is shown.
+QSize sizeOnScreen(const QWidget& window);
+
 /// Shows the window above the others, also where it was minimised, and gives it the keyboard.
 void bringToFront(QWidget& window);
 

@@ -44,11 +44,11 @@ protected:
 TEST_F(ProgramEnd, CancelsWhatRunsAndStartsNothing)
 {
     queue().maxThreadsChanged({QString(), nullptr, 1});
-    const auto running = TestTask::make(&queue()), waiting = TestTask::make(&queue());
-    queue().addTasks({running, waiting});
+    const auto running = TestTask::make(&queue()), next = TestTask::make(&queue()), last = TestTask::make(&queue());
+    queue().addTasks({running, next, last});
     program_.finish();
-    EXPECT_TRUE(running->cancelled() && waiting->cancelled());
-    EXPECT_EQ(waiting->starts, 0);
+    EXPECT_TRUE(running->cancelled() && next->cancelled() && last->cancelled());
+    EXPECT_EQ(next->starts + last->starts, 0);
 }
 
 TEST_F(ProgramEnd, EndsWhatTheEndOfATaskQueues)

@@ -81,6 +81,11 @@ TEST_F(DecodeTabTest, WavpackVectorGoesThroughTheCustomOutput)
               u"cust ext=aiff wvunpack %f -"_s);
 }
 
+TEST_F(DecodeTabTest, ListTakesDroppedFilesOnceTheTabIsAwake)
+{
+    EXPECT_TRUE(tab.tableView->acceptsFileDrops());
+}
+
 TEST_F(DecodeTabTest, FlacOptionsShowWithTheFirstFlacFileAndGoWithTheList)
 {
     const auto shown = [&] {

@@ -2,6 +2,8 @@
 
 #include "app/Tabs.h"
 #include "engine/ZOLTTask.h"
+#include "platform/threads/DetachedThreads.h"
+#include "platform/threads/MainQueue.h"
 #include "shell/Constants.h"
 #include "ui/Drags.h"
 #include "ui/Mnemonics.h"
@@ -14,7 +16,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTextBrowser>
-#include <QTimer>
+#include <QTextTable>
 
 namespace zolt::test {
 namespace {
@@ -34,6 +36,28 @@ protected:
         panels_.answerAlert(reply);
         window().close();
     }
+    /// Ends the program, and lets go of what it waits for once it waits.
+    /// @return whether it has said so
+    bool endsBehindANote(const std::function<void()>& end, const std::function<void()>& letGo)
+    {
+        bool noteSeen = false;
+        program_.setEnding([&] {
+            postToMain([&] { // from the event loop, which goes on while it waits
+                noteSeen = showsNote();
+                letGo();
+            });
+        });
+        end();
+        return runUntil([this] { return ended_; }) && noteSeen;
+    }
+    static bool showsNote()
+    {
+        const auto all = QApplication::topLevelWidgets();
+        return std::any_of(all.begin(), all.end(), [](const QWidget* each) {
+            return each->objectName() == u"waitingNote" && each->isVisible();
+        });
+    }
+
     bool ended_ = false;
 };
 
@@ -113,24 +137,36 @@ TEST_F(MainWindowTest, TheProgramWaitsForRunningToolsBeforeItEnds)
     add({file(u"a.flac"_s)});
     QTest::keyClick(&window(), Qt::Key_Return, Qt::ControlModifier);
     panels_.answerAlert(alertReply::alternateButton);
-    QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier);
-    const auto note = [] {
-        for (const QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == u"waitingNote" && each->isVisible()) return true;
-        }
-        return false;
+    EXPECT_TRUE(endsBehindANote([this] { QTest::keyClick(&window(), Qt::Key_Q, Qt::ControlModifier); },
+                                [this] { file(u"go"_s); }));
+}
+
+TEST_F(MainWindowTest, TheProgramWaitsForAToolWhoseTaskHasReportedBefore)
+{
+    std::atomic<bool> toolHasEnded = false;
+    detachThread([&] { toolHasEnded.wait(false); });
+    ASSERT_EQ(queue().taskCount(), 0);
+    const auto letGo = [&] {
+        toolHasEnded = true;
+        toolHasEnded.notify_all();
     };
-    bool noteSeen = false;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
-        if (noteSeen || !note()) return;
-        noteSeen = true;
-        EXPECT_FALSE(ended_);
-        file(u"go"_s);
+    EXPECT_TRUE(endsBehindANote([this] { closeAnswering(alertReply::alternateButton); }, letGo));
+}
+
+TEST_F(MainWindowTest, AStartThatComesWhileTheProgramEndsIsAStartOfItsOwn)
+{
+    QList<QStringList> anew;
+    program_.setStartAnew([&](const QStringList& paths) { anew += paths; });
+    program_.setEnding([this] {
+        program_.present();
+        program_.openFiles({u"/music/a.flac"_s});
+        program_.selectTab(1);
     });
-    watch.start(5);
+    closeAnswering(alertReply::alternateButton);
     EXPECT_TRUE(runUntil([this] { return ended_; }));
-    EXPECT_TRUE(noteSeen);
+    EXPECT_EQ(anew, QList<QStringList>({{}, {u"/music/a.flac"_s}}));
+    EXPECT_FALSE(window().isVisible());
+    EXPECT_TRUE(tab().fileNames().isEmpty());
 }
 
 TEST_F(MainWindowTest, TheWindowsPlaceIsKept)
@@ -187,13 +223,21 @@ TEST_F(MainWindowTest, HelpShowsTheGuideAndEveryKey)
     const auto* const guide = window().findChild<QTextBrowser*>(u"guide"_s);
     ASSERT_NE(guide, nullptr);
     EXPECT_TRUE(guide->toPlainText().contains(u"Decoding"));
-    const QVariant picture =
-        guide->document()->resource(QTextDocument::ImageResource, QUrl(u"screenshots/decode.png"_s));
-    EXPECT_GT(picture.value<QImage>().width(), 300);
-    EXPECT_LT(picture.value<QImage>().width(), guide->width());
+    for (const QString& name : {u"decode"_s, u"queue"_s, u"tags"_s}) {
+        const QUrl place(u"screenshots/%1.png"_s.arg(name));
+        const QVariant picture = guide->document()->resource(QTextDocument::ImageResource, place);
+        EXPECT_GT(picture.value<QImage>().width(), 300) << name.toStdString();
+        EXPECT_LT(picture.value<QImage>().width(), guide->width()) << name.toStdString();
+    }
     delete guide;
     window().findChild<QAction*>(u"shortcutsAction"_s)->trigger();
-    EXPECT_TRUE(window().findChild<QTextBrowser*>(u"guide"_s)->toPlainText().contains(u"Ctrl+Shift+O"));
+    const auto& keys = *window().findChild<QTextBrowser*>(u"guide"_s);
+    EXPECT_TRUE(keys.toPlainText().contains(u"Ctrl+Shift+O"));
+    for (const QTextFrame* const frame : keys.document()->rootFrame()->childFrames()) {
+        const auto format = static_cast<const QTextTable*>(frame)->format();
+        EXPECT_EQ(format.width(), QTextLength(QTextLength::PercentageLength, 100)); // one below the other
+        EXPECT_GT(format.cellPadding(), 2);
+    }
 }
 
 TEST_F(MainWindowTest, ChoicesAreKeptOnEveryWayOutButNeverToDelete)
@@ -228,6 +272,25 @@ TEST_F(MainWindowTest, TheWindowFitsItsScreen)
     fitToScreen(large);
     const QRect room = large.screen()->availableGeometry();
     EXPECT_TRUE(room.contains(large.geometry())) << large.width() << " by " << large.height();
+}
+
+TEST_F(MainWindowTest, TheTabKeyGoesFromTheListThroughTheChoicesToTheAction)
+{
+    tool(u"flac"_s, "exit 0\n");
+    add({file(u"a.flac"_s)});
+    ASSERT_TRUE(listBecomes(1));
+    widget<QWidget>("tableView").setFocus();
+    QStringList stops;
+    while (stops.size() < 20 && !stops.contains(u"commandButton"_s)) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        stops += QApplication::focusWidget()->objectName();
+    }
+    qsizetype last = -1;
+    for (const QString& stop : {u"clearButton"_s, u"outputFormatMatrix_0"_s, u"sourceDecodeButton"_s,
+                                u"deleteOriginalsButton"_s, u"flacKeepForeignMetadataButton"_s, u"commandButton"_s}) {
+        EXPECT_GT(stops.indexOf(stop), last) << stop.toStdString();
+        last = stops.indexOf(stop);
+    }
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "ui/GuardedApplication.h"
-#include "ui/LabelSides.h"
 #include "ui/OutcomeColours.h"
 #include "ui/Pictures.h"
 #include "ui/PlainText.h"
 #include "ui/Symbols.h"
+#include "ui/TextSides.h"
 #include "ui/WrappedText.h"
 #include "ui/files/DropCount.h"
 #include "ui/files/ListFacts.h"
@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QEvent>
 #include <QFile>
+#include <QPushButton>
 
 #include <stdexcept>
 
@@ -123,7 +124,8 @@ TEST(SymbolsTest, EveryBundledDrawingTakesItsColour)
 TEST(RightToLeftTest, ANameThatBeginsWithANumberKeepsItsOrder)
 {
     EXPECT_EQ(inReadingOrder(u"01 Intro.flac"_s, Qt::LeftToRight), u"01 Intro.flac"_s);
-    EXPECT_EQ(inReadingOrder(u"01 Intro.flac"_s, Qt::RightToLeft), u"\u200e01 Intro.flac"_s);
+    EXPECT_EQ(inReadingOrder(u"01 Intro.flac"_s, Qt::RightToLeft), u"\u200e01 Intro.flac\u200e"_s);
+    EXPECT_EQ(inReadingOrder(u"\u200eChoose…\u200e"_s, Qt::RightToLeft), u"\u200eChoose…\u200e"_s);
     EXPECT_EQ(inReadingOrder(u"01 \u0634\u0645\u0633"_s, Qt::RightToLeft), u"01 \u0634\u0645\u0633"_s);
 }
 
@@ -134,12 +136,38 @@ TEST(RightToLeftTest, ALabelStandsWhereItsLineBegins)
         window.setLayoutDirection(direction);
         QLabel label(u"Output"_s, &window);
         label.resize(400, 30);
-        keepLabelsOnTheirSide(window);
+        keepTextsOnTheirSide(window);
         const QImage picture = label.grab().toImage();
         return colourCount(picture.copy(0, 0, 200, picture.height())) > 1;
     };
     EXPECT_TRUE(left(Qt::LeftToRight));
     EXPECT_FALSE(left(Qt::RightToLeft));
+}
+
+TEST(RightToLeftTest, WordsOfAButtonKeepTheirOrderAndTheirKey)
+{
+    QWidget window;
+    QPushButton dots(u"&Choose…"_s, &window), number(&window);
+    keepTextsOnTheirSide(window);
+    EXPECT_EQ(dots.text(), u"&Choose…"_s);
+    window.setLayoutDirection(Qt::RightToLeft);
+    keepTextsOnTheirSide(window);
+    EXPECT_EQ(dots.text(), u"\u200e&Choose…\u200e"_s);
+    showWords(dots, u"Choose…"_s);
+    EXPECT_EQ(dots.text(), u"\u200e&Choose…\u200e"_s);
+    showWords(number, u"1 of 2"_s);
+    EXPECT_EQ(number.text(), u"\u200e1 of 2\u200e"_s);
+}
+
+TEST(SymbolsTest, OnASelectedRowASignHasTheSelectionsColour)
+{
+    const auto colour = [](QIcon::Mode mode) {
+        const QImage picture = symbolIcon(u"bar"_s).pixmap(QSize(32, 32), mode).toImage();
+        return picture.pixelColor(16, 16).rgb();
+    };
+    const QPalette palette = QApplication::palette();
+    EXPECT_EQ(colour(QIcon::Normal), palette.color(QPalette::ButtonText).rgb());
+    EXPECT_EQ(colour(QIcon::Selected), palette.color(QPalette::HighlightedText).rgb());
 }
 
 TEST(GuardedApplicationTest, AFaultInAnEventIsLoggedAndTheLoopGoesOn)

@@ -53,6 +53,7 @@ WindowProgram::WindowProgram()
     installDesktop(&desktop_);
     program_ = std::make_unique<Program>();
     program_->controller().setWalksInBackground(true);
+    panels_.setFolderOfWork([this] { return program_->controller().folderInFront(); });
     mainWindow_ = std::make_unique<MainWindow>(program_->controller(), pagesOf(*program_));
     desktop_.setMainWindow(mainWindow_.get());
     onBus_ = std::make_unique<RunOnBus>(program_->record(), [] { return QApplication::activeWindow() != nullptr; });

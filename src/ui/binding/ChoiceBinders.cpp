@@ -3,6 +3,7 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/Slider.h"
 #include "platform/controls/Stepper.h"
+#include "ui/TextSides.h"
 #include "ui/binding/Binders.h"
 #include "ui/binding/OutletBinding.h"
 
@@ -18,12 +19,6 @@ namespace zolt {
 
 namespace {
 
-/// The words of a title stand on the button; a mnemonic that it has been given stays while the words are the same.
-void showTitle(QAbstractButton& button, const QString& title)
-{
-    if (!title.isEmpty() && button.text().remove(u'&') != title) button.setText(title);
-}
-
 int place(const Slider& slider, double value)
 {
     return int(std::lround((value - slider.minValue()) / slider.step()));
@@ -35,7 +30,7 @@ void bindWidget(QWidget& widget, const std::shared_ptr<Button>& model, const Cha
 {
     auto& button = shownBy<QAbstractButton>(widget);
     keepShown<Button>(
-        button, model, [](QAbstractButton& shown, const Button& each) { showTitle(shown, each.title()); }, changed);
+        button, model, [](QAbstractButton& shown, const Button& each) { showWords(shown, each.title()); }, changed);
     QObject::connect(&button, &QAbstractButton::clicked, &button,
                      [model] { guarded("button", [&] { model->click(); }); });
 }
@@ -44,7 +39,7 @@ void bindWidget(QWidget& widget, const std::shared_ptr<CheckBox>& model, const C
 {
     auto& box = shownBy<QAbstractButton>(widget);
     const auto show = [](QAbstractButton& shown, const CheckBox& each) {
-        showTitle(shown, each.title());
+        showWords(shown, each.title());
         shown.setChecked(each.state());
     };
     keepShown<CheckBox>(box, model, show, changed);

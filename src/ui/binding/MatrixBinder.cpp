@@ -1,4 +1,5 @@
 #include "platform/controls/Matrix.h"
+#include "ui/TextSides.h"
 #include "ui/binding/Binders.h"
 #include "ui/binding/OutletBinding.h"
 
@@ -26,7 +27,7 @@ void showMatrix(const Buttons& buttons, const Matrix& matrix)
     for (int index = 0; index < buttons.size(); ++index) {
         const MatrixCell cell = cellOf(matrix, index);
         QAbstractButton& button = *buttons[index];
-        if (!cell.title.isEmpty() && button.text().remove(u'&') != cell.title) button.setText(cell.title);
+        showWords(button, cell.title);
         button.setEnabled(cell.enabled && matrix.isEnabled());
         button.setChecked(cell.state);
     }

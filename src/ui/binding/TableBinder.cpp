@@ -1,5 +1,6 @@
 #include "platform/controls/ScrollView.h"
 #include "platform/controls/Table.h"
+#include "ui/SelectedRows.h"
 #include "ui/binding/Binders.h"
 #include "ui/binding/OutletBinding.h"
 
@@ -53,11 +54,7 @@ private:
 
 void tellSelection(const QAbstractItemView& view, Table& table)
 {
-    QList<qsizetype> rows;
-    for (const QModelIndex& index : view.selectionModel()->selectedRows())
-        rows += index.row();
-    std::sort(rows.begin(), rows.end());
-    guarded("selection", [&] { table.selectRows(rows); });
+    guarded("selection", [&] { table.selectRows(selectedRows(view)); });
 }
 
 void bindWidget(QWidget& widget, const std::shared_ptr<Table>& model, const Changed& changed)

@@ -35,7 +35,10 @@ void bindLine(QLineEdit& line, const std::shared_ptr<TextField>& field, const Ch
         if (text != widget.text()) {
             widget.setText(text);
             const bool focused = widget.window()->focusWidget() == &widget; // also while its window is not in front
-            if (!widget.isVisible() || focused) widget.selectAll();         // typing goes over what was proposed
+            if (!widget.isVisible() || focused)
+                widget.selectAll(); // typing goes over what was proposed
+            else
+                widget.home(false); // a long text is read from its start
         }
         if (!widget.isEnabled()) widget.deselect();
     };

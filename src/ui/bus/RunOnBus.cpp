@@ -1,5 +1,7 @@
 #include "ui/bus/RunOnBus.h"
 
+#include "ui/runs/RunTexts.h"
+
 namespace zolt {
 
 using namespace Qt::StringLiterals;
@@ -10,7 +12,7 @@ constexpr int milliseconds = 500;
 
 QString titleOf(const Run& run)
 {
-    if (run.failed > 0) return u"Some tasks failed"_s;
+    if (run.failedRows() > 0) return u"Some tasks failed"_s;
     return run.complete > 0 ? u"All tasks are complete"_s : u"All tasks were canceled"_s;
 }
 
@@ -43,7 +45,7 @@ void RunOnBus::runEnded(const Run& run)
     tick_.stop();
     progress_.hide();
     awake_.reset();
-    if (!inFront_()) notice_.show(titleOf(run), inWords(run));
+    if (!inFront_()) notice_.show(titleOf(run), shortWords(run));
 }
 
 } // namespace zolt

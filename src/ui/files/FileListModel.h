@@ -27,6 +27,8 @@ public:
     void setMarks(const QHash<int, QString>& marks, const QSet<int>& leftOut);
     /// What the mark of a row says; empty for a row without one.
     QString mark(int row) const;
+    /// True if any row has a sign.
+    bool hasMarks() const { return !marks_.isEmpty() || !leftOut_.isEmpty(); }
     bool isLeftOut(int row) const { return leftOut_.contains(row); }
     const QStringList& files() const { return files_; }
 

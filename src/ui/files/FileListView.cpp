@@ -2,6 +2,7 @@
 
 #include "platform/errors/Exceptions.h"
 #include "ui/DroppedPaths.h"
+#include "ui/SelectedRows.h"
 #include "ui/files/DropCount.h"
 #include "ui/files/FileRowDelegate.h"
 
@@ -39,16 +40,20 @@ void FileListView::setAcceptedExtensions(const QStringList& extensions)
 
 QList<qsizetype> FileListView::selectedRowNumbers() const
 {
-    QList<qsizetype> rows;
-    if (!selectionModel()) return rows;
-    for (const QModelIndex& index : selectionModel()->selectedRows())
-        rows += index.row();
-    return rows;
+    return selectedRows(*this);
 }
 
 void FileListView::selectRowNumbers(const QList<qsizetype>& rows)
 {
     if (rows.isEmpty()) return;
+    selectionModel()->setCurrentIndex(model()->index(int(rows.first()), 0), QItemSelectionModel::NoUpdate);
+    selectOnly(rows);
+    scrollTo(currentIndex());
+}
+
+void FileListView::selectOnly(const QList<qsizetype>& rows)
+{
+    if (rows.isEmpty()) return clearSelection();
     QItemSelection selection;
     for (qsizetype first = 0, last = 0; first < rows.size(); first = ++last) {
         while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
@@ -56,9 +61,13 @@ void FileListView::selectRowNumbers(const QList<qsizetype>& rows)
         selection.append(QItemSelectionRange(model()->index(int(rows[first]), 0),
                                              model()->index(int(rows[last]), model()->columnCount() - 1)));
     }
-    selectionModel()->setCurrentIndex(model()->index(int(rows.first()), 0), QItemSelectionModel::NoUpdate);
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    scrollTo(currentIndex());
+    {
+        // Nobody is told of the step between. Many ranges that came for others would each be held against each.
+        const QSignalBlocker quiet(selectionModel());
+        selectionModel()->clearSelection();
+    }
+    selectionModel()->select(selection, QItemSelectionModel::Select);
+    viewport()->update();
 }
 
 void FileListView::removeSelected()

@@ -27,6 +27,8 @@ public:
     QList<qsizetype> selectedRowNumbers() const;
     /// Selects these rows alone, the first of them in sight.
     void selectRowNumbers(const QList<qsizetype>& rows);
+    /// Selects these rows alone; what is in sight stays there. @param rows  ascending
+    void selectOnly(const QList<qsizetype>& rows);
     void removeSelected();
     /// What a drag over the list is told; empty while there is none.
     const QString& dragText() const { return dragText_; }

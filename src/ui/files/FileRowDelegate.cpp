@@ -21,6 +21,9 @@ void FileRowDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
 {
     NameDelegate::initStyleOption(option, index);
     const auto* const model = static_cast<const FileListModel*>(index.model());
+    // Rows without a sign keep its room beside those with one, so that all names begin at one edge.
+    if (index.column() == FileListModel::nameColumn && model->hasMarks())
+        option->features |= QStyleOptionViewItem::HasDecoration;
     if (index.column() != model->folderColumn() && !model->isLeftOut(index.row())) return;
     QColor colour = option->palette.color(QPalette::Text);
     colour.setAlphaF(quiet);

@@ -47,6 +47,7 @@ FilesPanel::FilesPanel(QWidget* parent)
     connect(form_->clearButton, &QPushButton::clicked, this, &FilesPanel::clear);
     connect(form_->filterField, &QLineEdit::textChanged, this, &FilesPanel::filter);
     form_->filterField->installEventFilter(this);
+    view.viewport()->installEventFilter(this);
 }
 
 FilesPanel::~FilesPanel()
@@ -122,6 +123,8 @@ void FilesPanel::openFilter()
 
 bool FilesPanel::eventFilter(QObject* watched, QEvent* event)
 {
+    // Also where a scroll bar came or went.
+    if (watched == list().viewport() && event->type() == QEvent::Resize) fitColumns();
     const bool escapes = watched == form_->filterField && event->type() == QEvent::KeyPress &&
                          static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
     if (!escapes) return QWidget::eventFilter(watched, event);
@@ -136,18 +139,20 @@ void FilesPanel::filter()
     const QStringList words = form_->filterField->text().split(u' ', Qt::SkipEmptyParts);
     const QStringList& files = model_->files();
     shownFiles_ = 0;
-    QItemSelection gone; // what cannot be seen is neither written nor removed
+    const QList<qsizetype> selected = list().selectedRowNumbers();
+    QList<qsizetype> left; // what cannot be seen is neither written nor removed
+    auto each = selected.begin();
     for (qsizetype row = 0; row < files.size(); ++row) {
         const bool shown = std::all_of(words.begin(), words.end(), [&](const QString& word) {
             return readableName(files[row]).contains(word, Qt::CaseInsensitive);
         });
         shownFiles_ += shown;
         if (list().isRowHidden(int(row), {}) == shown) list().setRowHidden(int(row), {}, !shown);
-        if (const QModelIndex index = model_->index(int(row), 0); !shown && list().selectionModel()->isSelected(index))
-            gone.select(index, index);
+        if (each == selected.end() || *each != row) continue;
+        if (shown) left += row;
+        ++each;
     }
-    if (!gone.isEmpty())
-        list().selectionModel()->select(gone, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+    if (left.size() < selected.size()) list().selectOnly(left);
     showFacts();
 }
 
@@ -189,7 +194,8 @@ void FilesPanel::showColumns()
     fitColumns();
 }
 
-/// Names and folders share what the tab's own columns leave; where that is too little the list is scrolled.
+/// Names and folders share what the tab's own columns leave, names first; where that is too little the list is
+/// scrolled.
 void FilesPanel::fitColumns()
 {
     constexpr int leastCharacters = 16;
@@ -202,16 +208,17 @@ void FilesPanel::fitColumns()
     const int least = leastCharacters * view.fontMetrics().averageCharWidth();
     const bool fits = left >= shares * least;
     view.header()->setStretchLastSection(!grown);
+    const int names = shares == 1 ? left : grown ? left / 2 : left * 3 / 5;
     for (const int column : {int(FileListModel::nameColumn), folder}) {
         view.header()->setSectionResizeMode(column, grown && fits ? QHeaderView::Stretch : QHeaderView::Interactive);
-        if (!grown || !fits) view.setColumnWidth(column, std::max(left / shares, least));
+        const int wanted = column == FileListModel::nameColumn ? names : left - names;
+        if (!grown || !fits) view.setColumnWidth(column, std::max(wanted, least));
     }
 }
 
 void FilesPanel::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-    fitColumns();
     showFacts(); // cut to the room that there is now
 }
 

@@ -5,6 +5,7 @@
 #include "platform/files/FileNames.h"
 #include "platform/files/Files.h"
 #include "ui/DroppedPaths.h"
+#include "ui/HintWhereDisabled.h"
 
 #include <QDir>
 #include <QDropEvent>
@@ -80,6 +81,7 @@ void DestinationField::setPlace(Place place)
     const bool used = place == Place::Folder, beside = place == Place::BesideSources;
     const QString why = beside ? u"The outputs stand beside their sources now"_s : u"No folder is asked for now"_s;
     setEnabled(used);
+    showHintWhereDisabled(*line_);
     line_->setPlaceholderText(used ? askedFor : beside ? u"beside the sources"_s : u"none is needed"_s);
     line_->setToolTip(used ? u"All outputs are written to this folder. Type it, choose it or drop it here."_s : why);
     setToolTip(used ? QString() : why);

@@ -4,6 +4,7 @@
 #include "shell/Wording.h"
 #include "ui/PlainText.h"
 #include "ui/Symbols.h"
+#include "ui/TextSides.h"
 #include "ui/WrappedText.h"
 
 #include <QPushButton>
@@ -95,7 +96,7 @@ void OutlookLine::refresh()
     leaveOutButton_->setVisible(aboutRows && problem()->kind != OutlookProblem::Kind::PassedOver);
     showButton_->setVisible(aboutRows);
     nextButton_->setVisible(outlook_.problems.size() > 1);
-    nextButton_->setText(u"%1 of %2 ›"_s.arg(shown_ + 1).arg(outlook_.problems.size()));
+    showWords(*nextButton_, u"%1 of %2 ›"_s.arg(shown_ + 1).arg(outlook_.problems.size()));
     takeBackButton_->setVisible(leftOut_ > 0);
     QStringList told = problem() ? QStringList(problem()->text) + problem()->details : QStringList();
     setToolTip(plainToolTip((QStringList(outlook_.intention) + told).join(u"\n"_s).trimmed()));

@@ -3,6 +3,7 @@
 #include "tags/DifferingFields.h"
 #include "tags/TagFields.h"
 #include "tags/TagsTab.h"
+#include "ui/HintWhereDisabled.h"
 #include "ui/InputShield.h"
 #include "ui/files/FilesPanel.h"
 
@@ -21,15 +22,6 @@ namespace {
 QString undoFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/zolt/undo"_s;
-}
-
-/// As readable as in the other fields.
-void showHintWhereDisabled(QWidget& field)
-{
-    QPalette palette = field.palette();
-    palette.setColor(QPalette::Disabled, QPalette::PlaceholderText,
-                     palette.color(QPalette::Active, QPalette::PlaceholderText));
-    field.setPalette(palette);
 }
 
 /// In the field's place, since the field itself stays empty: what is in it is written.

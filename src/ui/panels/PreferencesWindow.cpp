@@ -3,6 +3,8 @@
 #include "platform/errors/Exceptions.h"
 #include "shell/PreferencesController.h"
 #include "ui/Symbols.h"
+#include "ui/TabOrder.h"
+#include "ui/TextSides.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/Bindings.h"
 #include "ui/binding/WindowBinding.h"
@@ -65,6 +67,8 @@ PreferencesWindow::PreferencesWindow(PreferencesController& preferences)
         connect(new QShortcut(QKeySequence(QLatin1String(key)), this), &QShortcut::activated, this, &QWidget::close);
     connect(&movement_, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& size) { resize(size.toSize()); });
+    keepTextsOnTheirSide(*this);
+    orderTabsByLayout(*form_->preferencesTab);
     auto* const binding = new WindowBinding(*this, preferences_.window());
     binding->setComingUp([this] { comeUp(); });
     binding->setFramed([this] { followFrame(); });

@@ -3,10 +3,12 @@
 #include "platform/Product.h"
 #include "platform/threads/MainQueue.h"
 #include "shell/Wording.h"
+#include "ui/TextSides.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui/panels/AlertContext.h"
 
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QMessageBox>
 
@@ -66,6 +68,7 @@ int ask(const QString& title, const QString& message, const std::vector<AlertBut
     }
     if (!box.escapeButton() && replies.size() == 1) box.setEscapeButton(box.defaultButton());
     widen(box);
+    keepTextsOnTheirSide(box);
     box.exec();
     return replies.value(box.clickedButton(), alertReply::otherButton);
 }
@@ -90,24 +93,33 @@ QStringList filtersOf(const OpenPanelRequest& request)
     return {u"%1 files (%2)"_s.arg(enumerated(kinds), patterns.join(u' '))};
 }
 
-// The platform's file dialog opens where the last one was left.
-QString& lastFolder()
+/// What a person has chosen, and the folder where the next dialog opens.
+struct Accepted
 {
-    static QString folder; // main thread only
-    return folder;
-}
+    QStringList paths;
+    QString folder;
+};
 
-OptionalText accepted(QFileDialog& dialog)
+std::optional<Accepted> accepted(QFileDialog& dialog)
 {
     dialog.setObjectName(u"filePanel"_s);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    lastFolder() = dialog.directory().absolutePath();
-    return dialog.selectedFiles().first();
+    const QString chosen = dialog.selectedFiles().first();
+    // Not the folder shown: a whole path may have been typed.
+    const bool isFolder = dialog.fileMode() == QFileDialog::Directory;
+    return Accepted{dialog.selectedFiles(), isFolder ? chosen : QFileInfo(chosen).absolutePath()};
 }
 
-std::optional<QStringList> chooseFiles(const OpenPanelRequest& request)
+/// A folder of files is chosen in the one above it, where others like it lie; a place for outputs in the folder itself.
+QString startIn(const QString& folder, const OpenPanelRequest& request)
 {
-    QFileDialog dialog(QApplication::activeWindow(), request.title, lastFolder());
+    const bool choosesSource = request.canChooseDirectories && !request.canCreateDirectories;
+    return choosesSource && !folder.isEmpty() ? QFileInfo(folder).path() : folder;
+}
+
+std::optional<Accepted> chooseFiles(const OpenPanelRequest& request, const QString& folder)
+{
+    QFileDialog dialog(QApplication::activeWindow(), request.title, startIn(folder, request));
     dialog.setFileMode(request.canChooseDirectories      ? QFileDialog::Directory
                        : request.allowsMultipleSelection ? QFileDialog::ExistingFiles
                                                          : QFileDialog::ExistingFile);
@@ -116,13 +128,12 @@ std::optional<QStringList> chooseFiles(const OpenPanelRequest& request)
     if (!request.prompt.isEmpty()) dialog.setLabelText(QFileDialog::Accept, request.prompt);
     dialog.setOption(QFileDialog::HideNameFilterDetails); // patterns are for no reader
     if (const QStringList filters = filtersOf(request); !filters.isEmpty()) dialog.setNameFilters(filters);
-    if (!accepted(dialog)) return std::nullopt;
-    return dialog.selectedFiles();
+    return accepted(dialog);
 }
 
-OptionalText chooseSavePath(const SavePanelRequest& request)
+std::optional<Accepted> chooseSavePath(const SavePanelRequest& request, const QString& folder)
 {
-    QFileDialog dialog(QApplication::activeWindow(), request.title.value_or(u"Save"_s), lastFolder());
+    QFileDialog dialog(QApplication::activeWindow(), request.title.value_or(u"Save"_s), folder);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.selectFile(request.fileName);
     return accepted(dialog);
@@ -145,12 +156,30 @@ int QtPanels::runAlert(const QString& title, const QString& message, const QStri
 
 std::optional<QStringList> QtPanels::openPanel(const OpenPanelRequest& request)
 {
-    return onMain([&] { return chooseFiles(request); });
+    return onMain([&]() -> std::optional<QStringList> {
+        const auto chosen = chooseFiles(request, startFolder());
+        if (!chosen) return std::nullopt;
+        folder_ = chosen->folder;
+        return chosen->paths;
+    });
 }
 
 OptionalText QtPanels::savePanel(const SavePanelRequest& request)
 {
-    return onMain([&] { return chooseSavePath(request); });
+    return onMain([&]() -> OptionalText {
+        const auto chosen = chooseSavePath(request, startFolder());
+        if (!chosen) return std::nullopt;
+        folder_ = chosen->folder;
+        return chosen->paths.first();
+    });
+}
+
+/// Where the last one was left, but for work that has come since.
+QString QtPanels::startFolder()
+{
+    const QString work = folderOfWork_ ? folderOfWork_() : QString();
+    if (!work.isEmpty() && work != std::exchange(work_, work)) folder_ = work;
+    return folder_;
 }
 
 void QtPanels::runModalForWindow(Window& window)

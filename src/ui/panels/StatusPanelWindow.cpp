@@ -1,6 +1,7 @@
 #include "ui/panels/StatusPanelWindow.h"
 
 #include "engine/StatusPanelController.h"
+#include "ui/TextSides.h"
 #include "ui/binding/Bindings.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui_StatusPanel.h"
@@ -22,6 +23,7 @@ StatusPanelWindow::StatusPanelWindow(StatusPanelController& controller)
     Bindings(*this).bind(u"textField"_s, controller.textField());
     bar_->setObserver(this);
     controlChanged(*bar_);
+    keepTextsOnTheirSide(*this);
     new WindowBinding(*this, controller.window());
 }
 

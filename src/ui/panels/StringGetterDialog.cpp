@@ -2,6 +2,7 @@
 
 #include "platform/errors/Exceptions.h"
 #include "shell/ZOLTStringGetterPanel.h"
+#include "ui/TextSides.h"
 #include "ui/binding/Bindings.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui_StringGetterPanel.h"
@@ -19,6 +20,7 @@ StringGetterDialog::StringGetterDialog(ZOLTStringGetterPanel& panel)
     bindings.bind(u"textField"_s, panel.textField);
     connect(form_->buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(form_->buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    keepTextsOnTheirSide(*this);
     new WindowBinding(*this, panel.panel());
 }
 

@@ -4,6 +4,7 @@
 #include "shntool/TrackNameInputController.h"
 #include "shntool/ZOLTTrimCharsPanel.h"
 #include "tags/ZOLTCustomTagsPanel.h"
+#include "ui/TextSides.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/Bindings.h"
 #include "ui/binding/WindowBinding.h"
@@ -11,6 +12,7 @@
 #include "ui_TrackNameInputWindow.h"
 #include "ui_TrimCharsPanel.h"
 
+#include <QAbstractButton>
 #include <QKeyEvent>
 
 namespace zolt {
@@ -39,6 +41,7 @@ TrackNamesWindow::TrackNamesWindow(TrackNameInputController& names) : names_(nam
             [&names] { guarded("track names", [&names] { names.inputOK(nullptr); }); });
     connect(form.buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     form.buttons->button(QDialogButtonBox::Ok)->setToolTip(u"Take these names (Ctrl+Return)"_s);
+    keepTextsOnTheirSide(*this);
     new WindowBinding(*this, names.window());
     fitToScreen(*this);
     showUndo();
@@ -82,8 +85,14 @@ TrimCharsDialog::TrimCharsDialog(ZOLTTrimCharsPanel& panel) : panel_(panel)
     Bindings bindings(*this);
     bindings.bind(u"numberField"_s, panel.numberField);
     bindings.bind(u"positionMatrix"_s, panel.positionMatrix);
+    QWidget* last = form.numberField;
+    for (auto* const cell : form.positionMatrix->findChildren<QAbstractButton*>()) { // made just now
+        setTabOrder(last, cell);
+        last = cell;
+    }
     connect(form.buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(form.buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    keepTextsOnTheirSide(*this);
     new WindowBinding(*this, panel.panel());
 }
 
@@ -105,6 +114,7 @@ CustomTagsDialog::CustomTagsDialog(ZOLTCustomTagsPanel& panel) : panel_(panel)
     for (const Outlet& outlet : panel.outlets())
         bindings.bind(outlet);
     connect(form.buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    keepTextsOnTheirSide(*this);
     new WindowBinding(*this, panel.panel());
     fitToScreen(*this);
 }

@@ -95,8 +95,10 @@ void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     small.setPointSizeF(option.font.pointSizeF() * smallText);
     drawText(*painter, places.textField, cell.textField()->stringValue(), bold, outcome, option.direction);
     drawText(*painter, places.topTextField, model->status(index.row()), small, plain, option.direction);
-    if (!cell.progressIndicator()->isHidden())
-        drawQueueBar(*painter, places.progressIndicator, shownPart(*cell.progressIndicator(), hasEnded(cell)), option);
+    const auto part = shownPart(*cell.progressIndicator(), hasEnded(cell));
+    const bool nothingDone = hasEnded(cell) && part == 0.0; // an empty bar would say no more
+    if (!cell.progressIndicator()->isHidden() && !nothingDone)
+        drawQueueBar(*painter, places.progressIndicator, part, option);
     if (!cell.cancelButton()->isHidden())
         paintSymbol(*painter, u"process-stop"_s, places.cancelButton, plain);
     else if (const QString sign = signOf(cell); !sign.isEmpty())

@@ -5,8 +5,9 @@
 #include "platform/errors/Exceptions.h"
 #include "platform/text/Counts.h"
 #include "shell/PreferencesController.h"
-#include "ui/LabelSides.h"
+#include "ui/SelectedRows.h"
 #include "ui/Symbols.h"
+#include "ui/TextSides.h"
 #include "ui/ViewChoices.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
@@ -39,7 +40,7 @@ StatusQueueWindow::StatusQueueWindow(ZOLTTaskQueue& queue)
 {
     form_->setupUi(this);
     form_->tableView->setModel(model_);
-    keepLabelsOnTheirSide(*this);
+    keepTextsOnTheirSide(*this);
     form_->cancelAllButton->setIcon(symbolIcon(u"process-stop"_s));
     restorePlace(*this, placeName);
     fitToScreen(*this);
@@ -143,13 +144,9 @@ std::shared_ptr<ZOLTTask> StatusQueueWindow::taskOf(int row) const
 
 std::vector<std::shared_ptr<ZOLTTask>> StatusQueueWindow::selectedTasks() const
 {
-    QItemSelection ranges = form_->tableView->selectionModel()->selection(); // not each row: it may be all of many
-    std::sort(ranges.begin(), ranges.end(), [](const auto& one, const auto& other) { return one.top() < other.top(); });
     std::vector<std::shared_ptr<ZOLTTask>> tasks;
-    for (const QItemSelectionRange& range : std::as_const(ranges)) {
-        for (int row = range.top(); row <= range.bottom(); ++row) {
-            if (const auto task = taskOf(row)) tasks.push_back(task);
-        }
+    for (const qsizetype row : selectedRows(*form_->tableView)) {
+        if (const auto task = taskOf(int(row))) tasks.push_back(task);
     }
     return tasks;
 }
@@ -183,11 +180,9 @@ void StatusQueueWindow::showMenu(const QPoint& place)
 
 void StatusQueueWindow::copySelected() const
 {
-    QModelIndexList rows = form_->tableView->selectionModel()->selectedRows();
-    std::sort(rows.begin(), rows.end());
     QStringList texts;
-    for (const QModelIndex& row : rows)
-        texts += row.data(Qt::DisplayRole).toString();
+    for (const qsizetype row : selectedRows(*form_->tableView))
+        texts += form_->tableView->model()->index(int(row), 0).data(Qt::DisplayRole).toString();
     QApplication::clipboard()->setText(texts.join(u'\n'));
 }
 

@@ -1,7 +1,7 @@
 #include "ui/reports/OutputWindow.h"
 
 #include "platform/errors/Exceptions.h"
-#include "ui/LabelSides.h"
+#include "ui/TextSides.h"
 #include "ui/WindowPlaces.h"
 #include "ui/binding/WindowBinding.h"
 #include "ui_OutputWindow.h"
@@ -41,7 +41,7 @@ OutputWindow::OutputWindow(OutputWindowController& controller)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     form_->setupUi(this);
-    keepLabelsOnTheirSide(*this);
+    keepTextsOnTheirSide(*this);
     fitToScreen(*this);
     form_->gatherBar->hide();
     connect(form_->gatherButton, &QPushButton::clicked, this, [this] { guarded("gather", [this] { gather_(); }); });
@@ -85,7 +85,7 @@ void OutputWindow::offerGathering(std::function<void()> gather)
 void OutputWindow::place()
 {
     const QScreen* const onScreen = screen();
-    if (onScreen) move(placeOnScreen(*onScreen, model_->frameTopLeftPoint(), frameSize()));
+    if (onScreen) move(placeOnScreen(*onScreen, model_->frameTopLeftPoint(), sizeOnScreen(*this)));
     form_->pane->setFocus();
 }
 

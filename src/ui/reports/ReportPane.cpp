@@ -9,6 +9,7 @@
 #include "ui/bus/FileManager.h"
 #include "ui_ReportPane.h"
 
+#include <QBoxLayout>
 #include <QTextBlock>
 
 namespace zolt {
@@ -63,13 +64,44 @@ void ReportPane::setReport(const QString& title, const QString& report, const Re
     const ReportVerdict verdict = verdictOf(report, facts.notes);
     form_->textField->setReport(report, facts.notes);
     form_->countLabel->setText(report.isEmpty() ? QString() : inWords(verdict));
+    arrange();
     form_->causeLabel->setText(verdict.cause);
     form_->causeLabel->setVisible(!verdict.cause.isEmpty());
-    form_->folderButton->setVisible(!facts.source.isEmpty());
+    form_->folderButton->setEnabled(!facts.source.isEmpty());
+    form_->folderButton->setToolTip(facts.source.isEmpty() ? u"No file is known for this"_s
+                                                           : u"Show the file that the report is about in its folder"_s);
     form_->badBox->setEnabled(verdict.failed());
-    form_->saveButton->setEnabled(!report.isEmpty());
+    for (QPushButton* const each : {form_->findButton, form_->saveButton})
+        each->setEnabled(!report.isEmpty());
     showBadLines(form_->badBox->isChecked() && verdict.failed());
     scrollPastBanner();
+}
+
+QSize ReportPane::minimumSizeHint() const
+{
+    const QSize size = QWidget::minimumSizeHint();
+    return {std::max(form_->linesRow->minimumSize().width(), form_->actionsRow->minimumSize().width()), size.height()};
+}
+
+void ReportPane::arrange()
+{
+    constexpr int more = 8; // units that a label takes beside its words
+    const QFontMetrics letters = form_->countLabel->fontMetrics();
+    const int usual = letters.horizontalAdvance(u"1,000 OK, 100 failed"_s); // from report to report nothing moves
+    int lines = std::max(usual, letters.horizontalAdvance(form_->countLabel->text())) + more;
+    for (const QWidget* const box : {form_->badBox, form_->wrapBox})
+        lines += form_->linesRow->spacing() + box->sizeHint().width();
+    const bool narrow = lines + form_->topRow->spacing() + form_->actionsRow->sizeHint().width() > width();
+    const auto direction = narrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+    if (form_->topRow->direction() == direction) return;
+    form_->topRow->setDirection(direction);
+    layout()->activate(); // at once: it would jump
+}
+
+void ReportPane::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    arrange();
 }
 
 void ReportPane::setFont(const Font& font)

@@ -32,8 +32,15 @@ public:
     /// Closes the line that finds words. @return false if it was not open
     bool closeFind();
 
+    QSize minimumSizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void wire();
+    /// In a narrow place the buttons stand below the rest.
+    void arrange();
     void showBadLines(bool only);
     void scrollPastBanner();
 

@@ -4,8 +4,8 @@
 #include "platform/desktop/Panels.h"
 #include "platform/errors/Exceptions.h"
 #include "platform/files/Files.h"
-#include "ui/LabelSides.h"
 #include "ui/NameDelegate.h"
+#include "ui/TextSides.h"
 #include "ui/WindowPlaces.h"
 #include "ui/runs/RunTexts.h"
 #include "ui_HistoryWindow.h"
@@ -30,12 +30,12 @@ HistoryWindow::HistoryWindow(RunRecord& record, std::function<void(const Run&)> 
 {
     form_->setupUi(this);
     form_->rowsView->setModel(model_);
-    form_->rowsView->header()->resizeSection(RunRowsModel::NameColumn, 200);
     form_->rowsView->setItemDelegate(new NameDelegate(form_->rowsView));
-    form_->splitter->setSizes({320, 460});
+    readyColumns();
+    form_->splitter->setSizes({360, 500});
     form_->splitter->setStretchFactor(0, 2); // a narrow window takes from both
     form_->splitter->setStretchFactor(1, 3);
-    keepLabelsOnTheirSide(*this);
+    keepTextsOnTheirSide(*this);
     form_->pane->setFont({u"Courier"_s, 10.0});
     restorePlace(*this, placeName);
     fitToScreen(*this);
@@ -44,6 +44,16 @@ HistoryWindow::HistoryWindow(RunRecord& record, std::function<void(const Run&)> 
 }
 
 HistoryWindow::~HistoryWindow() = default;
+
+void HistoryWindow::readyColumns()
+{
+    constexpr int gap = 16; // units beside a text
+    QHeaderView& header = *form_->rowsView->header();
+    const QFontMetrics letters(header.font());
+    header.resizeSection(RunRowsModel::NameColumn, 200);
+    header.resizeSection(RunRowsModel::OutcomeColumn, letters.horizontalAdvance(u"complete"_s) + gap);
+    header.resizeSection(RunRowsModel::TimeColumn, letters.horizontalAdvance(u"0:00:00"_s) + gap);
+}
 
 void HistoryWindow::wire()
 {
@@ -112,8 +122,7 @@ void HistoryWindow::showRun()
         form_->rowsView->setCurrentIndex(model_->index(std::clamp(current, 0, model_->rowCount() - 1), 0));
     if (!any) form_->pane->setReport(QString(), QString());
     const Run* const shown = run();
-    form_->retryButton->setEnabled(
-        shown && std::any_of(shown->rows.begin(), shown->rows.end(), [](const RunRow& row) { return row.failed(); }));
+    form_->retryButton->setEnabled(shown && shown->failedRows() > 0);
     form_->exportButton->setEnabled(shown);
     setWindowTitle(shown ? u"History: "_s + title(*shown) : u"History"_s);
     showReport();

@@ -38,6 +38,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void readyColumns();
     void wire();
     void chooseLatest(RunFilter filter);
     void listRuns();

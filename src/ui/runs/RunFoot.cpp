@@ -16,11 +16,6 @@ namespace {
 
 constexpr int milliseconds = 250;
 
-bool anyFailed(const Run& run)
-{
-    return std::any_of(run.rows.begin(), run.rows.end(), [](const RunRow& row) { return row.failed(); });
-}
-
 } // namespace
 
 RunFoot::RunFoot(QWidget* parent)
@@ -100,7 +95,7 @@ void RunFoot::refresh()
     label_->setText(atWork ? u"Queue: "_s + record_->progressInWords() : run ? shortWords(*run) : QString());
     queueButton_->setVisible(atWork);
     showButton_->setVisible(run && !atWork);
-    retryButton_->setVisible(run && !atWork && anyFailed(*run));
+    retryButton_->setVisible(run && !atWork && run->failedRows() > 0);
 }
 
 } // namespace zolt

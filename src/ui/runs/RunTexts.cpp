@@ -25,9 +25,7 @@ QString csvLine(const QStringList& values)
 
 QString shortWords(const Run& run)
 {
-    qsizetype failed = 0;
-    for (const RunRow& row : run.rows)
-        failed += row.failed();
+    const qsizetype failed = run.failedRows();
     const qsizetype good = run.ended() - run.canceled - failed;
     QStringList parts;
     if (good > 0 || run.ended() == 0) parts += grouped(good) + u" OK"_s;

@@ -107,6 +107,15 @@ TEST_F(ApplicationBusTest, StrangeRequestsAreSurvived)
     EXPECT_EQ(tab, -1);
 }
 
+TEST_F(ApplicationBusTest, AStartBehindItsEndIsTheOne)
+{
+    ApplicationBus first(connection(u"first"_s));
+    ASSERT_TRUE(first.becomeTheOne());
+    first.letGo();
+    ApplicationBus second(connection(u"second"_s));
+    EXPECT_TRUE(second.becomeTheOne());
+}
+
 TEST(NoBusTest, WithoutABusEveryStartIsTheOne)
 {
     ApplicationBus bus(QDBusConnection(u"no such connection"_s));

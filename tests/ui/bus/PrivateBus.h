@@ -36,6 +36,9 @@ public:
         return QDBusConnection::connectToBus(address_, name);
     }
 
+    /// Where other programs find it.
+    const QString& address() const { return address_; }
+
 private:
     QProcess daemon_;
     QString address_;

@@ -134,7 +134,7 @@ TEST_F(RunOnBusTest, EndOfARunIsToldWhereNobodyLooksAtTheProgram)
     ASSERT_TRUE(comes(u"Notify"_s));
     const QVariantList arguments = desktop_.last(u"Notify"_s).arguments();
     EXPECT_EQ(arguments[3].toString(), u"All tasks are complete"_s);
-    EXPECT_EQ(arguments[4].toString(), u"1 complete, 0 failed, 0 canceled, 0:00"_s);
+    EXPECT_EQ(arguments[4].toString(), u"1 OK, 0:00"_s);
     EXPECT_TRUE(arguments[5].toStringList().contains(u"Show report"_s));
 
     QDBusConnection desktop = bus_.connection(u"desktop"_s);
@@ -151,6 +151,22 @@ TEST_F(RunOnBusTest, EndOfARunIsToldWhereNobodyLooksAtTheProgram)
     end(begin());
     ASSERT_TRUE(comes(u"Notify"_s, 2));
     EXPECT_EQ(desktop_.last(u"Notify"_s).arguments()[1].toUInt(), 7U) << "takes the place of the one before";
+}
+
+TEST_F(RunOnBusTest, ReportThatNamesABadFileIsToldAsAFailure)
+{
+    desktop_.offer(notifications);
+    RunOnBus told(
+        record_, [this] { return inFront_; }, program(), none());
+    const auto task = begin();
+    task->results()->appendResults(u"Verify MD5: list.md5\na : OK\nb : FAILED\n"_s);
+    task->stopTask(nullptr);
+    queue_.taskCompleted(task);
+    runPosted();
+    ASSERT_TRUE(comes(u"Notify"_s));
+    const QVariantList arguments = desktop_.last(u"Notify"_s).arguments();
+    EXPECT_EQ(arguments[3].toString(), u"Some tasks failed"_s);
+    EXPECT_EQ(arguments[4].toString(), u"1 failed, 0:00"_s);
 }
 
 TEST_F(RunOnBusTest, NothingIsToldToWhoLooksAtTheProgram)

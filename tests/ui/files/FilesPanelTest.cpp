@@ -2,6 +2,7 @@
 
 #include "ui/Drags.h"
 #include "ui/Pictures.h"
+#include "ui/SelectedRows.h"
 #include "ui/WindowFixture.h"
 #include "ui/files/FileListModel.h"
 #include "ui/files/FileListView.h"
@@ -10,8 +11,11 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QSignalSpy>
+#include <QStringListModel>
 #include <QUrl>
 
 namespace zolt::test {
@@ -273,6 +277,88 @@ TEST_F(FilesPanelTest, ARefusedDropIsToldInOneAlert)
     dropOn(*list().viewport(), {pathOf(u"a.txt"_s), file(u"b.jpg"_s)});
     ASSERT_EQ(panels_.alerts().size(), 1U);
     EXPECT_EQ(panels_.alerts()[0].title, u"File types not supported by this tab"_s);
+}
+
+TEST_F(FilesPanelTest, AFilterLeavesOfManySelectedRowsThoseInSightAndTellsOnce)
+{
+    QStringList files;
+    for (int track = 0; track < 40; ++track)
+        files += file(u"track%1%2.flac"_s.arg(track, 2, 10, QChar(u'0')).arg(track % 2 ? u"odd"_s : u"even"_s));
+    add(files);
+    ASSERT_TRUE(listBecomes(40));
+    list().selectAll();
+    QSignalSpy told(list().selectionModel(), &QItemSelectionModel::selectionChanged);
+    widget<QLineEdit>("filterField").setText(u"odd"_s);
+    EXPECT_EQ(told.size(), 1);
+    const QList<qsizetype> rows = tab().tableView->selectedRows();
+    ASSERT_EQ(rows.size(), 20);
+    EXPECT_EQ(rows.first(), 1);
+    EXPECT_EQ(rows.last(), 39);
+    list().setFocus();
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    ASSERT_TRUE(listBecomes(20));
+    EXPECT_FALSE(tab().fileNames().copy().join(u' ').contains(u"odd"_s));
+}
+
+TEST_F(FilesPanelTest, SelectingOtherRowsTellsOnceAndDrawsThem)
+{
+    add({file(u"a.flac"_s), file(u"b.flac"_s), file(u"c.flac"_s)});
+    ASSERT_TRUE(listBecomes(3));
+    list().selectRowNumbers({0, 1});
+    QSignalSpy told(list().selectionModel(), &QItemSelectionModel::selectionChanged);
+    list().selectOnly({2});
+    EXPECT_EQ(told.size(), 1);
+    EXPECT_THAT(list().selectedRowNumbers(), ElementsAre(2));
+    list().selectOnly({});
+    EXPECT_EQ(told.size(), 2);
+    EXPECT_TRUE(tab().tableView->selectedRows().isEmpty());
+}
+
+TEST_F(FilesPanelTest, RowsSelectedInPiecesAreToldAscendingAndOnce)
+{
+    QStringListModel model({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+    QListView view;
+    view.setModel(&model);
+    view.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    EXPECT_TRUE(selectedRows(view).isEmpty());
+    for (const int row : {3, 0, 1, 0})
+        view.selectionModel()->select(model.index(row), QItemSelectionModel::Select);
+    EXPECT_THAT(selectedRows(view), ElementsAre(0, 1, 3));
+}
+
+TEST_F(FilesPanelTest, ColumnsOfALongListFitBesideItsScrollBar)
+{
+    QStringList files;
+    for (int track = 0; track < 60; ++track)
+        files += file(u"disc%1/track%2.flac"_s.arg(track % 2).arg(track));
+    add(files);
+    ASSERT_TRUE(listBecomes(60));
+    ASSERT_TRUE(runUntil([this] { return list().verticalScrollBar()->maximum() > 0; }));
+    EXPECT_EQ(list().horizontalScrollBar()->maximum(), 0);
+    window().resize(window().width() + 60, window().height());
+    EXPECT_TRUE(runUntil([this] { return list().header()->length() == list().viewport()->width(); }));
+}
+
+TEST_F(FilesPanelTest, NamesBesideASignAndWithoutOneBeginAtOneEdge)
+{
+    add({file(u"a.flac"_s), file(u"b.flac"_s)});
+    ASSERT_TRUE(listBecomes(2));
+    const auto left = [this](int row) {
+        const QRect place = list().visualRect(list().model()->index(row, 0));
+        const QImage picture = list().viewport()->grab(place).toImage();
+        const int icon = list().iconSize().width() + 8; // behind the sign, where there is one
+        const QColor plain = picture.pixelColor(picture.width() - 1, picture.height() / 2);
+        for (int x = icon; x < picture.width(); ++x) {
+            for (int y = 1; y < picture.height() - 1; ++y) {
+                if (picture.pixelColor(x, y) != plain) return x;
+            }
+        }
+        return -1;
+    };
+    const QImage bare = list().viewport()->grab(list().visualRect(list().model()->index(1, 0))).toImage();
+    window().page()->files()->setMarks({{0, u"It is damaged"_s}}, {});
+    EXPECT_NEAR(left(0), left(1), 2); // the letters differ
+    EXPECT_NE(list().viewport()->grab(list().visualRect(list().model()->index(1, 0))).toImage(), bare);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "ui/pages/OutlookLine.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
 
@@ -82,6 +83,26 @@ TEST_F(DecodePageTest, AQuietLineSaysWhatWillHappen)
     EXPECT_TRUE(outlookBecomes(u"2 FLAC files to WAV beside their sources"_s)) << outlook().toStdString();
     click("deleteOriginalsButton");
     EXPECT_TRUE(outlookBecomes(u"2 FLAC files to WAV beside their sources, and delete the 2 originals for good"_s));
+}
+
+TEST_F(DecodePageTest, WhatBecomesOfOriginalsIsChosenBesideTheirDeletion)
+{
+    auto& choice = widget<QComboBox>("deletionChoice");
+    EXPECT_FALSE(choice.isEnabled());
+    EXPECT_EQ(choice.toolTip(), u"Originals are kept"_s);
+    click("deleteOriginalsButton");
+    EXPECT_TRUE(choice.isEnabled());
+    EXPECT_EQ(choice.currentText(), u"for good"_s);
+    choice.setFocus();
+    QTest::keyClick(&choice, Qt::Key_Down);
+    EXPECT_EQ(UserDefaults::standard().integerForKey(u"trashOrDelete"_s), 1);
+    for (const char* const other : {"encode", "lossy", "fix SBE"}) {
+        controller().tabView->selectTabViewItemWithLabel(QString::fromLatin1(other));
+        runPosted();
+        EXPECT_EQ(widget<QComboBox>("deletionChoice").currentText(), u"to the trash"_s) << other;
+    }
+    click("deleteOriginalsButton");
+    EXPECT_TRUE(widget<QComboBox>("deletionChoice").isEnabled()) << "on its own page";
 }
 
 TEST_F(DecodePageTest, ProblemsAreToldBeforeTheStart)

@@ -91,6 +91,15 @@ TEST_F(TagsPageTest, TheFileBelowARemovedOneIsShown)
     EXPECT_EQ(line("titleText").text(), u"b"_s);
 }
 
+TEST_F(TagsPageTest, ALongTitleIsShownFromItsStart)
+{
+    list({QString(60, u'a') + QString(60, u'b')});
+    view().setFocus();
+    select({0});
+    EXPECT_EQ(line("titleText").text().size(), 120);
+    EXPECT_EQ(line("titleText").cursorPosition(), 0);
+}
+
 TEST_F(TagsPageTest, TypedTextStaysWhenAFileComesInAhead)
 {
     list({u"b"_s, u"c"_s});

@@ -151,6 +151,35 @@ TEST_F(PanelsTest, TheFolderPanelGivesTheFolderChosen)
     EXPECT_EQ(panels_.openPanel(request), QStringList{folder.path()});
 }
 
+TEST_F(PanelsTest, APanelForFilesOpensWhereTheWorkIsAndThenWhereTheLastWasLeft)
+{
+    const QTemporaryDir show, other;
+    QString work = show.path();
+    panels_.setFolderOfWork([&work] { return work; });
+    const auto expectIn = [this](const QString& folder, const OpenPanelRequest& request = {}) {
+        whenShown([folder](QWidget& shown) {
+            auto& dialog = dynamic_cast<QFileDialog&>(shown);
+            EXPECT_EQ(dialog.directory().path(), folder);
+            dialog.reject();
+        });
+        panels_.openPanel(request);
+    };
+    expectIn(show.path());
+    whenShown([&](QWidget& shown) {
+        auto* const name = shown.findChild<QLineEdit*>();
+        name->setText(other.filePath(u"sums.md5"_s)); // a whole path, without going there
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    EXPECT_TRUE(panels_.savePanel({}).has_value());
+    expectIn(other.path());
+    work = other.path();
+    expectIn(other.path());
+    work = show.path();
+    expectIn(show.path());
+    expectIn(QFileInfo(show.path()).path(), {.canChooseFiles = false, .canChooseDirectories = true});
+    expectIn(show.path(), {.canChooseFiles = false, .canChooseDirectories = true, .canCreateDirectories = true});
+}
+
 TEST_F(PanelsTest, TheSavePanelProposesTheName)
 {
     whenShown([](QWidget& shown) {

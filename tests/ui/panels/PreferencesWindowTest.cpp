@@ -6,8 +6,10 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QSpinBox>
 #include <QStackedWidget>
 
@@ -141,6 +143,13 @@ TEST_F(PreferencesWindowTest, WhatTheMainWindowSaysOfDeletionFollows)
     QTest::mouseClick(cells[1], Qt::LeftButton);
     EXPECT_EQ(saved(u"trashOrDelete"_s), u"1"_s);
     EXPECT_TRUE(says(u"to the trash"_s));
+    auto& beside = widget<QComboBox>("deletionChoice");
+    EXPECT_EQ(beside.currentText(), u"to the trash"_s);
+    beside.setFocus();
+    QTest::keyClick(&beside, Qt::Key_Up);
+    EXPECT_EQ(saved(u"trashOrDelete"_s), u"0"_s);
+    EXPECT_TRUE(says(u"for good"_s));
+    EXPECT_TRUE(runUntil([&] { return static_cast<QRadioButton*>(cells[0])->isChecked(); }));
 }
 
 TEST_F(PreferencesWindowTest, WhatStandsAgainstTheSettingsIsThereInWholeLines)

@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 
@@ -126,6 +127,25 @@ TEST_F(TrackNamesTest, TheSelectionIsWhatIsCut)
     });
     click(find<QPushButton>("trimButton"));
     EXPECT_EQ(names_.namesText(), u"One\nTwo\n"_s);
+}
+
+TEST_F(TrackNamesTest, TabGoesFromTheNumberToWhereItIsCut)
+{
+    names_.setNames(u"One 1\n"_s);
+    show();
+    text().selectAll();
+    whenShown([](QWidget& panel) {
+        QApplication::setActiveWindow(&panel); // it may be shown and not be active yet
+        auto& number = *panel.findChild<QLineEdit*>(u"numberField"_s);
+        number.setFocus();
+        QTest::keyClicks(&number, u"2"_s);
+        QTest::keyClick(&number, Qt::Key_Tab);
+        EXPECT_TRUE(qobject_cast<QRadioButton*>(QApplication::focusWidget()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+        QTest::keyClick(&panel, Qt::Key_Return);
+    });
+    click(find<QPushButton>("trimButton"));
+    EXPECT_EQ(names_.namesText(), u"One\n"_s);
 }
 
 TEST_F(TrackNamesTest, ThePanelForCuttingIsMadeAnewAndEscapeCutsNothing)

@@ -33,6 +33,11 @@ public:
         task->showTitle(name);
         return task;
     }
+    void startTask() override
+    {
+        ++starts;
+        ZOLTTask::startTask();
+    }
     void stopTask(Sender sender) override
     {
         ZOLTTask::stopTask(sender);
@@ -40,6 +45,7 @@ public:
         reportCompleted();
     }
     std::function<void()> atEnd;
+    int starts = 0;
     void fail(const QString& text)
     {
         appendResults(text);
@@ -210,12 +216,14 @@ TEST_F(StatusQueueTest, DeleteStopsTheSelectedTasks)
     EXPECT_TRUE(task->cancelled());
 }
 
-TEST_F(StatusQueueTest, CancelAllCancelsEveryTask)
+TEST_F(StatusQueueTest, CancelAllCancelsEveryTaskAndStartsNone)
 {
+    queue().maxThreadsChanged({QString(), nullptr, 1});
     const auto first = queued(u"a.flac"_s), second = queued(u"b.flac"_s), third = queued(u"c.flac"_s);
     ASSERT_TRUE(rowsBecome(3));
     QTest::mouseClick(panel().findChild<QPushButton*>(u"cancelAllButton"_s), Qt::LeftButton);
     EXPECT_TRUE(first->cancelled() && second->cancelled() && third->cancelled());
+    EXPECT_EQ(second->starts + third->starts, 0);
     EXPECT_TRUE(runUntil([this] { return !panel().isVisible(); }));
 }
 
@@ -226,7 +234,7 @@ TEST_F(StatusQueueTest, AFailedRowStaysUntilErrorsAreRemoved)
     EXPECT_TRUE(titleBecomes(u"Queue"_s));
     EXPECT_TRUE(panel().isVisible());
     // The report takes the keyboard as it comes up, which closes a menu.
-    ASSERT_TRUE(runUntil([this] { return openReports() == 1; }));
+    ASSERT_TRUE(runUntil([this] { return openReports() == 1 && windowNamed<QWidget>("OutputWindow").isVisible(); }));
     ASSERT_TRUE(QTest::qWaitForWindowActive(&windowNamed<QWidget>("OutputWindow")));
     chooseInMenu(u"Remove All Errors"_s);
     menuOnRow(0);
@@ -546,6 +554,18 @@ TEST_F(StatusQueueTest, TheMenusPauseAndThePanelsAreOne)
     EXPECT_TRUE(runUntil([&] { return button.isChecked(); }));
 }
 
+TEST_F(StatusQueueTest, TheMenusKeysWorkInThePanelToo)
+{
+    queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    panel().activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel()));
+    QTest::keyClick(&panel(), Qt::Key_P, Qt::ControlModifier);
+    EXPECT_TRUE(queue().isHeld());
+    QTest::keyClick(&panel(), Qt::Key_P, Qt::ControlModifier);
+    EXPECT_FALSE(queue().isHeld());
+}
+
 TEST_F(StatusQueueTest, ANameWiderThanItsColumnIsCutOff)
 {
     const auto task = queued(QString(300, u'W'));
@@ -559,6 +579,26 @@ TEST_F(StatusQueueTest, ANameWiderThanItsColumnIsCutOff)
     EXPECT_GT(colourCount(row.copy(name)), 1);
     EXPECT_EQ(colourCount(row.copy(beside)), 1) << "nothing is drawn there";
     task->stopTask(nullptr);
+}
+
+TEST_F(StatusQueueTest, ARowThatEndedBeforeAnythingWasDoneHasNoBar)
+{
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    const auto barColours = [this] {
+        StatusQueueCell cell;
+        queue().tableViewWillDisplayCellForTableColumnRow(cell, 0);
+        const QRect row = view().visualRect(view().model()->index(0, 0));
+        const auto places = StatusQueueDelegate::places(cell, QRect(QPoint(), row.size()), view().font());
+        const QRect bar = places.progressIndicator.toAlignedRect().adjusted(0, 2, 0, -2);
+        return colourCount(view().viewport()->grab(row).toImage().copy(bar));
+    };
+    task->fail(u"it is broken"_s);
+    task->progressIndicator()->setHidden(false);
+    task->progressIndicator()->setDoubleValue(0);
+    EXPECT_EQ(barColours(), 1);
+    task->progressIndicator()->setDoubleValue(42);
+    EXPECT_GT(barColours(), 1);
 }
 
 TEST_F(StatusQueueTest, ABarWithoutAReadingMovesAndAPieceWithoutANumberCostsNone)

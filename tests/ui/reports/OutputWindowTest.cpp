@@ -246,6 +246,32 @@ TEST_F(OutputWindowTest, ALongCascadeStaysOnTheScreen)
     }
 }
 
+TEST_F(OutputWindowTest, InTheSmallestWindowEachButtonHasItsRoom)
+{
+    QWidget& window = report(u"a.flac : OK\nb.flac : FAILED\n"_s);
+    for (const QSize& size : {window.minimumSize(), QSize(680, 420)}) {
+        window.resize(size);
+        ASSERT_TRUE(runUntil([&] { return window.size() == size; }));
+        runPosted();
+        for (const char* name : {"badBox", "wrapBox", "findButton", "saveButton", "folderButton"}) {
+            const auto* const button = window.findChild<QAbstractButton*>(QLatin1String(name));
+            EXPECT_GE(button->width(), button->sizeHint().width()) << name;
+        }
+    }
+    for (int width = 680; width >= 320; width -= 10) { // in two rows as soon as one is too narrow
+        window.resize(width, 420);
+        runPosted();
+        EXPECT_LT(window.findChild<QLabel*>(u"countLabel"_s)->height(), 30) << width;
+    }
+    window.resize(680, 420);
+    runPosted();
+    const auto top = [&](const char* name) {
+        const QWidget* const widget = window.findChild<QWidget*>(QLatin1String(name));
+        return widget->geometry().center().y();
+    };
+    EXPECT_NEAR(top("badBox"), top("findButton"), 2); // one row where there is room
+}
+
 TEST_F(OutputWindowTest, SignsStandBesideTheirLinesWithTheGoodOnesHidden)
 {
     QString text;

@@ -312,10 +312,38 @@ TEST_F(RunsTest, AReportsOwnWindowShowsTheFileInItsFolder)
     const auto folderButton = [this] {
         return program_.interfaces().windows().back()->findChild<QPushButton*>(u"folderButton"_s);
     };
-    EXPECT_TRUE(folderButton()->isVisible());
+    EXPECT_TRUE(folderButton()->isEnabled());
     queue().showOutputWindowTitle(u"about no file"_s, u"Output"_s);
     runPosted();
-    EXPECT_FALSE(folderButton()->isVisible());
+    EXPECT_FALSE(folderButton()->isEnabled());
+}
+
+TEST_F(RunsTest, TheHistorysListKeepsItsWidthWhicheverRowIsShown)
+{
+    runTwo();
+    history().showLatest(RunFilter::All);
+    history().resize(683, 340);
+    ASSERT_TRUE(runUntil([this] { return history().width() == 683; }));
+    EXPECT_GT(rows().width(), 240);
+    const auto top = [this] { return history().findChild<QWidget*>(u"findButton"_s)->y(); };
+    for (int wide = 683; wide <= 1100; wide += 20) {
+        history().resize(wide, 340);
+        rows().setCurrentIndex(rows().model()->index(1, 0));
+        runPosted();
+        const int width = rows().width(), place = top();
+        rows().setCurrentIndex(rows().model()->index(0, 0));
+        runPosted();
+        EXPECT_EQ(rows().width(), width) << wide;
+        EXPECT_GE(top(), place) << wide;
+        EXPECT_LT(top(), place + 30) << wide; // the cause takes a line, the rows of buttons stay
+    }
+}
+
+TEST_F(RunsTest, AHistoryWithoutARunSaysSo)
+{
+    history().showLatest(RunFilter::All);
+    EXPECT_EQ(history().findChild<QComboBox*>(u"runBox"_s)->currentIndex(), -1);
+    EXPECT_EQ(history().findChild<QComboBox*>(u"runBox"_s)->placeholderText(), u"No run yet"_s);
 }
 
 TEST(RunRowsModelTest, ListsTheRowsOfOneOutcomeAndSaysItInWords)
