@@ -149,8 +149,7 @@ TEST_P(EncodeMatrix, EndsAsTold)
     ASSERT_EQ(tab.fileNames().count(), 1);
     const WorkPlan plan = tab.workPlan();
     ASSERT_EQ(missingTools(plan.tools).size(), 0) << "for " << plan.tools.join(u' ').toStdString();
-    tab.executeCommand(nullptr);
-    const auto task = queue().taskArray().at(0);
+    const auto task = press().at(0);
     runQueue();
     EXPECT_EQ(decodedByFfmpeg(file, 16), before) << "the source is as it was";
     if (GetParam().end == End::Exact) {
@@ -181,11 +180,11 @@ protected:
         QDir().mkpath(path::deletingLastComponent(pathOf(name)));
         return writeFile(pathOf(name), waveFile(makeSamples(rate, 2, bits, frames)));
     }
-    void encode(const QString& target, const QStringList& files)
+    std::vector<std::shared_ptr<ZOLTTask>> encode(const QString& target, const QStringList& files)
     {
         tab.outputFormatMatrix->selectTitle(target);
         tab.addFiles(files);
-        tab.executeCommand(nullptr);
+        return press();
     }
     QByteArray content(const QString& name) const { return fileBytes(pathOf(name)); }
     const LogCapture log_;
@@ -234,8 +233,7 @@ TEST_F(EncodeReal, CancelledSetWithItsListKeepsItsSources)
     tab.deleteOriginalsButton->setState(true);
     panels_.answerAlert(1);
     const QStringList files{wave(u"a.wav"_s, 2000000), wave(u"b.wav"_s, 2000000), wave(u"c.wav"_s, 2000000)};
-    encode(u"SHN"_s, files);
-    const auto tasks = queue().taskArray();
+    const auto tasks = encode(u"SHN"_s, files);
     queue().cancelAllTasks(nullptr);
     ASSERT_TRUE(runUntil([&] { return exists(u"md5sum.md5"_s); })) << "kept: a cancelled set is followed too";
     runQueue();
@@ -252,8 +250,7 @@ TEST_F(EncodeReal, LongFlacEncodingShowsItsProgressAndNoFaults)
                        u"whitenoise"_s});
     tab.flacSlider->setIntValue(8);
     tab.flacVerifyButton->setState(true);
-    encode(u"FLAC"_s, {source});
-    const auto task = queue().taskArray().at(0);
+    const auto task = encode(u"FLAC"_s, {source}).at(0);
     QSet<QString> statuses;
     ASSERT_TRUE(runUntil([&] {
         statuses += task->topTextField()->stringValue();
@@ -276,8 +273,7 @@ TEST_F(EncodeReal, ExistingOutputIsNotOverwrittenAndItsSourceStays)
         const QString output = file(path::deletingExtension(source) + u'.' + extension, "mine");
         tab.deleteOriginalsButton->setState(true);
         panels_.answerAlert(1);
-        encode(target, {pathOf(source)});
-        const auto task = queue().taskArray().at(0);
+        const auto task = encode(target, {pathOf(source)}).at(0);
         runQueue();
         EXPECT_TRUE(task->error()) << target.toStdString();
         EXPECT_EQ(fileBytes(output), "mine");
@@ -324,8 +320,7 @@ TEST_F(EncodeReal, DepthsThatFailAreToldBeforehandAndNoOthers)
             tab.addFiles({wave(u"a.wav"_s, 2000, bits)});
             const WorkPlan plan = tab.workPlan();
             const auto cautions = plan.inspect(plan, stop);
-            tab.executeCommand(nullptr);
-            const auto task = queue().taskArray().at(0);
+            const auto task = press().at(0);
             runQueue();
             EXPECT_EQ(!cautions.empty(), task->error()) << bits << " bits to " << target.toStdString();
             queue().removeAllErrors(nullptr);
@@ -338,8 +333,7 @@ TEST_F(EncodeReal, DeepAudioKeepsEveryBit)
 {
     for (const QString& target : {u"FLAC"_s, u"WV"_s, u"SHN"_s, u"TTA"_s, u"M4A"_s}) {
         const QString source = wave(u"a.wav"_s, 20000, 24, 96000);
-        encode(target, {source});
-        const auto task = queue().taskArray().at(0);
+        const auto task = encode(target, {source}).at(0);
         runQueue();
         if (target == u"SHN"_s) { // the format holds no more than 16 bits: refused, never cut
             EXPECT_TRUE(task->error());

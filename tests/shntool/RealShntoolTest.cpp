@@ -152,11 +152,8 @@ protected:
     std::shared_ptr<ZOLTTask> runWithout(const QString& gone, const QStringList& files)
     {
         install(u"shntool"_s, {u"remove"_s, gone, u"become"_s, shntool, u"$@"_s});
-        this->queue().setHeld(true);
         this->tab.addFiles(files);
-        this->tab.executeCommand(nullptr);
-        const auto task = this->queue().taskArray().front();
-        this->queue().setHeld(false);
+        const auto task = this->press().front();
         this->settle();
         return task;
     }

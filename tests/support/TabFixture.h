@@ -54,6 +54,16 @@ protected:
     }
     /// No task starts from here on.
     void holdQueue() { queue().maxThreadsChanged({QString(), nullptr, 0}); }
+    /// Presses the tab's button, and nothing starts before all its tasks are seen: one on a thread may have left the
+    /// queue by the time that a test looks. @return what the queue holds then
+    std::vector<std::shared_ptr<ZOLTTask>> press()
+    {
+        queue().setHeld(true);
+        tab.executeCommand(nullptr);
+        const auto tasks = queue().taskArray();
+        queue().setHeld(false);
+        return tasks;
+    }
     void runQueue() { ASSERT_TRUE(runToEnd(queue())); }
     /// The tasks in the queue, each as the class that the test expects; none in place of one of another class.
     template <class Task> std::vector<std::shared_ptr<Task>> queued()
