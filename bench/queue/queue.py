@@ -18,7 +18,7 @@ import tempfile
 import time
 
 sys.path.insert(0, os.path.dirname(__file__))
-from window import Window  # noqa: E402
+from window import Window, output  # noqa: E402
 
 JOBS = 2
 
@@ -37,10 +37,9 @@ def make_samples(folder: pathlib.Path, count: int) -> list[str]:
 
 def remove_outputs(files: list[str]) -> None:
     for file in files:
-        output = file[:-4] + "wav"
-        if not os.path.exists(output):
-            sys.exit(f"{output} was not written")
-        os.unlink(output)
+        if not os.path.exists(output(file)):
+            sys.exit(f"{output(file)} was not written")
+        os.unlink(output(file))
 
 
 class Run:

@@ -7,8 +7,11 @@ import tempfile
 import time
 
 
+LOOK = 0.02  # seconds between two looks, which cost the tools time: at the folder only when no tool runs
+
+
 class Shown:
-    """Seconds from the key press to the last output, and the most memory in MiB meanwhile."""
+    """Seconds from the key press to the last change of an output, and the most memory in MiB meanwhile."""
 
     def __init__(self, seconds: float, mebibytes: float):
         self.seconds = seconds
@@ -23,8 +26,13 @@ def resident(pid: int) -> float:
     return 0.0
 
 
+def output(file: str) -> str:
+    return file[:-4] + "wav"
+
+
 def has_children(pid: int) -> bool:
-    return bool(pathlib.Path(f"/proc/{pid}/task/{pid}/children").read_text().strip())
+    with open(f"/proc/{pid}/task/{pid}/children", encoding="ascii") as children:
+        return bool(children.read(1))
 
 
 class Window:
@@ -56,24 +64,20 @@ class Window:
 
     def decode(self, files: list[str]) -> Shown:
         process = self._start([os.path.dirname(files[0])])
-        outputs = len(files)
-        folder = os.path.dirname(files[0])
         # It takes longer to connect than to press: it is there before the time begins.
         keys = subprocess.Popen(["xdotool", "-"], env=self.environment, stdin=subprocess.PIPE, stdout=subprocess.DEVNULL)
         time.sleep(0.5)
-        started = time.perf_counter()
+        started = time.time()
         keys.communicate(b"key ctrl+Return\n")
         most = 0.0
-        while True:
+        while has_children(process.pid) or not all(map(os.path.exists, map(output, files))):
             most = max(most, resident(process.pid))
             if process.poll() is not None:
                 sys.exit("the window program ended")
-            if not has_children(process.pid) and sum(name.endswith(".wav") for name in os.listdir(folder)) == outputs:
-                break
-            if time.perf_counter() - started > 600:
+            if time.time() - started > 600:
                 sys.exit("the window program does not decode")
-            time.sleep(0.02)
-        seconds = time.perf_counter() - started
+            time.sleep(LOOK)
+        seconds = max(os.stat(output(file)).st_ctime for file in files) - started
         process.kill()
         process.wait()
         return Shown(seconds, most)
