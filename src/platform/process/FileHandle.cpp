@@ -36,6 +36,7 @@ void FileHandle::readInBackgroundAndNotify()
 void FileHandle::arm()
 {
     asked_ = true;
+    if (handsOver_) return;
     if (ended_ || much_) return watch();
     pipe_.rest();
     if (!std::exchange(awaits_, true)) ReadPace::instance().await(weak_from_this());
@@ -70,9 +71,11 @@ void FileHandle::watchForEnd(int descriptor)
 void FileHandle::writerEnded()
 {
     end_->rest();
-    ended_ = true;
+    handsOver_ = true; // what is left, without a look of the event loop at each piece
     while (notifyNow())
         continue;
+    handsOver_ = false;
+    ended_ = true;
     if (asked_) watch(); // another process writes on
 }
 

@@ -63,6 +63,7 @@ private:
     std::shared_ptr<WatchedDescriptor> end_;
     bool asked_ = false;
     bool awaits_ = false; // its moment
+    bool handsOver_ = false;
     bool ended_ = false;
     bool much_ = false; // came with the last read
 };

@@ -71,6 +71,8 @@ void WindowBinding::controlChanged(Control&)
 void WindowBinding::bringToFront()
 {
     const bool comesUp = !widget_.isVisible();
+    // A queue of small files orders it all the time.
+    if (!comesUp && raised_.isValid() && raised_.elapsed() < pause) return;
     if (comesUp && dismissed_ && comesBack_ && !comesBack_()) return;
     dismissed_ = false;
     if (comesUp && comingUp_) comingUp_();
@@ -80,8 +82,6 @@ void WindowBinding::bringToFront()
     widget_.show();
     if (!atWork) return; // another program has the screen
     if (!comesUp && keepsInFront_ && !keepsInFront_()) return;
-    if (!comesUp && raised_.isValid() && raised_.elapsed() < pause)
-        return; // a queue of small files orders it all the time
     raised_.start();
     widget_.raise();
     if (takesKeyboard) widget_.activateWindow();
