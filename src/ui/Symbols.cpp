@@ -5,7 +5,9 @@
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QSvgRenderer>
+#include <QtMath>
 
 namespace zolt {
 
@@ -20,6 +22,25 @@ QByteArray drawing(const QString& name)
     if (const auto known = cache.constFind(name); known != cache.constEnd()) return *known;
     QFile file(u":/icons/%1.svg"_s.arg(name));
     return cache[name] = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The drawing in that colour, kept: rows ask for theirs each time that they are painted.
+/// @param side   in units of the window
+/// @param ratio  the screen's pixels to a unit
+QPixmap drawn(const QString& name, const QColor& colour, double side, double ratio)
+{
+    const int pixels = qCeil(side * ratio);
+    const QString key = u"symbol %1 %2 %3 %4"_s.arg(name, colour.name()).arg(pixels).arg(ratio);
+    QPixmap picture;
+    if (QPixmapCache::find(key, &picture)) return picture;
+    picture = QPixmap(pixels, pixels);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    QSvgRenderer(drawing(name).replace("currentColor", colour.name().toLatin1()))
+        .render(&painter, QRectF(0, 0, side, side));
+    QPixmapCache::insert(key, picture);
+    return picture;
 }
 
 class SymbolEngine : public QIconEngine
@@ -56,11 +77,9 @@ QIcon symbolIcon(const QString& name)
 
 void paintSymbol(QPainter& painter, const QString& name, const QRectF& place, const QColor& colour)
 {
-    QSvgRenderer renderer(drawing(name).replace("currentColor", colour.name().toLatin1()));
     const double side = std::min(place.width(), place.height());
-    QRectF square(0, 0, side, side);
-    square.moveCenter(place.center());
-    renderer.render(&painter, square);
+    const QPixmap picture = drawn(name, colour, side, painter.device()->devicePixelRatioF());
+    painter.drawPixmap(place.center() - QPointF(side, side) / 2, picture);
 }
 
 } // namespace zolt

@@ -121,6 +121,38 @@ TEST(SymbolsTest, EveryBundledDrawingTakesItsColour)
     }
 }
 
+TEST(SymbolsTest, ADrawingIsMadeForEachColourSizeAndScreen)
+{
+    const auto painted = [](int side, double ratio, const QColor& colour) {
+        QImage picture(QSize(side, side) * ratio, QImage::Format_ARGB32_Premultiplied);
+        picture.setDevicePixelRatio(ratio);
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        paintSymbol(painter, u"tick"_s, QRectF(0, 0, side, side), colour);
+        painter.end();
+        picture.setDevicePixelRatio(1);
+        return picture;
+    };
+    const QImage red = painted(32, 1, Qt::red);
+    EXPECT_EQ(painted(32, 1, Qt::red), red);
+    EXPECT_NE(painted(32, 1, Qt::blue), red);
+    EXPECT_NE(painted(24, 1, Qt::red).size(), red.size());
+    EXPECT_EQ(painted(16, 2, Qt::red), red) << "not a small one made larger";
+    EXPECT_GT(colourCount(painted(24, 1, Qt::red)), 1);
+}
+
+TEST(SymbolsTest, ADrawingStandsInTheMiddleOfItsPlace)
+{
+    QImage picture(60, 20, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    paintSymbol(painter, u"bar"_s, picture.rect(), Qt::red);
+    painter.end();
+    EXPECT_EQ(colourCount(picture.copy(0, 0, 20, 20)), 1);
+    EXPECT_GT(colourCount(picture.copy(20, 0, 20, 20)), 1);
+    EXPECT_EQ(colourCount(picture.copy(40, 0, 20, 20)), 1);
+}
+
 TEST(RightToLeftTest, ANameThatBeginsWithANumberKeepsItsOrder)
 {
     EXPECT_EQ(inReadingOrder(u"01 Intro.flac"_s, Qt::LeftToRight), u"01 Intro.flac"_s);

@@ -30,13 +30,20 @@ Filled filled(std::optional<double> part)
     return {swing * (1.0 - movingPart), swing * (1.0 - movingPart) + movingPart};
 }
 
+/// Without its corners, which looks rounded; a stroke around a rounded shape takes as long as all else in the row.
+void drawFrame(QPainter& painter, const QRect& frame, const QColor& colour)
+{
+    const QRect across = frame.adjusted(1, 0, -1, 0), down = frame.adjusted(0, 1, 0, -1);
+    painter.fillRect(across.left(), across.top(), across.width(), 1, colour);
+    painter.fillRect(across.left(), across.bottom(), across.width(), 1, colour);
+    painter.fillRect(down.left(), down.top(), 1, down.height(), colour);
+    painter.fillRect(down.right(), down.top(), 1, down.height(), colour);
+}
+
 void drawPlain(QPainter& painter, const QRectF& place, Filled piece, const QColor& colour)
 {
-    painter.setPen(colour);
-    painter.setBrush(Qt::NoBrush);
-    const QRectF frame = place.adjusted(0.5, 0.5, -0.5, -0.5);
-    painter.drawRoundedRect(frame, 2, 2);
-    const QRectF inside = frame.adjusted(2, 2, -2, -2);
+    drawFrame(painter, place.toRect(), colour);
+    const QRectF inside = QRectF(place.toRect()).adjusted(3, 3, -3, -3);
     painter.fillRect(QRectF(inside.left() + piece.from * inside.width(), inside.top(),
                             (piece.to - piece.from) * inside.width(), inside.height()),
                      colour);

@@ -103,9 +103,8 @@ void StatusQueueDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
         paintSymbol(*painter, u"process-stop"_s, places.cancelButton, plain);
     else if (const QString sign = signOf(cell); !sign.isEmpty())
         paintSymbol(*painter, sign, places.cancelButton, outcome);
-    painter->setPen(option.palette.color(QPalette::Midlight));
-    painter->drawLine(QPointF(option.rect.left(), option.rect.bottom() + 0.5),
-                      QPointF(option.rect.right(), option.rect.bottom() + 0.5));
+    painter->fillRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1,
+                      option.palette.color(QPalette::Midlight));
     painter->restore();
 }
 

@@ -29,8 +29,19 @@ using queueCommands::waits;
 
 namespace {
 
-constexpr int milliseconds = 50; // 20 drawings a second
+constexpr int milliseconds = 50;      // 20 drawings a second
+constexpr int headMilliseconds = 250; // numbers that change faster cannot be read
 const QString placeName = u"queue"_s;
+
+/// A bar paints itself at once when it is told a value, and with it all that waits to be painted, which would come
+/// twice then: this leaves it waiting with the rest.
+void setUnpainted(QProgressBar& bar, int value)
+{
+    if (bar.value() == value) return;
+    bar.setUpdatesEnabled(false);
+    bar.setValue(value);
+    bar.setUpdatesEnabled(true);
+}
 
 } // namespace
 
@@ -58,7 +69,8 @@ StatusQueueWindow::StatusQueueWindow(ZOLTTaskQueue& queue)
     binding->setComingUp([this] { placeBesideActive(*this); });
     binding->setKeepsInFront(viewChoices::keepsQueueInFront);
     binding->setComesBack([this] { return comesBack(); });
-    refreshTexts();
+    refreshHead();
+    refreshButtons();
 }
 
 void StatusQueueWindow::wireButtons()
@@ -78,7 +90,7 @@ void StatusQueueWindow::wireButtons()
 void StatusQueueWindow::setRecord(RunRecord* record)
 {
     record_ = record;
-    refreshTexts();
+    refreshHead();
 }
 
 StatusQueueWindow::~StatusQueueWindow()
@@ -88,7 +100,9 @@ StatusQueueWindow::~StatusQueueWindow()
 
 void StatusQueueWindow::controlChanged(Control&)
 {
-    if (!timer_.isActive()) timer_.start();
+    if (timer_.isActive()) return;
+    sinceHead_.invalidate();
+    timer_.start();
 }
 
 void StatusQueueWindow::refresh()
@@ -102,8 +116,10 @@ void StatusQueueWindow::refresh()
             form_->tableView->viewport()->update();
         }
     }
-    refreshTexts();
-    if (queue_.taskCount() == 0 && (!record_ || !record_->isRunning())) timer_.stop();
+    const bool ended = queue_.taskCount() == 0 && (!record_ || !record_->isRunning());
+    if (ended) timer_.stop();
+    refreshButtons();
+    if (ended || !sinceHead_.isValid() || sinceHead_.hasExpired(headMilliseconds)) refreshHead();
 }
 
 QString StatusQueueWindow::headText() const
@@ -113,8 +129,9 @@ QString StatusQueueWindow::headText() const
     return record_->current() ? inWords(*record_->current()) : QString();
 }
 
-void StatusQueueWindow::refreshTexts()
+void StatusQueueWindow::refreshHead()
 {
+    sinceHead_.start();
     const bool open = queue_.taskCount() > 0;
     const QString head = headText();
     const QString title = open && !head.isEmpty() ? u"Queue: "_s + head : u"Queue"_s;
@@ -122,8 +139,12 @@ void StatusQueueWindow::refreshTexts()
     form_->headLabel->setText(head.isEmpty() ? u"Nothing in the queue"_s
                                              : head); // does nothing where it stands already
     const bool anyRun = record_ && record_->current();
-    form_->totalBar->setValue(anyRun ? int(record_->progress() * form_->totalBar->maximum()) : 0);
-    form_->cancelAllButton->setEnabled(open);
+    setUnpainted(*form_->totalBar, anyRun ? int(record_->progress() * form_->totalBar->maximum()) : 0);
+}
+
+void StatusQueueWindow::refreshButtons()
+{
+    form_->cancelAllButton->setEnabled(queue_.taskCount() > 0);
     form_->pauseButton->setChecked(queue_.isHeld());
     if (!form_->paceField->hasFocus()) form_->paceField->setValue(queue_.maxThreads());
 }

@@ -3,6 +3,7 @@
 
 #include "platform/controls/Table.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
 
@@ -21,7 +22,7 @@ class ZOLTTask;
 class ZOLTTaskQueue;
 
 /// Draws at most 20 times a second, whatever the tools print: while tasks are open a timer looks at the rows that are
-/// on screen, and only where they have changed are they drawn. Main thread.
+/// on screen, and only where they have changed are they drawn. The head follows four times a second. Main thread.
 class StatusQueueWindow : public QWidget, public ControlObserver
 {
 public:
@@ -43,7 +44,8 @@ protected:
 
 private:
     void refresh();
-    void refreshTexts();
+    void refreshHead();
+    void refreshButtons();
     void followRunningRow();
     void wireButtons();
     void showMenu(const QPoint& place);
@@ -60,6 +62,7 @@ private:
     const std::shared_ptr<Table> table_;
     StatusQueueModel* const model_;
     QTimer timer_;
+    QElapsedTimer sinceHead_;
     RunRecord* record_ = nullptr;
     QString lastVisible_;
     int shownRow_ = -1;

@@ -11,8 +11,10 @@
 #include "ui/queue/StatusQueueView.h"
 
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressBar>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTimer>
@@ -321,6 +323,60 @@ TEST_F(StatusQueueTest, ManyChangesAreDrawnOnce)
     ASSERT_TRUE(runUntil([&] { return panel().refreshes() > before; }));
     EXPECT_EQ(panel().refreshes(), before + 1);
     EXPECT_EQ(view().model()->index(0, 0).data().toString(), u"a.flac: 1000"_s);
+}
+
+/// Counts how often a widget is painted.
+class PaintCount : public QObject
+{
+public:
+    explicit PaintCount(QWidget& widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint) ++count;
+        return false;
+    }
+    int count = 0;
+};
+
+TEST_F(StatusQueueTest, TheRunsBarIsPaintedWithTheRestAndNotAhead)
+{
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(rowsBecome(1));
+    auto& bar = *panel().findChild<QProgressBar*>();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel()));
+    PaintCount paints(bar);
+    std::optional<int> paintedAhead;
+    // By the time that the event loop comes to this, nothing is painted but what did not wait for it.
+    QObject::connect(
+        &bar, &QProgressBar::valueChanged, &bar, [&] { paintedAhead = paints.count; }, Qt::QueuedConnection);
+    QTest::qWait(0);
+    paints.count = 0;
+    task->progressIndicator()->setDoubleValue(50);
+    ASSERT_TRUE(runUntil([&] { return paintedAhead && paints.count > 0; }));
+    EXPECT_EQ(bar.value(), 500);
+    EXPECT_EQ(paintedAhead, 0);
+    EXPECT_EQ(paints.count, 1);
+}
+
+TEST_F(StatusQueueTest, TheHeadFollowsFourTimesASecond)
+{
+    const auto task = queued(u"a.flac"_s);
+    ASSERT_TRUE(titleBecomes(u"Queue: 0 of 1, 0 %"_s));
+    int changes = 0;
+    QObject::connect(&panel(), &QWidget::windowTitleChanged, &panel(), [&] { ++changes; });
+    QElapsedTimer since;
+    since.start();
+    const int before = panel().refreshes();
+    for (int percent = 1; percent <= 20; ++percent) {
+        task->progressIndicator()->setDoubleValue(percent);
+        const int drawn = panel().refreshes();
+        ASSERT_TRUE(runUntil([&] { return panel().refreshes() > drawn; }));
+    }
+    EXPECT_GE(changes, 1);
+    EXPECT_LE(changes, 1 + since.elapsed() / 250);
+    EXPECT_LT(changes, panel().refreshes() - before);
+    task->stopTask(nullptr);
+    EXPECT_TRUE(runUntil([this] { return panel().windowTitle() == u"Queue"_s; })) << "the end is told at once";
 }
 
 TEST_F(StatusQueueTest, TenThousandRowsKeepNothingPerRow)
