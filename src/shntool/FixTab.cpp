@@ -64,6 +64,11 @@ Outlets FixTab::outlets() const
             {u"deleteOriginalsButton"_s, deleteOriginalsButton}};
 }
 
+QString FixTab::flacLevelInWords() const
+{
+    return u"FLAC level %1 of 8; shntool takes flac's own"_s.arg(flacLevelSlider->intValue());
+}
+
 WorkPlan FixTab::workPlan() const
 {
     WorkPlan plan = BaseTab::workPlan();

@@ -24,6 +24,8 @@ public:
     /// Refuses while a fix of the list waits or runs: both would write the same files, and the first to end would empty
     /// the list of the other.
     WorkPlan workPlan() const override;
+    /// What the level stands at, and what becomes of it.
+    QString flacLevelInWords() const;
 
     // Outlets.
     std::shared_ptr<Matrix> outputFormatMatrix;

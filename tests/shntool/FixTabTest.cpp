@@ -59,6 +59,12 @@ TEST_F(FixTabTest, FormatAndLevelAreThoseSavedAndEachChangeIsSaved)
     EXPECT_EQ(next.flacLevelSlider->intValue(), 7);
 }
 
+TEST_F(FixTabTest, LevelIsToldWithWhatBecomesOfIt)
+{
+    tab.flacLevelSlider->moveTo(7);
+    EXPECT_EQ(tab.flacLevelInWords(), u"FLAC level 7 of 8; shntool takes flac's own"_s);
+}
+
 TEST_F(FixTabTest, FormatEnablesItsOwnChoices)
 {
     choose(C::SHN);

@@ -93,6 +93,7 @@ MainWindow::PageBuilder fixPage(Program& program)
 {
     return [&tab = program.tab<FixTab>()](QWidget* parent) {
         return (new CommandPage(tab, {u"&Fix"_s, setUp<Ui::FixChoices>}, parent))
+            ->withLiveLine(u"levelLabel"_s, saying(tab, &FixTab::flacLevelInWords))
             ->withLiveLine(u"boundaries"_s, [&tab] {
                 return [files = tab.fileNames().copy()](const std::atomic<bool>& stop) {
                     const BoundaryWords words = boundariesInWords(files, stop);

@@ -93,6 +93,14 @@ TEST_F(ShntoolPageTest, SecondFixOfAListIsRefusedInWords)
     waitForDetachedThreads(); // the task's own knows the tab
 }
 
+TEST_F(ShntoolPageTest, FixTellsItsLevel)
+{
+    showTab(4);
+    const auto* const label = window().page()->findChild<QLabel*>(u"levelLabel"_s);
+    ASSERT_NE(label, nullptr);
+    EXPECT_TRUE(runUntil([&] { return label->text() == fixTab().flacLevelInWords(); }));
+}
+
 TEST_F(ShntoolPageTest, FixTellsWhatIsKnownOfTheBoundaries)
 {
     showTab(4);
