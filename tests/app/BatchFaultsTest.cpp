@@ -104,6 +104,37 @@ TEST_F(BatchFaults, AFolderThatIsNotThereIsMadeAndTold)
     EXPECT_TRUE(QFile::exists(in(u"new/one/a.wav"_s)));
 }
 
+TEST_F(BatchFaults, AFolderOfAStartThatIsRefusedIsNotLeftBehind)
+{
+    useTools({});
+    makeFlac(in(u"a.flac"_s));
+    ASSERT_TRUE(QDir().mkpath(in(u"mine"_s)));
+    for (const QString& folder : {u"new/one"_s, u"mine/one/two"_s, u"mine"_s}) {
+        const auto outcome = run({u"decode"_s, u"--out"_s, folder, u"a.flac"_s});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_THAT(outcome.errors.toStdString(), Not(HasSubstr("made the folder")));
+    }
+    EXPECT_FALSE(QFile::exists(in(u"new"_s)));
+    EXPECT_TRUE(QFile::exists(in(u"mine"_s)));
+    EXPECT_FALSE(QFile::exists(in(u"mine/one"_s)));
+}
+
+TEST_F(BatchFaults, AnAnswerThatCannotBeWrittenIsNoSuccess)
+{
+    makeFlac(in(u"a.flac"_s));
+    const QStringList show{u"tags"_s, u"show"_s, u"a.flac"_s};
+    launcher = {u"sh"_s, u"-c"_s, u"exec \"$@\" > /dev/full"_s, u"sh"_s};
+    for (const QStringList& arguments : {QStringList{u"--version"_s}, QStringList{u"--help"_s}, show}) {
+        const auto outcome = run(arguments);
+        EXPECT_EQ(outcome.status, 1) << arguments.first().toStdString();
+        EXPECT_EQ(outcome.errors.count(u"the standard output could not be written: "_s), 1);
+    }
+    launcher = {u"bash"_s, u"-c"_s, u"trap '' PIPE; exec > >(exec true); wait $!; exec \"$@\""_s, u"bash"_s};
+    const auto outcome = run(show);
+    EXPECT_EQ(outcome.status, 0) << "a reader who has gone away has had enough";
+    EXPECT_EQ(outcome.errors, QString());
+}
+
 TEST_F(BatchFaults, AFolderThatCannotBeMadeIsToldAtOnce)
 {
     makeFlac(in(u"a.flac"_s));
@@ -126,6 +157,22 @@ TEST_F(BatchFaults, ExistingOutputsAreLeftOutWhereAskedFor)
     const auto second = run({u"decode"_s, u"--skip-existing"_s, u"a.flac"_s, u"b.flac"_s});
     EXPECT_EQ(second.status, 0) << "all was done before";
     EXPECT_TRUE(second.rows.isEmpty());
+}
+
+TEST_F(BatchFaults, SourcesOfOneOutputThatAreAllLeftOutAreInNobodysWay)
+{
+    ASSERT_TRUE(QDir().mkpath(in(u"other"_s)) && QDir().mkpath(in(u"out"_s)));
+    makeFlac(in(u"a.flac"_s));
+    makeFlac(in(u"other/a.flac"_s));
+    makeFlac(in(u"b.flac"_s));
+    write(in(u"out/a.wav"_s), "precious");
+    const QStringList files{u"a.flac"_s, u"other/a.flac"_s, u"b.flac"_s};
+    const auto refused = run(QStringList{u"decode"_s, u"--out"_s, u"out"_s} + files);
+    EXPECT_EQ(refused.status, 2);
+    const auto outcome = run(QStringList{u"decode"_s, u"--out"_s, u"out"_s, u"--skip-existing"_s} + files);
+    EXPECT_EQ(outcome.status, 0) << outcome.errors.toStdString();
+    EXPECT_THAT(outcome.rows, ElementsAre(u"Complete  b.flac"_s));
+    EXPECT_EQ(contents(in(u"out/a.wav"_s)), "precious");
 }
 
 TEST_F(BatchFaults, OutputsOfEitherFateAreLeftOutWhereAskedFor)

@@ -4,6 +4,7 @@
 #include "app/batch/InputFiles.h"
 #include "app/batch/JsonRows.h"
 #include "app/batch/LiveRows.h"
+#include "app/batch/NewFolder.h"
 #include "engine/OutputWindowController.h"
 #include "engine/ZOLTTask.h"
 #include "engine/ZOLTTaskQueue.h"
@@ -169,10 +170,12 @@ void BatchRun::answer(const BaseTab& tab)
 
 void BatchRun::work(BaseTab& tab)
 {
-    makeFolder(tab);
+    const QString folder = folderOfOutputs(tab);
+    NewFolder made(folder);
     if (!canWriteFile(tab)) return;
     if (command_.ready && !command_.ready(tab, options_)) return;
     if (!mayStart(tab)) return;
+    if (made.keep()) rows_->note(u"made the folder "_s + onOneLine(folder));
     if (command_.atOnce) return workAtOnce(tab);
     press(tab);
     waitForAll();
@@ -240,13 +243,10 @@ bool BatchRun::enterFiles(BaseTab& tab)
     return !tab.fileNames().isEmpty();
 }
 
-void BatchRun::makeFolder(const BaseTab& tab)
+QString BatchRun::folderOfOutputs(const BaseTab& tab) const
 {
     const bool isFile = writesOneFile(command_.syntax) && options_.has(u"out"_s);
-    const QString folder =
-        isFile ? path::deletingLastComponent(options_.value(u"out"_s)) : textOrEmpty(tab.destination());
-    if (folder.isEmpty() || exists(folder)) return;
-    if (makeDirectories(folder)) rows_->note(u"made the folder "_s + onOneLine(folder));
+    return isFile ? path::deletingLastComponent(options_.value(u"out"_s)) : textOrEmpty(tab.destination());
 }
 
 void BatchRun::leaveOut(const Outlook& outlook)
@@ -267,11 +267,11 @@ bool BatchRun::mayStart(const BaseTab& tab)
     for (const WorkItem& item : plan.items)
         outputs_[item.source] += item.outputs;
     const std::atomic<bool> stop = false;
-    const Outlook outlook = outlookOf(plan, LocalDisk(), stop);
+    Outlook outlook = outlookOf(plan, LocalDisk(), stop);
     leaveOut(outlook);
+    if (!leftOut_.isEmpty()) outlook = outlookOf(tab.workPlanWithout(leftOut_), LocalDisk(), stop);
     bool may = true;
     for (const OutlookProblem& problem : outlook.problems) {
-        if (problem.kind == OutlookProblem::Kind::Existing && !leftOut_.isEmpty()) continue;
         const QStringList told = problem.details.isEmpty() ? QStringList{problem.text} : problem.details;
         const bool stops = preventsStart(problem.kind);
         may = may && !stops;

@@ -44,7 +44,7 @@ private:
     void rowClosed(const RunRow& row) override;
 
     bool enterFiles(BaseTab& tab);
-    void makeFolder(const BaseTab& tab);
+    QString folderOfOutputs(const BaseTab& tab) const;
     bool canWriteFile(const BaseTab& tab);
     void tellOfFile();
     bool mayStart(const BaseTab& tab);

@@ -2,11 +2,17 @@
 
 #include "platform/files/FileNames.h"
 
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
 namespace zolt::batch {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+bool lost = false;
 
 QString escaped(QChar character)
 {
@@ -39,8 +45,17 @@ QString onOneLine(const QString& text)
 void print(std::FILE* stream, const QString& text)
 {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stream);
-    std::fflush(stream);
+    const bool whole =
+        std::fwrite(bytes.constData(), 1, std::size_t(bytes.size()), stream) == std::size_t(bytes.size());
+    const bool written = std::fflush(stream) == 0 && whole;
+    const int fault = errno;
+    if (written || stream != stdout || fault == EPIPE || std::exchange(lost, true)) return;
+    complain(u"the standard output could not be written: "_s + QString::fromLocal8Bit(std::strerror(fault)));
+}
+
+bool isOutputLost()
+{
+    return lost;
 }
 
 void complain(const QString& text)

@@ -62,7 +62,8 @@ int main(int argc, char** argv)
     QCoreApplication application(argc, argv);
     quietenLog();
     try {
-        return execute(parseOptions(argumentTexts(argc, argv), batchSyntax()));
+        const int status = execute(parseOptions(argumentTexts(argc, argv), batchSyntax()));
+        return status == exitStatus::allComplete && isOutputLost() ? exitStatus::failed : status;
     } catch (const UsageError& fault) {
         complain(fault.text + u". See zolt-batch --help."_s);
         return exitStatus::nothingToDo;
