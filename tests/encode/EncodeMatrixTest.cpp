@@ -149,7 +149,7 @@ TEST_P(EncodeMatrix, EndsAsTold)
     ASSERT_EQ(tab.fileNames().count(), 1);
     const WorkPlan plan = tab.workPlan();
     ASSERT_EQ(missingTools(plan.tools).size(), 0) << "for " << plan.tools.join(u' ').toStdString();
-    const auto task = press().at(0);
+    const auto task = tasksOfPress().at(0);
     runQueue();
     EXPECT_EQ(decodedByFfmpeg(file, 16), before) << "the source is as it was";
     if (GetParam().end == End::Exact) {
@@ -184,7 +184,7 @@ protected:
     {
         tab.outputFormatMatrix->selectTitle(target);
         tab.addFiles(files);
-        return press();
+        return tasksOfPress();
     }
     QByteArray content(const QString& name) const { return fileBytes(pathOf(name)); }
     const LogCapture log_;
@@ -320,7 +320,7 @@ TEST_F(EncodeReal, DepthsThatFailAreToldBeforehandAndNoOthers)
             tab.addFiles({wave(u"a.wav"_s, 2000, bits)});
             const WorkPlan plan = tab.workPlan();
             const auto cautions = plan.inspect(plan, stop);
-            const auto task = press().at(0);
+            const auto task = tasksOfPress().at(0);
             runQueue();
             EXPECT_EQ(!cautions.empty(), task->error()) << bits << " bits to " << target.toStdString();
             queue().removeAllErrors(nullptr);

@@ -153,7 +153,7 @@ protected:
     {
         install(u"shntool"_s, {u"remove"_s, gone, u"become"_s, shntool, u"$@"_s});
         this->tab.addFiles(files);
-        const auto task = this->press().front();
+        const auto task = this->tasksOfPress().front();
         this->settle();
         return task;
     }

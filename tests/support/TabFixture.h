@@ -56,7 +56,7 @@ protected:
     void holdQueue() { queue().maxThreadsChanged({QString(), nullptr, 0}); }
     /// Presses the tab's button, and nothing starts before all its tasks are seen: one on a thread may have left the
     /// queue by the time that a test looks. @return what the queue holds then
-    std::vector<std::shared_ptr<ZOLTTask>> press()
+    std::vector<std::shared_ptr<ZOLTTask>> tasksOfPress()
     {
         queue().setHeld(true);
         tab.executeCommand(nullptr);
