@@ -198,12 +198,16 @@ void CommandPage::followList()
 void CommandPage::refresh()
 {
     if (command_ && commandName() != command_()) form_->commandButton->setText(command_());
-    const bool empty = tab_.fileNames().isEmpty(), comingIn = tab_.isTakingIn();
-    form_->commandButton->setEnabled(!empty && !comingIn);
-    form_->commandButton->setToolTip(comingIn ? u"Files are still coming in"_s
-                                     : empty  ? u"Add files first"_s
-                                              : u"Start with the files in the list (Ctrl+Return)"_s);
+    const QString wanted = whatIsWanted();
+    form_->commandButton->setEnabled(wanted.isEmpty());
+    form_->commandButton->setToolTip(wanted.isEmpty() ? u"Start with the files in the list (Ctrl+Return)"_s : wanted);
     pause_.start();
+}
+
+QString CommandPage::whatIsWanted() const
+{
+    if (tab_.isTakingIn()) return u"Files are still coming in"_s;
+    return tab_.fileNames().isEmpty() ? u"Add files first"_s : QString();
 }
 
 WorkPlan CommandPage::remainingPlan() const

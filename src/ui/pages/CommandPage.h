@@ -76,6 +76,8 @@ protected:
     QWidget& choices() const { return *choices_; }
     /// List or choices have changed: asks again for everything that follows from them.
     void refresh();
+    /// What has to come before a press, told in the action's tool tip; empty where nothing has to.
+    virtual QString whatIsWanted() const;
 
 private:
     struct Line;

@@ -50,6 +50,13 @@ TagsPage::~TagsPage()
     tagsTab_.setFollower({});
 }
 
+QString TagsPage::whatIsWanted() const
+{
+    const QString wanted = CommandPage::whatIsWanted();
+    const bool isChosen = !wanted.isEmpty() || !tagsTab_.selectedFiles().isEmpty();
+    return isChosen ? wanted : u"Select the files to be written first"_s;
+}
+
 bool TagsPage::repaint()
 {
     auto* const result = choices().findChild<QLabel*>(u"resultLabel"_s);

@@ -17,6 +17,9 @@ public:
     TagsPage(TagsTab& tab, const PageForm& form, QWidget* parent = nullptr);
     ~TagsPage() override;
 
+protected:
+    QString whatIsWanted() const override;
+
 private:
     bool repaint();
     void showResult();

@@ -91,6 +91,22 @@ TEST_F(TagsPageTest, TheFileBelowARemovedOneIsShown)
     EXPECT_EQ(line("titleText").text(), u"b"_s);
 }
 
+TEST_F(TagsPageTest, ItCannotBePressedUntilSomethingIsSelected)
+{
+    const auto& button = *window().page()->findChild<QPushButton*>(u"commandButton"_s);
+    EXPECT_EQ(button.toolTip(), u"Add files first"_s);
+    list({u"a"_s, u"b"_s});
+    view().clearSelection();
+    EXPECT_FALSE(button.isEnabled());
+    EXPECT_EQ(button.toolTip(), u"Select the files to be written first"_s);
+    select({1});
+    EXPECT_TRUE(button.isEnabled());
+    view().clearSelection();
+    EXPECT_FALSE(button.isEnabled());
+    tags().clearFiles();
+    EXPECT_TRUE(runUntil([&] { return button.toolTip() == u"Add files first"_s; }));
+}
+
 TEST_F(TagsPageTest, ALongTitleIsShownFromItsStart)
 {
     list({QString(60, u'a') + QString(60, u'b')});
